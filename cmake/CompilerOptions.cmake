@@ -1,0 +1,37 @@
+# Options that every target of the project is built with. Dependencies come in as SYSTEM, so that the
+# warnings hold for our own sources only.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_C_STANDARD 11)
+set(CMAKE_C_STANDARD_REQUIRED ON)
+set(CMAKE_C_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_C_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+add_library(quillpress_options INTERFACE)
+target_compile_options(quillpress_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
+  $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual>
+  # Numbers in the page text must not depend on whether a machine can fuse a product and a sum.
+  -ffp-contract=off
+  # An exception names its source file; where the project was built is nobody's business.
+  -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=
+  -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
+
+if(QUILLPRESS_SANITIZE)
+  target_compile_options(quillpress_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_definitions(quillpress_options INTERFACE _GLIBCXX_ASSERTIONS)
+  target_link_options(quillpress_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+if(WIN32)
+  # Windows 2000 is the oldest system that the library loads on; a newer declaration must not even compile.
+  target_compile_definitions(quillpress_options INTERFACE
+    _WIN32_WINNT=0x0500 WINVER=0x0500 NOMINMAX WIN32_LEAN_AND_MEAN)
+endif()

@@ -1,0 +1,59 @@
+#!/bin/sh
+# Runs Windows programs in a private Wine prefix that lives as long as one run of the tests.
+#
+#   wine.sh up NOTE                     makes a prefix in a temporary folder and writes its path into NOTE
+#   wine.sh run NOTE DLLS PROGRAM ...   runs PROGRAM; its DLLs are also looked for in the folder DLLS
+#   wine.sh down NOTE                   ends what still runs in the prefix and removes it
+set -eu
+
+verb=$1
+note=$2
+shift 2
+
+# A display could show a dialogue that nobody answers; a time zone of the host would change results.
+unset DISPLAY WAYLAND_DISPLAY TZ
+export WINEARCH=win32 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree=;mshtml="
+
+usePrefix() {
+  if [ ! -s "$note" ]; then
+    echo "wine.sh: no Wine prefix has been set up ($note is missing)" >&2
+    exit 1
+  fi
+  folder=$(cat "$note")
+  export WINEPREFIX="$folder/prefix"
+}
+
+removePrefix() {
+  usePrefix
+  wineserver -k || true # it says no when nothing runs any more
+  wineserver -w || true
+  rm -rf "$folder" "$note"
+}
+
+case $verb in
+  up)
+    # A run that was interrupted has left its prefix behind.
+    if [ -s "$note" ]; then removePrefix; fi
+    mkdir -p "$(dirname "$note")"
+    folder=$(mktemp -d "${TMPDIR:-/tmp}/quillpress-wine.XXXXXX")
+    echo "$folder" > "$note"
+    usePrefix
+    wineboot -i < /dev/null
+    # A program that crashes ends at once instead of asking for a debugger.
+    wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f < /dev/null
+    ;;
+  run)
+    usePrefix
+    dlls=$(printf '%s' "$1" | tr / '\\')
+    export WINEPATH="Z:$dlls"
+    shift
+    exec wine "$@" < /dev/null
+    ;;
+  down)
+    removePrefix
+    ;;
+  *)
+    echo "wine.sh: unknown verb $verb" >&2
+    exit 2
+    ;;
+esac

@@ -1,0 +1,33 @@
+#include "interpreter/MemorySet.h"
+
+namespace quillpress {
+
+MemorySet::MemorySet()
+    : local_(make<VirtualMemoryObject>("Local Memory")),
+      global_(make<VirtualMemoryObject>("Global Memory")),
+      current_(local_.get()) {}
+
+Ref<StringObject> MemorySet::newString(std::string text) const {
+  return make<StringObject>(current(), std::move(text));
+}
+
+Ref<ArrayObject> MemorySet::newArray() const {
+  return make<ArrayObject>(current(), '[');
+}
+
+Ref<ArrayObject> MemorySet::newProcedure() const {
+  return make<ArrayObject>(current(), '{');
+}
+
+// A dictionary that an operator makes is literal; only the built-in ones keep the base flag.
+Ref<DictionaryObject> MemorySet::newDictionary() const {
+  auto dictionary = make<DictionaryObject>(current());
+  dictionary->executable = false;
+  return dictionary;
+}
+
+Ref<FileObject> MemorySet::newFile(std::unique_ptr<FileData> payload) const {
+  return make<FileObject>(current(), std::move(payload));
+}
+
+}  // namespace quillpress

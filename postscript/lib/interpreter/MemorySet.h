@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+
+#include "objects/ArrayObject.h"
+#include "objects/DictionaryObject.h"
+#include "objects/FileObject.h"
+#include "objects/StringObject.h"
+#include "objects/VirtualMemoryObject.h"
+
+namespace quillpress {
+
+// The two memory areas of an interpreter and which of them is current. Everything that a job makes goes
+// to the current one.
+class MemorySet {
+ public:
+  MemorySet();
+
+  [[nodiscard]] VirtualMemoryObject& local() const { return *local_; }
+  [[nodiscard]] VirtualMemoryObject& global() const { return *global_; }
+  [[nodiscard]] VirtualMemoryObject& current() const { return *current_; }
+  [[nodiscard]] bool isGlobalCurrent() const { return current_ == global_.get(); }
+
+  // Kept: nothing ever goes back to the local area.
+  void useGlobal() { current_ = global_.get(); }
+
+  // New values in the current area.
+  [[nodiscard]] Ref<StringObject> newString(std::string text) const;
+  [[nodiscard]] Ref<ArrayObject> newArray() const;      // opened with '['
+  [[nodiscard]] Ref<ArrayObject> newProcedure() const;  // opened with '{'
+  [[nodiscard]] Ref<DictionaryObject> newDictionary() const;
+  [[nodiscard]] Ref<FileObject> newFile(std::unique_ptr<FileData> payload) const;
+
+ private:
+  Ref<VirtualMemoryObject> local_;
+  Ref<VirtualMemoryObject> global_;
+  VirtualMemoryObject* current_;
+};
+
+}  // namespace quillpress

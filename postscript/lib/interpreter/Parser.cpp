@@ -1,0 +1,277 @@
+#include "interpreter/Parser.h"
+
+#include <algorithm>
+
+#include "base/Ex.h"
+#include "interpreter/TokenNumbers.h"
+#include "objects/DecodeFilters.h"
+
+namespace quillpress {
+
+void Parser::setInput(const char* start, std::size_t length) {
+  cursor_ = start;
+  chunkStart_ = start;
+  chunkEnd_ = start + length;
+  delimiterPending_ = false;
+}
+
+char Parser::nextChar() {
+  if (atEnd()) THROW_EX("Cannot get next char when none left");
+  return *cursor_++;
+}
+
+void Parser::skipChar() {
+  if (atEnd()) THROW_EX("Cannot skip when no chars left");
+  ++cursor_;
+}
+
+void Parser::backChar() {
+  if (cursor_ == chunkStart_) THROW_EX("Cannot go back");
+  --cursor_;
+}
+
+char Parser::peekChar() const {
+  if (atEnd()) THROW_EX("Cannot peak next char when none left");
+  return *cursor_;
+}
+
+void Parser::skipTokenDelimiter() {
+  if (lineFeedPending_ && !atEnd()) {
+    lineFeedPending_ = false;
+    if (*cursor_ == '\n') ++cursor_;
+  }
+  if (!delimiterPending_) return;
+  delimiterPending_ = false;
+  if (*cursor_ == '\r') {
+    skipLineEnd();
+  } else {
+    ++cursor_;
+  }
+}
+
+void Parser::skipLineEnd() {
+  const char first = *cursor_++;
+  if (first != '\r') return;
+  lineFeedPending_ = true;
+  if (atEnd()) return;
+  lineFeedPending_ = false;
+  if (*cursor_ == '\n') ++cursor_;
+}
+
+Ref<PostscriptObject> Parser::nextToken() {
+  delimiterPending_ = false;
+  if (!atEnd()) lineFeedPending_ = false;
+  while (gather()) {
+    if (auto token = finishGathered()) return token;
+  }
+  return nullptr;
+}
+
+DelimiterSet Parser::delimitersOf(State state) {
+  switch (state) {
+    case State::kNormal:
+    case State::kLiteralName:
+      return DelimiterSet::kToken;
+    case State::kComment:
+      return DelimiterSet::kComment;
+    case State::kLiteralString:
+      return DelimiterSet::kLiteralString;
+    case State::kHexString:
+      return DelimiterSet::kHexString;
+    case State::kAscii85String:
+      return DelimiterSet::kAscii85String;
+  }
+  return DelimiterSet::kToken;
+}
+
+// Takes in one byte of an escape, or everything up to the next delimiter. False at the chunk's end.
+bool Parser::gather() {
+  if (!escapePending_) return scan(delimitersOf(state_));
+  if (atEnd()) return false;
+  escapeText_.push_back(*cursor_++);
+  return true;
+}
+
+bool Parser::scan(DelimiterSet delimiters) {
+  const char* const runStart = cursor_;
+  cursor_ = std::find_if(cursor_, chunkEnd_, [delimiters](char c) { return isDelimiter(delimiters, c); });
+  // A comment's text is never needed, and may be of any length.
+  if (state_ != State::kComment) tokenText_.append(runStart, cursor_);
+  if (atEnd()) return false;
+  stopCharacter_ = *cursor_;
+  return true;
+}
+
+Ref<PostscriptObject> Parser::finishGathered() {
+  switch (state_) {
+    case State::kNormal:
+      return inNormal();
+    case State::kComment:
+      return inComment();
+    case State::kLiteralString:
+      return escapePending_ ? inEscape() : inLiteralString();
+    case State::kHexString:
+      return inHexString();
+    case State::kAscii85String:
+      return inAscii85String();
+    case State::kLiteralName:
+      return inLiteralName();
+  }
+  return nullptr;
+}
+
+// Back to between tokens. The delimiter, which stays unread, may belong to the token.
+void Parser::endToken() {
+  tokenText_.clear();
+  state_ = State::kNormal;
+  delimiterPending_ = isWhiteSpace(stopCharacter_);
+}
+
+Ref<PostscriptObject> Parser::inNormal() {
+  if (tokenText_.empty()) {
+    skipChar();
+    return openToken(stopCharacter_);
+  }
+  Ref<PostscriptObject> token = numberFromToken(tokenText_);
+  if (!token) token = make<NameObject>(tokenText_);
+  endToken();
+  return token;
+}
+
+Ref<PostscriptObject> Parser::openToken(char delimiter) {
+  switch (delimiter) {
+    case '/':
+      state_ = State::kLiteralName;
+      return nullptr;
+    case '%':
+      state_ = State::kComment;
+      return nullptr;
+    case '(':
+      state_ = State::kLiteralString;
+      parenthesisDepth_ = 0;
+      return nullptr;
+    case '<':  // Kept: there is no << token; a hex string begins here whatever follows.
+      state_ = State::kHexString;
+      return nullptr;
+    case '[':
+    case ']':
+    case '{':
+    case '}':
+      return make<NameObject>(delimiter);
+    default:  // white space, and a stray ) or >
+      return nullptr;
+  }
+}
+
+Ref<PostscriptObject> Parser::inComment() {
+  skipChar();
+  state_ = State::kNormal;
+  return nullptr;
+}
+
+Ref<PostscriptObject> Parser::inLiteralName() {
+  if (tokenText_.empty() && stopCharacter_ == '/') {
+    skipChar();
+    tokenText_.push_back('/');
+    return nullptr;
+  }
+  if (tokenText_.size() > 1 && tokenText_.front() == '/') {
+    Ref<PostscriptObject> value = dictionaries_.lookup(DictionaryKey(std::string_view(tokenText_).substr(1)));
+    // Kept: thrown before the text is emptied, so every later call throws again until the name is
+    // defined.
+    if (!value) THROW_EX("Undefined Immediately Evaluated Name");
+    endToken();
+    return value;
+  }
+  auto name = make<NameObject>(tokenText_);
+  name->executable = false;
+  endToken();
+  return name;
+}
+
+// The string that the token text holds, without some of its first bytes.
+Ref<PostscriptObject> Parser::takeString(std::size_t skippedBytes, std::string_view decodeFilter) {
+  auto string = memory_.newString(tokenText_.substr(std::min(skippedBytes, tokenText_.size())));
+  if (!decodeFilter.empty()) string->data().addDecodeFilter(std::string(decodeFilter));
+  tokenText_.clear();
+  state_ = State::kNormal;
+  return string;
+}
+
+Ref<PostscriptObject> Parser::inLiteralString() {
+  skipChar();
+  switch (stopCharacter_) {
+    case ')':
+      if (parenthesisDepth_ < 1) return takeString(0, {});
+      --parenthesisDepth_;
+      tokenText_.push_back(')');
+      return nullptr;
+    case '(':
+      ++parenthesisDepth_;
+      tokenText_.push_back('(');
+      return nullptr;
+    case '\\':
+      escapeText_.clear();
+      escapePending_ = true;
+      return nullptr;
+    default:
+      THROW_EX("Unexpected separator when parsing for end of literal string");
+  }
+}
+
+void Parser::endEscapeWith(std::string_view bytes) {
+  tokenText_.append(bytes);
+  escapePending_ = false;
+}
+
+// Judges the escape by what has been read of it after the backslash.
+Ref<PostscriptObject> Parser::inEscape() {
+  const char first = escapeText_.front();
+  const char last = escapeText_.back();
+  const bool isLineEnd = first == '\n' || first == '\r';
+  if (escapeText_.size() == 1) {
+    constexpr std::string_view kLetters = "nrtbf\\()";
+    constexpr std::string_view kMeanings = "\n\r\t\b\f\\()";
+    const auto letter = kLetters.find(first);
+    if (letter != std::string_view::npos) {
+      endEscapeWith(kMeanings.substr(letter, 1));
+    } else if (!isLineEnd && !isOctalDigit(first)) {
+      THROW_EX("Unsupported character escape in string");
+    }
+  } else if (isLineEnd) {
+    // Kept: a carriage return after the line end goes with it, a line feed does not.
+    if (last != '\r') backChar();
+    endEscapeWith({});
+  } else if (!isOctalDigit(first)) {
+    THROW_EX("Unsupported character escape in string");  // an earlier error's escape, still unfinished
+  } else if (!isOctalDigit(last)) {
+    // Kept: an escape of one or two digits yields nothing; its digits are lost.
+    backChar();
+    endEscapeWith({});
+  } else if (escapeText_.size() == 3) {
+    const int value = (escapeText_[0] - '0') * 64 + (escapeText_[1] - '0') * 8 + (last - '0');
+    const char byte = static_cast<char>(value & 0xFF);
+    endEscapeWith({&byte, 1});
+  }
+  return nullptr;
+}
+
+Ref<PostscriptObject> Parser::inHexString() {
+  skipChar();
+  const bool isAscii85 = !tokenText_.empty() && tokenText_.front() == '~';
+  const bool isTerminated = !tokenText_.empty() && tokenText_.back() == '~';
+  tokenText_.push_back('>');
+  if (!isAscii85) return takeString(0, kAsciiHexDecode);
+  if (isTerminated) return takeString(1, kAscii85Decode);
+  state_ = State::kAscii85String;  // the > is part of ASCII85 data
+  return nullptr;
+}
+
+// The > that follows the ~ is dropped later, between tokens.
+Ref<PostscriptObject> Parser::inAscii85String() {
+  skipChar();
+  tokenText_.push_back('~');
+  return takeString(1, kAscii85Decode);
+}
+
+}  // namespace quillpress

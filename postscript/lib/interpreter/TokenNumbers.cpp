@@ -1,0 +1,41 @@
+#include "interpreter/TokenNumbers.h"
+
+#include "objects/IntegerObject.h"
+#include "objects/NumberUtils.h"
+#include "objects/RealObject.h"
+
+namespace quillpress {
+
+namespace {
+
+bool mayBeginNumber(char c) {
+  return (c >= '0' && c <= '9') || c == '.' || c == '+' || c == '-';
+}
+
+// Kept: a sign stands only at the very front, so 1e-5 is a name.
+bool isSpelledLikeReal(std::string_view text) {
+  int points = 0;
+  int exponents = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (c >= '0' && c <= '9') continue;
+    if ((c == '+' || c == '-') && i == 0) continue;
+    if (c == '.' && ++points == 1) continue;
+    if ((c == 'e' || c == 'E') && ++exponents == 1) continue;
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+Ref<PostscriptObject> numberFromToken(std::string_view text) {
+  if (!mayBeginNumber(text.front())) return nullptr;
+  if (const auto radix = parseRadixInteger(text)) return make<IntegerObject>(*radix);
+  if (const auto integer = parseDecimalInteger(text)) return make<IntegerObject>(*integer);
+  if (!isSpelledLikeReal(text)) return nullptr;
+  if (const auto real = parseReal(text)) return make<RealObject>(*real);
+  return nullptr;
+}
+
+}  // namespace quillpress

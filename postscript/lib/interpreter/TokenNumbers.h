@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string_view>
+
+#include "objects/Ref.h"
+
+namespace quillpress {
+
+// The number that a token's text spells, literal; null when the text is no number and hence a name.
+// Deliberate: a lone sign is the integer 0, and an exponent may not carry a sign.
+Ref<PostscriptObject> numberFromToken(std::string_view text);
+
+}  // namespace quillpress

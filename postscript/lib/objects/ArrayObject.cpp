@@ -1,0 +1,101 @@
+#include "objects/ArrayObject.h"
+
+#include <vector>
+
+#include "base/Ex.h"
+#include "interpreter/Interpreter.h"
+#include "objects/Nesting.h"
+#include "objects/NumberUtils.h"
+
+namespace quillpress {
+
+namespace {
+
+// Shared sub-arrays multiply in the text; a hostile job must not fill the memory with it.
+constexpr std::size_t kMaxTextLength = std::size_t{64} << 20U;
+
+struct Level {
+  const ArrayObject* array;
+  std::ptrdiff_t next;
+};
+
+}  // namespace
+
+ArrayData::ArrayData(char openingCharacter)
+    : CompositeData(TypeCode::kArray),
+      opening(openingCharacter),
+      elements(openingCharacter == '{' ? "Array { Stack" : "Array [ Stack") {}
+
+ArrayObject::ArrayObject(VirtualMemoryObject& memoryArea, char opening)
+    : CompositeObject(memoryArea, std::make_unique<ArrayData>(opening)) {
+  executable = false;
+}
+
+void ArrayObject::execute(Interpreter& interpreter) {
+  const ObjectStack& body = elements();
+  if (static_cast<std::size_t>(executionIndex_) >= body.count()) {
+    retire();
+    return;
+  }
+  Ref<PostscriptObject> next = body.at(executionIndex_);
+  ++executionIndex_;
+  interpreter.executionStack().push(this);
+  interpreter.executionStack().push(std::move(next));
+}
+
+std::string ArrayObject::describe() const {
+  std::string text = PostscriptObject::describe() + ", size=" + std::to_string(count());
+  if (executable) text += ", exec index=" + std::to_string(executionIndex_);
+  return text;
+}
+
+std::string ArrayObject::printString() const {
+  std::string text("[");
+  std::vector<Level> levels{{this, 0}};
+  while (true) {
+    Level& level = levels.back();
+    if (static_cast<std::size_t>(level.next) >= level.array->count()) {
+      text += "]";
+      levels.pop_back();
+      if (levels.empty()) return text;
+      text += " ";
+      continue;
+    }
+    const PostscriptObject* element = level.array->element(level.next++);
+    if (const auto* inner = as<ArrayObject>(element)) {
+      if (levels.size() >= kMaxNesting) THROW_EX("Arrays nested too deeply to print");
+      text += "[";
+      levels.push_back({inner, 0});
+      continue;
+    }
+    text += element == nullptr ? "-invalid null ob-" : element->printString();
+    text += " ";
+    if (text.size() > kMaxTextLength) THROW_EX("Array text too long to print");
+  }
+}
+
+Ref<PostscriptObject> ArrayObject::clone(int /*argument*/) const {
+  return Ref<PostscriptObject>(new ArrayObject(*this));
+}
+
+double ArrayObject::number(std::ptrdiff_t index) const {
+  const PostscriptObject* object = element(index);
+  if (object == nullptr) THROW_EX("No object at given array index");
+  return toDouble(*object);
+}
+
+void ArrayObject::startIfProcedure() {
+  if (isProcedure()) start();
+}
+
+void ArrayObject::start() {
+  executable = true;
+  executionIndex_ = 0;
+}
+
+void ArrayObject::retire() {
+  executable = false;
+  executionIndex_ = 0;
+}
+
+}  // namespace quillpress

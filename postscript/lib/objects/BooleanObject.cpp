@@ -1,0 +1,21 @@
+#include "objects/BooleanObject.h"
+
+namespace quillpress {
+
+std::string BooleanObject::describe() const {
+  return PostscriptObject::describe() + " " + printString();
+}
+
+std::string BooleanObject::printString() const {
+  return value ? "true" : "false";
+}
+
+std::string BooleanObject::cvsString() const {
+  return printString();
+}
+
+Ref<PostscriptObject> BooleanObject::clone(int /*argument*/) const {
+  return make<BooleanObject>(value);
+}
+
+}  // namespace quillpress

@@ -1,0 +1,7 @@
+#include "objects/CompositeData.h"
+
+namespace quillpress {
+
+CompositeData::~CompositeData() = default;
+
+}  // namespace quillpress

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "objects/TypeCode.h"
+
+namespace quillpress {
+
+// The value that several handles share. It belongs to the memory area in which it was made and lives as
+// long as that area, however many handles come and go.
+class CompositeData {
+ public:
+  explicit CompositeData(TypeCode code) : typeCode(code) {}
+  CompositeData(const CompositeData&) = delete;
+  CompositeData& operator=(const CompositeData&) = delete;
+  virtual ~CompositeData();
+
+  const TypeCode typeCode;
+};
+
+}  // namespace quillpress

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "objects/CompositeData.h"
+#include "objects/DictionaryKey.h"
+#include "objects/Ref.h"
+
+namespace quillpress {
+
+// The entries that handles on a dictionary share. Entries are found by hash; every walk goes in the order
+// of the keys' bytes (unsigned). There is no capacity.
+class DictionaryData final : public CompositeData {
+ public:
+  struct Entry {
+    std::string key;
+    std::uint32_t hash;
+    Ref<PostscriptObject> value;
+  };
+
+  explicit DictionaryData(std::string dictionaryName = {})
+      : CompositeData(TypeCode::kDictionary), name(std::move(dictionaryName)) {}
+
+  // Stores the value under the key; an old value is released after the new one is held, so a value
+  // defined again under its own key survives.
+  void define(DictionaryKey key, Ref<PostscriptObject> value);
+
+  // The value, borrowed; null when there is none.
+  [[nodiscard]] PostscriptObject* lookup(DictionaryKey key) const {
+    if (entries_.empty()) return nullptr;
+    const std::size_t mask = slots_.size() - 1;
+    for (std::size_t slot = key.hash & mask;; slot = (slot + 1) & mask) {
+      const std::uint32_t position = slots_[slot];
+      if (position == kFree) return nullptr;
+      const Entry& entry = entries_[position];
+      if (entry.hash == key.hash && entry.key == key.text) return entry.value.get();
+    }
+  }
+
+  // Removes an entry; nothing happens when there is none.
+  void remove(DictionaryKey key);
+
+  [[nodiscard]] std::size_t count() const { return entries_.size(); }
+
+  // The entry at a position in key order. REQUIRES: position < count()
+  [[nodiscard]] const Entry& entryInOrder(std::size_t position) const;
+
+  void clear();
+
+  const std::string name;  // empty for dictionaries that a job makes
+
+ private:
+  static constexpr std::uint32_t kFree = 0xFFFFFFFF;
+
+  [[nodiscard]] std::size_t findSlot(DictionaryKey key) const;
+  [[nodiscard]] std::size_t slotOfPosition(std::uint32_t hash, std::size_t position) const;
+  void growSlots();
+  void closeGap(std::size_t gap);
+
+  std::vector<Entry> entries_;                // in no order of interest
+  std::vector<std::uint32_t> slots_;          // open addressing, a power of two: positions in entries_
+  mutable std::vector<std::uint32_t> order_;  // positions in key order; empty until a walk needs it
+};
+
+}  // namespace quillpress

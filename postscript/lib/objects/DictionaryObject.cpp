@@ -1,0 +1,62 @@
+#include "objects/DictionaryObject.h"
+
+#include <vector>
+
+#include "objects/NameObject.h"
+#include "objects/StringObject.h"
+#include "objects/VirtualMemoryObject.h"
+
+namespace quillpress {
+
+std::string keyText(const PostscriptObject& key) {
+  if (const auto* name = as<NameObject>(&key)) return name->text;
+  if (const auto* string = as<StringObject>(&key)) return string->cvsString();
+  return key.describe();
+}
+
+DictionaryObject::DictionaryObject(VirtualMemoryObject& memoryArea, std::string name)
+    : CompositeObject(memoryArea, std::make_unique<DictionaryData>(std::move(name))) {}
+
+std::string DictionaryObject::describe() const {
+  std::string text = PostscriptObject::describe();
+  if (!name().empty()) text += " " + name() + " ";
+  return text + " " + std::to_string(count()) + " entries (" + memoryArea().describe() + ")";
+}
+
+std::string DictionaryObject::printString() const {
+  return "-dict-";
+}
+
+Ref<PostscriptObject> DictionaryObject::clone(int /*argument*/) const {
+  return Ref<PostscriptObject>(new DictionaryObject(*this));
+}
+
+void DictionaryObject::define(const PostscriptObject& key, Ref<PostscriptObject> value) {
+  if (const auto* name = as<NameObject>(&key)) {
+    data().define(name->key(), std::move(value));
+  } else {
+    data().define(DictionaryKey(keyText(key)), std::move(value));
+  }
+}
+
+PostscriptObject* DictionaryObject::lookup(const PostscriptObject& key) const {
+  if (const auto* name = as<NameObject>(&key)) return data().lookup(name->key());
+  return data().lookup(DictionaryKey(keyText(key)));
+}
+
+void DictionaryObject::remove(const PostscriptObject& key) {
+  data().remove(DictionaryKey(keyText(key)));
+}
+
+void DictionaryObject::copyFrom(const DictionaryObject& other, int argument) {
+  std::vector<DictionaryData::Entry> copies;
+  copies.reserve(other.count());
+  for (std::size_t i = 0; i < other.count(); ++i) {
+    const DictionaryData::Entry& entry = other.entryInOrder(i);
+    copies.push_back({entry.key, entry.hash, entry.value->clone(argument)});
+  }
+  clear();
+  for (DictionaryData::Entry& copy : copies) data().define({copy.key, copy.hash}, std::move(copy.value));
+}
+
+}  // namespace quillpress

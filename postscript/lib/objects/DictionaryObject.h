@@ -1,0 +1,58 @@
+#pragma once
+
+#include <string>
+
+#include "objects/CompositeObject.h"
+#include "objects/DictionaryData.h"
+
+namespace quillpress {
+
+// The key text of any object: a name's text, a string's bytes up to the first zero, otherwise the
+// object's describe(). So the integer 5 never meets the name 5.
+std::string keyText(const PostscriptObject& key);
+
+// A handle on a dictionary.
+class DictionaryObject final : public CompositeObject {
+ public:
+  static constexpr TypeCode kTypeCode = TypeCode::kDictionary;
+
+  explicit DictionaryObject(VirtualMemoryObject& memoryArea, std::string name = {});
+
+  [[nodiscard]] std::string describe() const override;
+  [[nodiscard]] std::string printString() const override;
+  [[nodiscard]] Ref<PostscriptObject> clone(int argument) const override;
+
+  void define(const PostscriptObject& key, Ref<PostscriptObject> value);
+  void define(std::string_view key, Ref<PostscriptObject> value) {
+    data().define(DictionaryKey(key), std::move(value));
+  }
+
+  // The value, borrowed; null when there is none.
+  [[nodiscard]] PostscriptObject* lookup(const PostscriptObject& key) const;
+  [[nodiscard]] PostscriptObject* lookup(std::string_view key) const {
+    return data().lookup(DictionaryKey(key));
+  }
+  [[nodiscard]] PostscriptObject* lookup(DictionaryKey key) const { return data().lookup(key); }
+
+  void remove(const PostscriptObject& key);
+
+  [[nodiscard]] std::size_t count() const { return data().count(); }
+  [[nodiscard]] const std::string& name() const { return data().name; }
+
+  // The entry at a position in key order. REQUIRES: position < count()
+  [[nodiscard]] const DictionaryData::Entry& entryInOrder(std::size_t position) const {
+    return data().entryInOrder(position);
+  }
+
+  void clear() { data().clear(); }
+
+  // Becomes a copy of the other: every value is cloned with the argument, in key order.
+  void copyFrom(const DictionaryObject& other, int argument);
+
+ private:
+  DictionaryObject(const DictionaryObject& other) = default;
+
+  [[nodiscard]] DictionaryData& data() const { return static_cast<DictionaryData&>(payload()); }
+};
+
+}  // namespace quillpress

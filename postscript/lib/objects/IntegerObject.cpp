@@ -1,0 +1,35 @@
+#include "objects/IntegerObject.h"
+
+#include "base/Ex.h"
+#include "objects/NumberUtils.h"
+#include "objects/RealObject.h"
+
+namespace quillpress {
+
+std::string IntegerObject::describe() const {
+  return PostscriptObject::describe() + " " + std::to_string(value);
+}
+
+std::string IntegerObject::printString() const {
+  return std::to_string(value);
+}
+
+std::string IntegerObject::cvsString() const {
+  return std::to_string(value);
+}
+
+Ref<PostscriptObject> IntegerObject::clone(int /*argument*/) const {
+  return make<IntegerObject>(value);
+}
+
+void IntegerObject::add(const PostscriptObject& summand) {
+  if (const auto* integer = as<IntegerObject>(&summand)) {
+    value = wrappingAdd(value, integer->value);
+  } else if (const auto* real = as<RealObject>(&summand)) {
+    value = wrappingAdd(value, truncateToInt32(real->value));
+  } else {
+    THROW_EX("Unsupported number type for IntegerObject adding");
+  }
+}
+
+}  // namespace quillpress

@@ -1,0 +1,122 @@
+#include "objects/NumberUtils.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
+#include "base/Ex.h"
+#include "objects/IntegerObject.h"
+#include "objects/RealObject.h"
+
+namespace quillpress {
+
+namespace {
+
+constexpr std::int64_t kInt32Min = std::numeric_limits<std::int32_t>::min();
+constexpr std::int64_t kInt32Max = std::numeric_limits<std::int32_t>::max();
+constexpr std::int64_t kUint32Max = std::numeric_limits<std::uint32_t>::max();
+
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+bool isSign(char c) {
+  return c == '+' || c == '-';
+}
+
+// The conversion understands bases 2 to 36, and 0 for the prefixes of C. It stops at a zero byte, which
+// then counts as unused text.
+std::optional<std::int32_t> parseInBase(std::string_view digits, int base) {
+  if (base == 1 || base > 36) return std::nullopt;
+  const std::string text(digits);
+  char* end = nullptr;
+  const long long value = std::strtoll(text.c_str(), &end, base);
+  const bool usedUp = end == text.c_str() + text.size();
+  if (!usedUp || value < kInt32Min || value > kUint32Max) return std::nullopt;
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
+}
+
+}  // namespace
+
+double toDouble(const PostscriptObject& object) {
+  if (const auto* real = as<RealObject>(&object)) return real->value;
+  if (const auto* integer = as<IntegerObject>(&object)) return integer->value;
+  THROW_EX("Unsupported number type");
+}
+
+void addXtoY(const PostscriptObject& x, PostscriptObject& y) {
+  if (auto* integer = as<IntegerObject>(&y)) {
+    integer->add(x);
+  } else if (auto* real = as<RealObject>(&y)) {
+    real->add(x);
+  } else {
+    THROW_EX("Unsupported type in addXtoY");
+  }
+}
+
+std::int32_t truncateToInt32(double value) {
+  if (std::isnan(value)) return 0;
+  if (value <= static_cast<double>(kInt32Min)) return static_cast<std::int32_t>(kInt32Min);
+  if (value >= static_cast<double>(kInt32Max)) return static_cast<std::int32_t>(kInt32Max);
+  return static_cast<std::int32_t>(value);
+}
+
+std::int32_t wrappingAdd(std::int32_t a, std::int32_t b) {
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
+}
+
+std::int32_t wrappingSubtract(std::int32_t a, std::int32_t b) {
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) - static_cast<std::uint32_t>(b));
+}
+
+std::int32_t wrappingMultiply(std::int32_t a, std::int32_t b) {
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) * static_cast<std::uint32_t>(b));
+}
+
+std::string realText(double value) {
+  std::array<char, 400> buffer{};  // the longest double has 309 digits before the point
+  const auto result =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, 6);
+  return {buffer.data(), result.ptr};
+}
+
+std::optional<std::int32_t> parseDecimalInteger(std::string_view text) {
+  if (text.empty()) return std::nullopt;
+  const bool negative = text.front() == '-';
+  if (isSign(text.front())) text.remove_prefix(1);
+  std::int64_t value = 0;
+  for (const char c : text) {
+    if (!isDigit(c)) return std::nullopt;
+    value = value * 10 + (c - '0');
+    if (value > kInt32Max + 1) return std::nullopt;
+  }
+  if (negative) value = -value;
+  if (value > kInt32Max) return std::nullopt;
+  return static_cast<std::int32_t>(value);
+}
+
+std::optional<std::int32_t> parseRadixInteger(std::string_view text) {
+  if (text.size() > 2 && text[1] == '#' && isDigit(text[0])) {
+    if (const auto value = parseInBase(text.substr(2), text[0] - '0')) return value;
+  }
+  if (text.size() > 3 && text[2] == '#' && isDigit(text[0]) && isDigit(text[1])) {
+    return parseInBase(text.substr(3), (text[0] - '0') * 10 + (text[1] - '0'));
+  }
+  return std::nullopt;
+}
+
+std::optional<double> parseReal(std::string_view text) {
+  const bool plus = !text.empty() && text.front() == '+';
+  if (plus) text.remove_prefix(1);
+  const std::string_view unsignedText = !plus && !text.empty() && text.front() == '-' ? text.substr(1) : text;
+  if (unsignedText.empty() || (!isDigit(unsignedText.front()) && unsignedText.front() != '.'))
+    return std::nullopt;
+  double value = 0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (result.ec != std::errc() || result.ptr != text.data() + text.size()) return std::nullopt;
+  return value;
+}
+
+}  // namespace quillpress

@@ -1,0 +1,60 @@
+#include "objects/StringObject.h"
+
+#include "base/Ex.h"
+#include "objects/DecodeFilters.h"
+
+namespace quillpress {
+
+const std::string& StringData::bytes() const {
+  if (decodeFilters_.empty()) return contents_;
+  if (!isDecoded_) {
+    decoded_ = contents_;
+    for (const std::string& filter : decodeFilters_) decoded_ = decodeWith(filter, decoded_);
+    isDecoded_ = true;
+  }
+  return decoded_;
+}
+
+std::string& StringData::writableBytes() {
+  if (!decodeFilters_.empty()) {
+    contents_ = bytes();
+    decodeFilters_.clear();
+    decoded_.clear();
+  }
+  return contents_;
+}
+
+StringObject::StringObject(VirtualMemoryObject& memoryArea, std::string text)
+    : CompositeObject(memoryArea, std::make_unique<StringData>(std::move(text))) {
+  executable = false;
+}
+
+StringObject::StringObject(VirtualMemoryObject& memoryArea, const char* bytes, int length)
+    : StringObject(memoryArea, bytes == nullptr || length < 1
+                                   ? std::string()
+                                   : std::string(bytes, static_cast<std::size_t>(length))) {}
+
+std::string StringObject::describe() const {
+  return PostscriptObject::describe() + " " + bytes();
+}
+
+std::string StringObject::printString() const {
+  return "(" + cvsString() + ")";
+}
+
+std::string StringObject::cvsString() const {
+  const std::string& text = bytes();
+  return text.substr(0, text.find('\0'));
+}
+
+Ref<PostscriptObject> StringObject::clone(int /*argument*/) const {
+  return Ref<PostscriptObject>(new StringObject(*this));
+}
+
+void StringObject::put(std::ptrdiff_t index, char byte) {
+  std::string& text = data().writableBytes();
+  if (index < 0 || static_cast<std::size_t>(index) >= text.size()) THROW_EX("String index out of range");
+  text[static_cast<std::size_t>(index)] = byte;
+}
+
+}  // namespace quillpress

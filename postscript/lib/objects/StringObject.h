@@ -1,0 +1,63 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "objects/CompositeObject.h"
+
+namespace quillpress {
+
+// The bytes that handles on a string share. A hex or ASCII85 string of the program keeps its text as
+// read, with the names of its decode filters, so that images can pass it on undecoded.
+class StringData final : public CompositeData {
+ public:
+  explicit StringData(std::string text) : CompositeData(TypeCode::kString), contents_(std::move(text)) {}
+
+  // The text as held: still encoded when there are decode filters.
+  [[nodiscard]] const std::string& asHeld() const { return contents_; }
+
+  // The decoded bytes, which is what the language sees. Decoding is done once, on first need.
+  [[nodiscard]] const std::string& bytes() const;
+
+  // The decoded bytes for writing. From then on the string is plain.
+  [[nodiscard]] std::string& writableBytes();
+
+  [[nodiscard]] const std::vector<std::string>& decodeFilters() const { return decodeFilters_; }
+  void addDecodeFilter(std::string name) { decodeFilters_.push_back(std::move(name)); }
+
+ private:
+  std::string contents_;
+  std::vector<std::string> decodeFilters_;
+  mutable std::string decoded_;
+  mutable bool isDecoded_ = false;
+};
+
+// A handle on a string.
+class StringObject final : public CompositeObject {
+ public:
+  static constexpr TypeCode kTypeCode = TypeCode::kString;
+
+  // A literal string of the text's bytes.
+  StringObject(VirtualMemoryObject& memoryArea, std::string text);
+
+  // A literal string of a counted run of bytes; none for a null pointer or a length below 1.
+  StringObject(VirtualMemoryObject& memoryArea, const char* bytes, int length);
+
+  [[nodiscard]] std::string describe() const override;
+  [[nodiscard]] std::string printString() const override;
+  [[nodiscard]] std::string cvsString() const override;  // up to the first zero byte
+  [[nodiscard]] Ref<PostscriptObject> clone(int argument) const override;
+
+  [[nodiscard]] StringData& data() const { return static_cast<StringData&>(payload()); }
+  [[nodiscard]] const std::string& bytes() const { return data().bytes(); }
+  [[nodiscard]] std::size_t length() const { return bytes().size(); }
+
+  // Stores one byte. Throws Ex for an index outside the string.
+  void put(std::ptrdiff_t index, char byte);
+
+ private:
+  StringObject(const StringObject& other) = default;
+};
+
+}  // namespace quillpress

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "objects/CompositeData.h"
+#include "objects/Ref.h"
+
+namespace quillpress {
+
+// A memory area: the owner of the payloads that were made in it. Nothing is given back before the area
+// itself goes: there is no snapshot behind save and restore.
+class VirtualMemoryObject final : public PostscriptObject {
+ public:
+  static constexpr TypeCode kTypeCode = TypeCode::kSave;
+
+  explicit VirtualMemoryObject(std::string displayName)
+      : PostscriptObject(kTypeCode), name_(std::move(displayName)) {}
+
+  // Takes a payload over and returns its index in the area.
+  std::size_t add(std::unique_ptr<CompositeData> payload);
+
+  [[nodiscard]] std::size_t payloadCount() const { return payloads_.size(); }
+
+  [[nodiscard]] std::string describe() const override;
+
+  // An empty area named "Copy of ...": the payloads stay with this one.
+  [[nodiscard]] Ref<PostscriptObject> clone(int argument) const override;
+
+ private:
+  std::vector<std::unique_ptr<CompositeData>> payloads_;
+  std::string name_;
+};
+
+}  // namespace quillpress

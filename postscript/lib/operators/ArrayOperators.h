@@ -1,0 +1,25 @@
+#pragma once
+
+#include "operators/Operator.h"
+
+namespace quillpress {
+
+// n  array  array      n nulls; an empty array for a negative count.
+DECLARE_OPERATOR(ArrayOperator, "array");
+
+// any1 ... anyn n  packedarray  array      An ordinary array: packed ones are no kind of their own.
+DECLARE_OPERATOR(PackedarrayOperator, "packedarray");
+
+// bool  setpacking  -
+DECLARE_OPERATOR(SetpackingOperator, "setpacking");
+
+// -  currentpacking  true
+DECLARE_OPERATOR(CurrentpackingOperator, "currentpacking");
+
+// array  aload  any1 ... anyn array
+DECLARE_OPERATOR(AloadOperator, "aload");
+
+// any1 ... anyn array  astore  array
+DECLARE_OPERATOR(AstoreOperator, "astore");
+
+}  // namespace quillpress

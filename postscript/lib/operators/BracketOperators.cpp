@@ -1,0 +1,41 @@
+#include "operators/BracketOperators.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace quillpress {
+
+void LeftCurlyBraceOperator::execute(Interpreter& interpreter) {
+  interpreter.deferredStack().push(interpreter.memory().newProcedure());
+}
+
+void RightCurlyBraceOperator::execute(Interpreter& interpreter) {
+  ObjectStack& deferred = interpreter.deferredStack();
+  Ref<ArrayObject> finished = deferred.pop<ArrayObject>("Mark execute");
+  if (auto* enclosing = as<ArrayObject>(deferred.peek(0))) {
+    enclosing->elements().push(std::move(finished));
+  } else {
+    interpreter.operandStack().push(std::move(finished));
+  }
+}
+
+void LeftSquareBracketOperator::execute(Interpreter& interpreter) {
+  interpreter.operandStack().push(make<MarkObject>());
+}
+
+void RightSquareBracketOperator::execute(Interpreter& interpreter) {
+  ObjectStack& operands = interpreter.operandStack();
+  std::vector<Ref<PostscriptObject>> topFirst;
+  while (true) {
+    Ref<PostscriptObject> object = operands.pop();
+    if (as<MarkObject>(object) != nullptr) break;
+    topFirst.push_back(std::move(object));
+  }
+  const Ref<ArrayObject> array = interpreter.memory().newArray();
+  array->elements().reserve(topFirst.size());
+  std::for_each(topFirst.rbegin(), topFirst.rend(),
+                [&](auto& object) { array->elements().push(std::move(object)); });
+  operands.push(array);
+}
+
+}  // namespace quillpress

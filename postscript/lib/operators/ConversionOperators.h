@@ -1,0 +1,23 @@
+#pragma once
+
+#include "operators/Operator.h"
+
+namespace quillpress {
+
+// any  type  name      Executable; operators are names, so they are of "nametype".
+DECLARE_OPERATOR(TypeOperator, "type");
+
+// num|string  cvi  int
+DECLARE_OPERATOR(CviOperator, "cvi");
+
+// num|string  cvr  real
+DECLARE_OPERATOR(CvrOperator, "cvr");
+
+// string  cvn  name      As executable as the string.
+DECLARE_OPERATOR(CvnOperator, "cvn");
+
+// any buffer  cvs  string      The result is a string of its own; the buffer gets the same bytes. Kept: a
+// text one byte longer than the buffer is accepted, and a real has no text of its own.
+DECLARE_OPERATOR(CvsOperator, "cvs");
+
+}  // namespace quillpress

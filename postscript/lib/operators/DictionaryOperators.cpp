@@ -1,0 +1,81 @@
+#include "operators/DictionaryOperators.h"
+
+#include "base/Ex.h"
+
+namespace quillpress {
+
+namespace {
+
+constexpr std::int32_t kSpareEntries = 10;  // Kept: dictionaries have no capacity to report
+
+}  // namespace
+
+void DictOperator::execute(Interpreter& interpreter) {
+  interpreter.operandStack().pop();
+  interpreter.operandStack().push(interpreter.memory().newDictionary());
+}
+
+void BeginOperator::execute(Interpreter& interpreter) {
+  Ref<PostscriptObject> dictionary = interpreter.operandStack().pop();
+  if (dictionary->typeCode != TypeCode::kDictionary) THROW_EX("expecting dictionary on op stack");
+  interpreter.dictionaries().stack().push(std::move(dictionary));
+}
+
+void EndOperator::execute(Interpreter& interpreter) {
+  interpreter.dictionaries().stack().pop();
+}
+
+void DefOperator::execute(Interpreter& interpreter) {
+  Ref<PostscriptObject> value = interpreter.operandStack().pop();
+  const Ref<PostscriptObject> key = interpreter.operandStack().pop();
+  interpreter.dictionaries().current().define(*key, std::move(value));
+}
+
+void LoadOperator::execute(Interpreter& interpreter) {
+  const Ref<PostscriptObject> key = interpreter.operandStack().pop();
+  PostscriptObject* value = interpreter.dictionaries().lookup(*key);
+  if (value == nullptr) THROW_EX("Undefined name passed to load operator");
+  interpreter.operandStack().push(value);
+}
+
+void StoreOperator::execute(Interpreter& interpreter) {
+  Ref<PostscriptObject> value = interpreter.operandStack().pop();
+  const Ref<PostscriptObject> key = interpreter.operandStack().pop();
+  DictionaryObject* holder = interpreter.dictionaries().findHolder(*key);
+  DictionaryObject& target = holder != nullptr ? *holder : interpreter.dictionaries().current();
+  target.define(*key, std::move(value));
+}
+
+void WhereOperator::execute(Interpreter& interpreter) {
+  const Ref<PostscriptObject> key = interpreter.operandStack().pop();
+  DictionaryObject* holder = interpreter.dictionaries().findHolder(*key);
+  if (holder != nullptr) interpreter.operandStack().push(holder);
+  interpreter.pushBoolean(holder != nullptr);
+}
+
+void KnownOperator::execute(Interpreter& interpreter) {
+  const Ref<PostscriptObject> key = interpreter.operandStack().pop();
+  const auto dictionary = interpreter.operandStack().pop<DictionaryObject>(text);
+  interpreter.pushBoolean(dictionary->lookup(*key) != nullptr);
+}
+
+void UndefOperator::execute(Interpreter& interpreter) {
+  const Ref<PostscriptObject> key = interpreter.operandStack().pop();
+  const Ref<PostscriptObject> container = interpreter.operandStack().pop();
+  if (auto* dictionary = as<DictionaryObject>(container)) dictionary->remove(*key);
+}
+
+void CurrentdictOperator::execute(Interpreter& interpreter) {
+  interpreter.operandStack().push(&interpreter.dictionaries().current());
+}
+
+void CleardictstackOperator::execute(Interpreter& interpreter) {
+  interpreter.dictionaries().resetStack();
+}
+
+void MaxlengthOperator::execute(Interpreter& interpreter) {
+  const auto dictionary = interpreter.operandStack().pop<DictionaryObject>(text);
+  interpreter.pushInteger(static_cast<std::int32_t>(dictionary->count()) + kSpareEntries);
+}
+
+}  // namespace quillpress

@@ -1,0 +1,7 @@
+#include "operators/GeneratedOps.h"
+
+namespace quillpress {
+
+GeneratedOps::~GeneratedOps() = default;
+
+}  // namespace quillpress

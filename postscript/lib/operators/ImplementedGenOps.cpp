@@ -1,0 +1,26 @@
+#include "operators/ImplementedGenOps.h"
+
+#include "operators/GeneratedOperators.h"
+
+namespace quillpress {
+
+void ImplementedGenOps::countdictstack(Out<IntegerObject> result) {
+  result.object.value = static_cast<std::int32_t>(interpreter_.dictionaries().stack().count());
+}
+
+void ImplementedGenOps::cvs(In<AnyObject> any, In<StringObject> /*buffer*/, Out<StringObject> result) {
+  result.object.data().writableBytes() = any.object.cvsString();
+}
+
+void ImplementedGenOps::product(Out<StringObject> result) {
+  result.object.data().writableBytes() += "quillpress ps interpreter";
+}
+
+void registerGeneratedOperators(DictionarySet& dictionaries) {
+#define GENERATED_OP(identifier, className, operatorName, parameters) \
+  dictionaries.registerGenerated(make<className##GeneratedOp>());
+#include "operators/GeneratedOps.def"
+#undef GENERATED_OP
+}
+
+}  // namespace quillpress

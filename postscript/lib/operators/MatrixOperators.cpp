@@ -1,0 +1,30 @@
+#include "operators/MatrixOperators.h"
+
+#include "objects/Matrix.h"
+
+namespace quillpress {
+
+void MatrixOperator::execute(Interpreter& interpreter) {
+  const Ref<ArrayObject> array = interpreter.memory().newArray();
+  const Matrix identity;
+  for (const double value : {identity.a, identity.b, identity.c, identity.d, identity.tx, identity.ty}) {
+    array->elements().push(make<RealObject>(value));
+  }
+  interpreter.operandStack().push(array);
+}
+
+void IdentmatrixOperator::execute(Interpreter& interpreter) {
+  Ref<ArrayObject> array = interpreter.popArrayObject();
+  Matrix().storeTo(*array);
+  interpreter.operandStack().push(std::move(array));
+}
+
+void ConcatmatrixOperator::execute(Interpreter& interpreter) {
+  Ref<ArrayObject> product = interpreter.popArrayObject();
+  const Ref<ArrayObject> second = interpreter.popArrayObject();
+  const Ref<ArrayObject> first = interpreter.popArrayObject();
+  Matrix::of(*first).times(Matrix::of(*second)).storeTo(*product);
+  interpreter.operandStack().push(std::move(product));
+}
+
+}  // namespace quillpress

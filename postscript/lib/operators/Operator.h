@@ -1,0 +1,12 @@
+#pragma once
+
+#include "interpreter/Interpreter.h"
+
+// Declares an operator that keeps nothing between calls: the class, and the one place where the
+// operator's name is written. Its operand picture stands above the line; `execute` is in the source.
+#define DECLARE_OPERATOR(ClassName, operatorName)    \
+  class ClassName final : public NameObject {        \
+   public:                                           \
+    ClassName() : NameObject(operatorName) {}        \
+    void execute(Interpreter& interpreter) override; \
+  }

@@ -1,0 +1,101 @@
+#include "operators/StackOperators.h"
+
+#include "base/Ex.h"
+#include "operators/CompositeCopy.h"
+
+namespace quillpress {
+
+namespace {
+
+void copyTopObjects(ObjectStack& operands, std::int32_t count) {
+  if (count < 0) THROW_EX("Illegal negative count passed to copy operator");
+  if (static_cast<std::size_t>(count) > operands.count()) THROW_EX("object not on stack");
+  for (std::int32_t i = 0; i < count; ++i) operands.push(operands.peek(count - 1));
+}
+
+}  // namespace
+
+void PopOperator::execute(Interpreter& interpreter) {
+  interpreter.operandStack().pop();
+}
+
+void ExchOperator::execute(Interpreter& interpreter) {
+  ObjectStack& operands = interpreter.operandStack();
+  Ref<PostscriptObject> second = operands.pop();
+  Ref<PostscriptObject> first = operands.pop();
+  operands.push(std::move(second));
+  operands.push(std::move(first));
+}
+
+void DupOperator::execute(Interpreter& interpreter) {
+  const PostscriptObject* top = interpreter.operandStack().peek(0);
+  if (top == nullptr) THROW_EX("dup - expected item on stack");
+  interpreter.operandStack().push(top->clone(0));
+}
+
+void CopyOperator::execute(Interpreter& interpreter) {
+  ObjectStack& operands = interpreter.operandStack();
+  Ref<PostscriptObject> top = operands.pop();
+  if (const auto* count = as<IntegerObject>(top)) {
+    copyTopObjects(operands, count->value);
+    return;
+  }
+  const Ref<PostscriptObject> source = operands.pop();
+  copyComposite(*source, *top);
+  operands.push(std::move(top));
+}
+
+void IndexOperator::execute(Interpreter& interpreter) {
+  ObjectStack& operands = interpreter.operandStack();
+  const Ref<PostscriptObject> operand = operands.pop();
+  const auto* depth = as<IntegerObject>(operand);
+  if (depth == nullptr) THROW_EX("Illegal param type passed to index operator");
+  const PostscriptObject* indexed = operands.peek(depth->value);
+  if (indexed == nullptr) THROW_EX("Indexed object not on stack");
+  operands.push(indexed->clone(0));
+}
+
+void RollOperator::execute(Interpreter& interpreter) {
+  ObjectStack& operands = interpreter.operandStack();
+  const Ref<PostscriptObject> amountOperand = operands.pop();
+  const Ref<PostscriptObject> sizeOperand = operands.pop();
+  const auto* amount = as<IntegerObject>(amountOperand);
+  const auto* size = as<IntegerObject>(sizeOperand);
+  if (amount == nullptr || size == nullptr) THROW_EX("Illegal param type passed to roll operator");
+  if (size->value < 0) THROW_EX("Illegal negative count passed to roll operator");
+  if (size->value == 0) return;
+  const auto rolled = static_cast<std::size_t>(size->value);
+  while (rolled > operands.count()) operands.pop();  // takes what is there, then the empty stack throws
+  const std::int32_t remainder = amount->value % size->value;
+  operands.rotateTop(rolled, static_cast<std::size_t>(remainder > 0 ? size->value - remainder : -remainder));
+}
+
+void ClearOperator::execute(Interpreter& interpreter) {
+  interpreter.operandStack().clear();
+}
+
+void CountOperator::execute(Interpreter& interpreter) {
+  interpreter.pushInteger(static_cast<std::int32_t>(interpreter.operandStack().count()));
+}
+
+void MarkOperator::execute(Interpreter& interpreter) {
+  interpreter.operandStack().push(make<MarkObject>());
+}
+
+void CleartomarkOperator::execute(Interpreter& interpreter) {
+  while (as<MarkObject>(interpreter.operandStack().pop()) == nullptr) {
+  }
+}
+
+void CounttomarkOperator::execute(Interpreter& interpreter) {
+  const ObjectStack& operands = interpreter.operandStack();
+  std::int32_t count = 0;
+  // Kept: the walk ends at the bottom as well, so a missing mark is no error.
+  for (const PostscriptObject* object = operands.peek(0);
+       object != nullptr && as<MarkObject>(object) == nullptr;) {
+    object = operands.peek(++count);
+  }
+  interpreter.pushInteger(count);
+}
+
+}  // namespace quillpress

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "operators/Operator.h"
+
+namespace quillpress {
+
+// n  string  string      n zero bytes.
+DECLARE_OPERATOR(StringOperator, "string");
+
+// string seek  anchorsearch  post match true
+// string seek  anchorsearch  string false
+DECLARE_OPERATOR(AnchorsearchOperator, "anchorsearch");
+
+}  // namespace quillpress

@@ -1,0 +1,113 @@
+#include "pdf/ArcOperators.h"
+
+#include <cmath>
+
+#include "pdf/ArcSweep.h"
+
+namespace quillpress {
+
+namespace {
+
+constexpr double kFullTurn = 360;
+
+// Raises `angle` by full turns until it is greater than `bound`.
+double raisedAbove(double bound, double angle) {
+  if (angle > bound) return angle;
+  angle += std::floor((bound - angle) / kFullTurn) * kFullTurn;
+  return angle > bound ? angle : angle + kFullTurn;
+}
+
+// Degrees of the direction from one point to another, as arcPieces reads them.
+double directionOf(Point from, Point to) {
+  return std::atan2(to.y - from.y, to.x - from.x) * 180.0 / kPi;
+}
+
+Point along(Point from, Point to, double distance) {
+  const double length = std::hypot(to.x - from.x, to.y - from.y);
+  return {from.x + (to.x - from.x) / length * distance, from.y + (to.y - from.y) / length * distance};
+}
+
+void writePieces(Postscript2Pdf& converter, const std::vector<ArcPiece>& pieces) {
+  for (const ArcPiece& piece : pieces) converter.writeCurve(piece.control1, piece.control2, piece.end);
+}
+
+// The circle that touches the lines corner-from and corner-to in the two tangent points.
+struct Corner {
+  bool isStraight = true;  // no circle: the lines coincide, or there is no radius
+  Circle circle;
+  Point firstTangent;
+  Point secondTangent;
+};
+
+Corner roundCorner(Point from, Point corner, Point to, double radius) {
+  const Point toFrom{from.x - corner.x, from.y - corner.y};
+  const Point toEnd{to.x - corner.x, to.y - corner.y};
+  const double cross = toFrom.x * toEnd.y - toFrom.y * toEnd.x;
+  const double dot = toFrom.x * toEnd.x + toFrom.y * toEnd.y;
+  if (cross == 0 || radius == 0) return {true, {}, corner, corner};
+  const double halfAngle = std::atan2(std::fabs(cross), dot) / 2;
+  const double tangentLength = radius / std::tan(halfAngle);
+  const Point first = along(corner, from, tangentLength);
+  const Point second = along(corner, to, tangentLength);
+  const Point middle{(first.x + second.x) / 2, (first.y + second.y) / 2};
+  const Point centre = along(corner, middle, radius / std::sin(halfAngle));
+  return {false, {centre, std::fabs(radius)}, first, second};
+}
+
+}  // namespace
+
+void Arcer::popAndDraw(Interpreter& interpreter, Direction direction) {
+  double endAngle = popNumber(interpreter);
+  const double startAngle = popNumber(interpreter);
+  const double radius = popNumber(interpreter);
+  const Point centre = popPoint(interpreter);
+  endAngle = direction == Direction::kCounterclockwise ? raisedAbove(startAngle, endAngle)
+                                                       : -raisedAbove(-startAngle, -endAngle);
+  const std::vector<ArcPiece> pieces = arcPieces({centre, radius}, startAngle, endAngle);
+  converter.writePendingMove();
+  if (converter.state().pathOpen) {
+    converter.writeLine(pieces.front().start);
+  } else {
+    converter.writeMove(pieces.front().start);
+  }
+  writePieces(converter, pieces);
+}
+
+Arcter::TangentPoints Arcter::popAndDraw(Interpreter& interpreter) {
+  const double radius = popNumber(interpreter);
+  const Point to = popPoint(interpreter);
+  const Point corner = popPoint(interpreter);
+  const Corner rounded = roundCorner(converter.state().currentPoint, corner, to, radius);
+  std::vector<ArcPiece> pieces;
+  if (!rounded.isStraight) {
+    const Point centre = rounded.circle.centre;
+    const double startAngle = directionOf(centre, rounded.firstTangent);
+    const double turn = std::remainder(directionOf(centre, rounded.secondTangent) - startAngle, kFullTurn);
+    pieces = arcPieces(rounded.circle, startAngle, startAngle + turn);
+  }
+  converter.writePendingMove();
+  converter.writeLine(rounded.firstTangent);
+  writePieces(converter, pieces);
+  return {rounded.firstTangent, rounded.secondTangent};
+}
+
+void ArcOperator::execute(Interpreter& interpreter) {
+  popAndDraw(interpreter, Direction::kCounterclockwise);
+}
+
+void ArcnOperator::execute(Interpreter& interpreter) {
+  popAndDraw(interpreter, Direction::kClockwise);
+}
+
+void ArctOperator::execute(Interpreter& interpreter) {
+  popAndDraw(interpreter);
+}
+
+void ArctoOperator::execute(Interpreter& interpreter) {
+  const TangentPoints tangents = popAndDraw(interpreter);
+  for (const double coordinate : {tangents.first.x, tangents.first.y, tangents.second.x, tangents.second.y}) {
+    interpreter.pushReal(coordinate);
+  }
+}
+
+}  // namespace quillpress

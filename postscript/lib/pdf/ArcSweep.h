@@ -1,0 +1,27 @@
+#pragma once
+
+#include <vector>
+
+#include "objects/Matrix.h"
+
+namespace quillpress {
+
+struct Circle {
+  Point centre;
+  double radius = 0;
+};
+
+// One cubic curve of at most a quadrant.
+struct ArcPiece {
+  Point start;
+  Point control1;
+  Point control2;
+  Point end;
+};
+
+// The curves of a sweep from one angle to another, in degrees; clockwise when the second is the smaller
+// one. The sweep is cut at the multiples of 90 degrees. Throws Ex for angles that are no numbers, or for
+// more full turns than anybody draws.
+std::vector<ArcPiece> arcPieces(const Circle& circle, double startAngle, double endAngle);
+
+}  // namespace quillpress

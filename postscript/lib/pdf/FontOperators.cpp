@@ -1,0 +1,77 @@
+#include "pdf/FontOperators.h"
+
+#include "base/Ex.h"
+
+namespace quillpress {
+
+namespace {
+
+DictionaryKey helveticaKey() {
+  static const DictionaryKey key("Helvetica");
+  return key;
+}
+
+// The entry that stands for fonts that are not there. Throws Ex when a job has removed it.
+PostscriptObject& helvetica(Interpreter& interpreter) {
+  PostscriptObject* font = interpreter.dictionaries().fontDirectory().lookup(helveticaKey());
+  if (font == nullptr) THROW_EX("could not find helvetica");
+  return *font;
+}
+
+const ArrayObject& fontMatrixOf(const DictionaryObject& font) {
+  const auto* matrix = as<ArrayObject>(static_cast<const PostscriptObject*>(font.lookup("FontMatrix")));
+  if (matrix == nullptr) THROW_EX("expected fontmatrix array");
+  return *matrix;
+}
+
+}  // namespace
+
+void FindfontOperator::execute(Interpreter& interpreter) {
+  const Ref<PostscriptObject> key = interpreter.operandStack().pop();
+  PostscriptObject* font = interpreter.dictionaries().fontDirectory().lookup(*key);
+  interpreter.operandStack().push(font != nullptr ? font : &helvetica(interpreter));
+}
+
+void ScalefontOperator::execute(Interpreter& interpreter) {
+  const double scale = popNumber(interpreter);
+  const auto* font = as<DictionaryObject>(interpreter.operandStack().peek(0));
+  if (font == nullptr) THROW_EX("expected font dictionary");
+  const ArrayObject& fontMatrix = fontMatrixOf(*font);
+  Matrix::of(fontMatrix).times({scale, 0, 0, scale, 0, 0}).storeTo(fontMatrix);
+}
+
+void SetfontOperator::execute(Interpreter& interpreter) {
+  const Ref<DictionaryObject> font = interpreter.popDictionaryObject();
+  const Matrix fontMatrix = Matrix::of(fontMatrixOf(*font));
+  const auto* name = as<NameObject>(static_cast<const PostscriptObject*>(font->lookup("FontName")));
+  if (name == nullptr) THROW_EX("expected nameobject for fontname");
+  converter.state().fontSize = 1000 * fontMatrix.b + 1000 * fontMatrix.d;  // Kept: the vertical column
+  converter.state().fontName = name->text;
+  converter.setCurrentFont(font);
+}
+
+void CurrentfontOperator::execute(Interpreter& interpreter) {
+  Ref<PostscriptObject> font = converter.currentFont();
+  if (!font) font = &helvetica(interpreter);
+  interpreter.operandStack().push(std::move(font));
+}
+
+void FontDirectoryOperator::execute(Interpreter& interpreter) {
+  interpreter.operandStack().push(&interpreter.dictionaries().fontDirectory());
+}
+
+void GlobalFontDirectoryOperator::execute(Interpreter& interpreter) {
+  interpreter.operandStack().push(&interpreter.dictionaries().fontDirectory());
+}
+
+void ShowOperator::execute(Interpreter& interpreter) {
+  interpreter.popStringObject();
+}
+
+void StringwidthOperator::execute(Interpreter& interpreter) {
+  interpreter.popStringObject();
+  interpreter.pushReal(10.0);
+  interpreter.pushReal(100.0);
+}
+
+}  // namespace quillpress

@@ -1,0 +1,37 @@
+#include "pdf/GraphicsState.h"
+
+#include "base/Ex.h"
+
+namespace quillpress {
+
+std::int32_t componentCount(ColourSpace space) {
+  switch (space) {
+    case ColourSpace::kRgb:
+    case ColourSpace::kHsb:
+      return 3;
+    case ColourSpace::kCmyk:
+      return 4;
+    case ColourSpace::kGray:
+      return 1;
+    case ColourSpace::kUnknown:
+      break;
+  }
+  THROW_EX("unsupported colorspace");
+}
+
+ImageColourSpaceNames imageColourSpaceNames(ColourSpace space) {
+  switch (space) {
+    case ColourSpace::kRgb:
+      return {"DeviceRGB", "RGB"};
+    case ColourSpace::kCmyk:
+      return {"DeviceCMYK", "CMYK"};
+    case ColourSpace::kGray:
+      return {"DeviceGray", "G"};
+    case ColourSpace::kHsb:
+    case ColourSpace::kUnknown:
+      break;
+  }
+  THROW_EX("unsupported colorspace for images");
+}
+
+}  // namespace quillpress

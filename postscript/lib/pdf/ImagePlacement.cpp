@@ -1,0 +1,67 @@
+#include "pdf/ImagePlacement.h"
+
+#include "pdf/Postscript2Pdf.h"
+
+namespace quillpress {
+
+namespace {
+
+std::string objectDictionary(const ImageSamples& image, std::string_view colourSpaceName) {
+  std::string text("/Type /XObject /Subtype /Image /BitsPerComponent ");
+  text.append(std::to_string(image.bitsPerComponent));
+  text.append(" /Width ").append(std::to_string(image.width));
+  text.append(" /Height ").append(std::to_string(image.height));
+  text.append(" /ColorSpace /").append(colourSpaceName);
+  text.append(" ").append(image.filterText);
+  return text;
+}
+
+// The name of the object that holds the image.
+std::string objectNameFor(PdfObjectList& objects, ImageSamples image, std::string_view colourSpaceName) {
+  if (const OwnedPdfObject* earlier = objects.findImage(image.data)) return earlier->name();
+  const auto object = objects.create(PdfObjectKind::kImage, "/PSI");
+  object->setDictionary(objectDictionary(image, colourSpaceName));
+  object->setCompress(image.filterText.empty());
+  object->setData(std::move(image.data));
+  return object->name();
+}
+
+void writeInline(PageContent& content, const ImageSamples& image, std::string_view colourSpaceName) {
+  content.append("q BI\n/W ");
+  content.append(std::to_string(image.width));
+  content.append(" /H ");
+  content.append(std::to_string(image.height));
+  content.append(" /BPC ");
+  content.append(std::to_string(image.bitsPerComponent));
+  content.append(" /CS /");
+  content.append(colourSpaceName);
+  content.append(" ");
+  content.append(image.filterText);
+  content.append("\nID\n");
+  content.append(image.data);
+  content.append("\nEI\nQ\n");
+}
+
+}  // namespace
+
+void placeImage(Postscript2Pdf& converter, ImageSamples image) {
+  const bool known = image.colourSpace != ColourSpace::kUnknown;
+  const ImageColourSpaceNames names =
+      imageColourSpaceNames(known ? image.colourSpace : converter.state().colourSpace);
+  PageContent& content = converter.content();
+  if (image.data.size() > kInlineImageLimit && !converter.isInPattern()) {
+    content.append(objectNameFor(converter.objects(), std::move(image), names.full));
+    content.append(" Do\n");
+  } else {
+    writeInline(content, image, names.abbreviation);
+  }
+}
+
+std::string imageFilterText(const std::vector<std::string>& filters) {
+  if (filters.empty()) return {};
+  std::string text("/Filter [");
+  for (const std::string& filter : filters) text.append(" /").append(filter);
+  return text + "] ";
+}
+
+}  // namespace quillpress

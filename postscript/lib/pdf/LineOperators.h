@@ -1,0 +1,25 @@
+#pragma once
+
+#include "pdf/Postscript2PdfObject.h"
+
+namespace quillpress {
+
+// width  setlinewidth  -
+DECLARE_GRAPHICS_OPERATOR(SetlinewidthOperator, "setlinewidth");
+
+// -  currentlinewidth  width
+DECLARE_GRAPHICS_OPERATOR(CurrentlinewidthOperator, "currentlinewidth");
+
+// int  setlinecap  -
+DECLARE_GRAPHICS_OPERATOR(SetlinecapOperator, "setlinecap");
+
+// int  setlinejoin  -
+DECLARE_GRAPHICS_OPERATOR(SetlinejoinOperator, "setlinejoin");
+
+// limit  setmiterlimit  -
+DECLARE_GRAPHICS_OPERATOR(SetmiterlimitOperator, "setmiterlimit");
+
+// array offset  setdash  -
+DECLARE_GRAPHICS_OPERATOR(SetdashOperator, "setdash");
+
+}  // namespace quillpress

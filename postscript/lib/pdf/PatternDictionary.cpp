@@ -1,0 +1,45 @@
+#include "pdf/PatternDictionary.h"
+
+#include "objects/NumberUtils.h"
+#include "pdf/PageContent.h"
+#include "pdf/Postscript2PdfObject.h"
+
+namespace quillpress {
+
+namespace {
+
+std::string boxText(const DictionaryObject& dictionary) {
+  const auto* box = as<ArrayObject>(static_cast<const PostscriptObject*>(dictionary.lookup("BBox")));
+  if (box == nullptr) THROW_CONVERTER_EX("expected array to be here");
+  constexpr std::ptrdiff_t kNumbersWithBlank = 5;
+  std::string text("[");
+  const auto count = static_cast<std::ptrdiff_t>(box->count());
+  for (std::ptrdiff_t i = 0; i < count; ++i) {
+    appendNumber(text, box->number(i));
+    if (i < kNumbersWithBlank) text.push_back(' ');
+  }
+  return text + "]\n";
+}
+
+}  // namespace
+
+double patternNumber(const DictionaryObject& dictionary, std::string_view key) {
+  const PostscriptObject* number = dictionary.lookup(key);
+  if (number == nullptr) THROW_CONVERTER_EX("expecting " + std::string(key));
+  return toDouble(*number);
+}
+
+std::string patternDictionaryText(const DictionaryObject& dictionary, const Matrix& matrix) {
+  std::string text("/Type /Pattern\n/Matrix [");
+  appendMatrix(text, matrix, "]");  // Kept: a degenerate matrix leaves the bracket open
+  for (const std::string_view key : {"XStep", "YStep", "PaintType", "PatternType", "TilingType"}) {
+    if (dictionary.lookup(key) == nullptr) continue;
+    text.append("/").append(key).append(" ");
+    appendNumber(text, patternNumber(dictionary, key));
+    text.append("\n");
+  }
+  text.append("/BBox ").append(boxText(dictionary));
+  return text + "/Resources <<>> ";
+}
+
+}  // namespace quillpress

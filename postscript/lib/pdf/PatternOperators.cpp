@@ -1,0 +1,72 @@
+#include "pdf/PatternOperators.h"
+
+#include "pdf/PatternDictionary.h"
+
+namespace quillpress {
+
+namespace {
+
+constexpr std::size_t kMatrixElements = 6;
+
+}  // namespace
+
+void MakepatternOperator::execute(Interpreter& interpreter) {
+  if (pattern_) {
+    finish();
+  } else {
+    begin(interpreter);
+  }
+}
+
+void MakepatternOperator::begin(Interpreter& interpreter) {
+  const Ref<ArrayObject> matrixOperand = interpreter.popArrayObject();
+  const Ref<DictionaryObject> dictionary = interpreter.popDictionaryObject();
+  if (matrixOperand->count() != kMatrixElements) THROW_CONVERTER_EX("expecting array of 6 doubles");
+
+  contentStart_ = converter.content().size();
+  callNumber_ = converter.callNumber();
+  // Kept: the captured content begins with a scaling by the steps.
+  const double xStep = patternNumber(*dictionary, "XStep");
+  const double yStep = patternNumber(*dictionary, "YStep");
+  converter.content().append("q ");
+  converter.writeMatrix({xStep, 0, 0, yStep, 0, 0});
+  const Matrix matrix = Matrix::of(*matrixOperand);
+
+  outerStates_ = converter.states();
+  pattern_ = converter.objects().create(PdfObjectKind::kPattern, "/PA");
+  converter.setInPattern(true);
+  pattern_->setDictionary(patternDictionaryText(*dictionary, matrix));
+
+  interpreter.executionStack().push(this);
+  PostscriptObject* paintProcedure = dictionary->lookup("PaintProc");
+  if (paintProcedure == nullptr) THROW_CONVERTER_EX("expecting paintProc");
+  dictionary_ = dictionary;
+  pattern_->keepPatternDictionary(dictionary);
+  interpreter.operandStack().push(dictionary);
+  interpreter.operandStack().push(dictionary);
+  interpreter.start(paintProcedure);
+}
+
+void MakepatternOperator::finish() {
+  if (pattern_->hasData()) THROW_CONVERTER_EX("dont supported nested patterns yet");
+  converter.content().append("Q\n");
+  converter.setInPattern(false);
+  converter.restoreStates(std::move(outerStates_));
+  // A paint procedure that went on in a later call has left only that call's content to take.
+  const bool sameCall = callNumber_ == converter.callNumber();
+  pattern_->setData(converter.content().cutFrom(sameCall ? contentStart_ : 0));
+  contentStart_ = 0;
+  dictionary_ = nullptr;
+  pattern_ = nullptr;
+}
+
+void SetpatternOperator::execute(Interpreter& interpreter) {
+  const Ref<DictionaryObject> dictionary = interpreter.popDictionaryObject();
+  const OwnedPdfObject* pattern = converter.objects().findPattern(*dictionary);
+  if (pattern == nullptr) return;
+  converter.content().append("/Pattern cs\n");
+  converter.content().append(pattern->name());
+  converter.content().append(" scn\n");
+}
+
+}  // namespace quillpress

@@ -1,0 +1,29 @@
+#include "pdf/PdfObject.h"
+
+namespace quillpress {
+
+OwnedPdfObject::OwnedPdfObject(PdfObjectKind kind, std::string name) : name_(std::move(name)) {
+  record_.dictionary = dictionary_.data();
+  record_.compress = 1;
+  record_.name = name_.data();
+  record_.kind = static_cast<std::int32_t>(kind);
+  record_.content = content_.data();
+}
+
+void OwnedPdfObject::setDictionary(std::string text) {
+  dictionary_ = std::move(text);
+  record_.dictionary = dictionary_.data();
+}
+
+void OwnedPdfObject::setData(std::string bytes) {
+  data_ = std::move(bytes);
+  record_.data = data_.data();
+  record_.dataLength = static_cast<std::uint32_t>(data_.size());
+}
+
+void OwnedPdfObject::keepPatternDictionary(Ref<DictionaryObject> dictionary) {
+  patternDictionary_ = std::move(dictionary);
+  record_.patternDictionary = patternDictionary_.get();
+}
+
+}  // namespace quillpress

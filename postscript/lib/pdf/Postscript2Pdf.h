@@ -1,0 +1,103 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "interpreter/Interpreter.h"
+#include "pdf/GraphicsState.h"
+#include "pdf/PageContent.h"
+#include "pdf/PdfObjectList.h"
+
+namespace quillpress {
+
+// The converter: an interpreter whose graphics operators write PDF content text, and the graphics states
+// that these keep. There is always a current graphics state.
+class Postscript2Pdf {
+ public:
+  // `defaultMatrix` leads from PostScript's default user space to page space.
+  explicit Postscript2Pdf(const Matrix& defaultMatrix);
+
+  // Converts a chunk; a negative length means up to the first zero byte. Returns false when an Ex came
+  // out, which is then the error text; other exceptions pass.
+  bool convert(const char* data, int length);
+
+  // Begins a page with one fresh graphics state. The interpreter's state and the objects stay.
+  void startPage(const Matrix& defaultMatrix);
+
+  [[nodiscard]] const std::string& errorText() const { return errorText_; }
+  [[nodiscard]] const Matrix& defaultMatrix() const { return defaultMatrix_; }
+  [[nodiscard]] Interpreter& interpreter() { return interpreter_; }
+  [[nodiscard]] PageContent& content() { return content_; }
+  [[nodiscard]] const std::string& pageContent() const { return content_.text(); }
+  [[nodiscard]] PdfObjectList& objects() { return objects_; }
+
+  // The number of the current call of convert. Positions in the page content are good for one call.
+  [[nodiscard]] unsigned callNumber() const { return callNumber_; }
+
+  // The current graphics state, borrowed until the next push or pop.
+  [[nodiscard]] GraphicsState& state() { return states_.back(); }
+  void pushStateCopy();
+
+  // The last state that is popped is replaced by a fresh one.
+  void popState();
+
+  // The whole stack of states, to bring back what a paint procedure changes.
+  using GraphicsStates = std::vector<GraphicsState>;
+  [[nodiscard]] const GraphicsStates& states() const { return states_; }
+  void restoreStates(GraphicsStates states) { states_ = std::move(states); }
+
+  // save remembers how many states there are; restore pops down to that.
+  void rememberSave();
+  void restoreToSave();
+
+  // Makes a new current point whose "m" is written only when something is drawn from it.
+  void moveTo(Point point);
+
+  // Writes a move that is still pending.
+  void writePendingMove();
+
+  // Write one step of a path; the current point moves with it.
+  void writeMove(Point point);
+  void writeLine(Point point);
+  void writeCurve(Point control1, Point control2, Point end);
+  void writeClosePath();
+
+  // Writes a painting or clipping operator, which ends the path.
+  void endPath(std::string_view operatorText);
+
+  // Writes an end of the path without painting, if anything of one has been written.
+  void abandonPath();
+
+  // For an operator that ends the path by itself, within its text.
+  void noteNothingWritten() { pathWritten_ = false; }
+
+  // Writes "cm".
+  void writeMatrix(const Matrix& matrix);
+
+  // While a pattern's paint procedure runs, images are written inline.
+  [[nodiscard]] bool isInPattern() const { return inPattern_; }
+  void setInPattern(bool inPattern) { inPattern_ = inPattern; }
+
+  // The font last set, or none.
+  [[nodiscard]] const Ref<DictionaryObject>& currentFont() const { return currentFont_; }
+  void setCurrentFont(Ref<DictionaryObject> font) { currentFont_ = std::move(font); }
+
+ private:
+  void pushFreshState();
+
+  GraphicsStates states_;
+  std::vector<std::size_t> savedDepths_;
+  Matrix defaultMatrix_;
+  std::string errorText_;
+  PageContent content_;
+  PdfObjectList& objects_ = PdfObjectList::ofProcess();
+  unsigned callNumber_ = 0;
+  bool pathPending_ = false;  // a move has been made and not been written
+  bool pathWritten_ = false;  // something of a path stands in the content that nothing has ended yet
+  bool inPattern_ = false;
+  Interpreter interpreter_;  // after all that its operators use
+  Ref<DictionaryObject> currentFont_;
+};
+
+}  // namespace quillpress

@@ -28,11 +28,19 @@ PostscriptObject* DictionarySet::lookup(const PostscriptObject& key) const {
 
 DictionaryObject* DictionarySet::findHolder(const PostscriptObject& key) const {
   const std::string text = keyText(key);
-  const DictionaryKey dictionaryKey(text);
+  return findHolder(DictionaryKey(text));
+}
+
+DictionaryObject* DictionarySet::findHolder(DictionaryKey key) const {
   for (std::ptrdiff_t depth = 0;; ++depth) {
     auto* dictionary = as<DictionaryObject>(stack_.peek(depth));
-    if (dictionary == nullptr || dictionary->lookup(dictionaryKey) != nullptr) return dictionary;
+    if (dictionary == nullptr || dictionary->lookup(key) != nullptr) return dictionary;
   }
+}
+
+bool DictionarySet::isDefinedByJob(DictionaryKey key) const {
+  const DictionaryObject* holder = findHolder(key);
+  return holder != nullptr && holder != user_.get() && holder != global_.get() && holder != system_.get();
 }
 
 DictionaryObject& DictionarySet::current() const {

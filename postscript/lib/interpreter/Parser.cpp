@@ -132,10 +132,17 @@ Ref<PostscriptObject> Parser::inNormal() {
     skipChar();
     return openToken(stopCharacter_);
   }
-  Ref<PostscriptObject> token = numberFromToken(tokenText_);
+  Ref<PostscriptObject> token = isSignOfJob() ? nullptr : numberFromToken(tokenText_);
   if (!token) token = make<NameObject>(tokenText_);
   endToken();
   return token;
+}
+
+// A lone sign is the number 0. But drivers' procedure sets abbreviate rlineto and translate by signs in
+// dictionaries of their own, and while such a dictionary is begun a sign means what it says there.
+bool Parser::isSignOfJob() const {
+  return tokenText_.size() == 1 && (tokenText_.front() == '+' || tokenText_.front() == '-') &&
+         dictionaries_.isDefinedByJob(DictionaryKey(tokenText_));
 }
 
 Ref<PostscriptObject> Parser::openToken(char delimiter) {

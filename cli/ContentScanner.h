@@ -1,0 +1,48 @@
+#ifndef QUILLPRESS_CLI_CONTENT_SCANNER_H
+#define QUILLPRESS_CLI_CONTENT_SCANNER_H
+
+#include <cstddef>
+#include <string_view>
+
+namespace quillpress::cli {
+
+/** Something in content text that the writer of a page has to know about. */
+struct ContentMark {
+  enum class Kind {
+    Save,         // q
+    Restore,      // Q
+    Object,       // the name of an image or pattern object
+    InlineImage,  // from BI to EI
+  };
+
+  Kind kind;
+  std::size_t begin;
+  std::size_t end;
+  unsigned number;  // the object's, in Object: 3 for /PSI3
+};
+
+/**
+ * Walks over content text as the converter writes it, from mark to mark. The converter returns whole
+ * operators, so a text begins and ends between tokens, and holds no strings, comments or dictionaries
+ * outside inline images.
+ */
+class ContentScanner {
+ public:
+  explicit ContentScanner(std::string_view text) : text_(text) {}
+
+  /** Finds the next mark that begins before `limit`; false, with the position there, when there is none. */
+  bool next(std::size_t limit, ContentMark& mark);
+
+  [[nodiscard]] std::size_t position() const { return at_; }
+
+ private:
+  bool markAt(std::size_t at, ContentMark& mark) const;
+  bool objectAt(std::size_t at, ContentMark& mark) const;
+
+  std::string_view text_;
+  std::size_t at_ = 0;
+};
+
+}  // namespace quillpress::cli
+
+#endif

@@ -1,0 +1,61 @@
+#ifndef QUILLPRESS_CLI_CONVERSION_H
+#define QUILLPRESS_CLI_CONVERSION_H
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "cli/ChunkFeeder.h"
+#include "cli/DscScanner.h"
+#include "cli/JobComments.h"
+#include "cli/Options.h"
+#include "cli/PageOutput.h"
+#include "cli/Session.h"
+
+namespace quillpress::cli {
+
+/**
+ * Runs a job page by page. What stands before the first page, prologue and set-up, counts as part of it; a
+ * job without page comments is one page. After an error the page is dropped; then the job either goes on
+ * with its next page or is only read for its comments.
+ */
+class Conversion final : public DscHandler {
+ public:
+  Conversion(const Options& options, Session& session, PageOutput& output);
+
+  void text(std::string_view bytes, std::uint64_t offset) override;
+  void comment(std::string_view keyword, std::string_view value) override;
+  void endOfJob() override;
+
+  [[nodiscard]] bool hasFailed() const { return hasFailed_; }
+  [[nodiscard]] const JobComments& comments() const { return comments_; }
+
+ private:
+  /** What happens to the text of the job. */
+  enum class State {
+    Running,
+    Skipping,  // up to the next page
+    Stopped,
+  };
+
+  void nextPage();
+  void endPage();
+  void run(std::string_view chunk, std::uint64_t offset);
+  void fail(std::string_view chunk, std::uint64_t offset);
+  [[nodiscard]] std::string place(std::string_view chunk, std::uint64_t offset) const;
+
+  const Options& options_;
+  Session& session_;
+  PageOutput& output_;
+  JobComments comments_;
+  ChunkFeeder feeder_;
+  State state_ = State::Running;
+  bool isBeforePages_ = true;
+  bool hasFailed_ = false;
+  unsigned page_ = 1;
+  std::uint64_t endOffset_ = 0;  // of what has run
+};
+
+}  // namespace quillpress::cli
+
+#endif

@@ -1,0 +1,68 @@
+#include "cli/Converter.h"
+
+#include <array>
+#include <cstdlib>
+#include <new>
+
+#include "cli/TextScan.h"
+#include "quillpress/converter.h"
+
+namespace quillpress::cli {
+
+namespace {
+
+constexpr std::array<float, 6> kIdentity{1, 0, 0, 1, 0, 0};
+constexpr const char* kMessageSwitch = "QUILLPRESS_MESSAGES";
+
+/** Sets the environment as the converter reads it when it is opened, and puts it back. */
+class MessageSwitch {
+ public:
+  explicit MessageSwitch(Converter::Messages messages) {
+    const char* present = std::getenv(kMessageSwitch);
+    if (present != nullptr) before_ = present;
+    if (messages == Converter::Messages::StandardError) setenv(kMessageSwitch, "stderr", 1);
+    if (messages == Converter::Messages::Nowhere) unsetenv(kMessageSwitch);
+  }
+  ~MessageSwitch() { before_ ? setenv(kMessageSwitch, before_->c_str(), 1) : unsetenv(kMessageSwitch); }
+  MessageSwitch(const MessageSwitch&) = delete;
+  MessageSwitch& operator=(const MessageSwitch&) = delete;
+
+ private:
+  std::optional<std::string> before_;
+};
+
+}  // namespace
+
+Converter::Converter(Messages messages) {
+  const MessageSwitch guard(messages);
+  handle_ = PSOpen(kIdentity.data());
+  if (handle_ == nullptr) throw std::bad_alloc();
+}
+
+Converter::~Converter() {
+  PSClose(handle_);
+}
+
+std::optional<std::string_view> Converter::convert(std::string_view piece) {
+  int length = static_cast<int>(piece.size());
+  const char* text = PSConvertToPdf(handle_, piece.data(), &length);
+  if (text == nullptr) return std::nullopt;
+  return std::string_view(text, static_cast<std::size_t>(length));
+}
+
+void Converter::startPage() {
+  PSStartPage(handle_, kIdentity.data());
+}
+
+std::string Converter::errorText() const {
+  const std::string text(trimmed(PSGetErrorStr(handle_)));
+  return text.empty() ? "the converter gives no reason; memory may have run out" : text;
+}
+
+std::span<const PdfObject* const> Converter::objects() const {
+  unsigned count = 0;
+  const PdfObject* const* objects = PSGetPdfObjects(handle_, &count);
+  return {objects, count};
+}
+
+}  // namespace quillpress::cli

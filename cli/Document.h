@@ -1,0 +1,31 @@
+#ifndef QUILLPRESS_CLI_DOCUMENT_H
+#define QUILLPRESS_CLI_DOCUMENT_H
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/Box.h"
+#include "cli/Spool.h"
+
+namespace quillpress::cli {
+
+/** A complete page: its size when its own comments give one, its content streams, the objects it names. */
+struct DocumentPage {
+  std::optional<Box> box;
+  std::vector<Spool::Piece> content;
+  std::vector<unsigned> objects;  // numbers in ascending order
+};
+
+/** Everything about the PDF file but the bytes of its streams, which lie in the spool. */
+struct Document {
+  std::vector<DocumentPage> pages;
+  Box defaultBox;            // of pages without a size of their own
+  std::optional<Box> media;  // of all pages, when the user says so
+  std::string title;         // in UTF-8; empty when there is none
+  std::string creator;
+};
+
+}  // namespace quillpress::cli
+
+#endif

@@ -1,0 +1,25 @@
+#ifndef QUILLPRESS_CLI_ERRORS_H
+#define QUILLPRESS_CLI_ERRORS_H
+
+#include <stdexcept>
+
+namespace quillpress::cli {
+
+/** The command line asks for something that cannot be. */
+class UsageError : public std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/** The job is missing, empty, unreadable or not PostScript. */
+class InputError : public std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/** The output, or the temporary file beside it, cannot be written. */
+class OutputError : public std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+}  // namespace quillpress::cli
+
+#endif

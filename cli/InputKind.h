@@ -1,0 +1,14 @@
+#ifndef QUILLPRESS_CLI_INPUT_KIND_H
+#define QUILLPRESS_CLI_INPUT_KIND_H
+
+#include <string>
+#include <string_view>
+
+namespace quillpress::cli {
+
+/** Says what a file that is not PostScript seems to be, from its first bytes: "it is a PDF file". */
+std::string describeInput(std::string_view start);
+
+}  // namespace quillpress::cli
+
+#endif

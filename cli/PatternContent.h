@@ -1,0 +1,24 @@
+#ifndef QUILLPRESS_CLI_PATTERN_CONTENT_H
+#define QUILLPRESS_CLI_PATTERN_CONTENT_H
+
+#include <set>
+#include <string>
+#include <string_view>
+
+namespace quillpress::cli {
+
+/** What a pattern cell draws. */
+struct PatternContent {
+  std::string text;
+  std::set<unsigned> objects;  // numbers of the images and patterns that it names
+};
+
+/**
+ * Reads the captured content of a pattern. It comes out as it went in, save that a q or Q is added for each
+ * one that lacks its partner.
+ */
+PatternContent readPatternContent(std::string_view captured);
+
+}  // namespace quillpress::cli
+
+#endif

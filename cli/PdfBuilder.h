@@ -1,0 +1,57 @@
+#ifndef QUILLPRESS_CLI_PDF_BUILDER_H
+#define QUILLPRESS_CLI_PDF_BUILDER_H
+
+#include <map>
+#include <memory>
+#include <qpdf/QPDF.hh>
+#include <qpdf/QPDFObjectHandle.hh>
+#include <vector>
+
+#include "cli/Document.h"
+#include "cli/ObjectStore.h"
+#include "cli/SpoolStreams.h"
+
+namespace quillpress::cli {
+
+/**
+ * Builds libqpdf's picture of a PDF file: a catalogue, one flat page tree, resources that name just what
+ * each page draws, document information. Equal small objects are shared between pages, since a job may
+ * have thousands of them.
+ */
+class PdfBuilder {
+ public:
+  explicit PdfBuilder(const Spool& spool);
+
+  /** Called once. The result lives as long as the builder. */
+  QPDF& build(const Document& document, const ObjectStore& store);
+
+ private:
+  void addObjects(const ObjectStore& store);
+  void completeObject(QPDFObjectHandle stream, const StoredObject& object);
+  QPDFObjectHandle makePage(const DocumentPage& page, const Document& document);
+  QPDFObjectHandle makeContents(const std::vector<Spool::Piece>& pieces);
+  QPDFObjectHandle makeResources(const std::vector<unsigned>& numbers);
+  QPDFObjectHandle resourcesFor(const std::vector<unsigned>& numbers);
+  QPDFObjectHandle mediaBoxFor(const Box& box);
+  QPDFObjectHandle makeInformation(const Document& document);
+
+  /** A stream and the resource category and name by which content refers to it. */
+  struct Resource {
+    std::string category;
+    std::string name;
+    QPDFObjectHandle stream;
+  };
+
+  QPDF pdf_;
+  std::shared_ptr<SpoolStreams> streams_;
+  QPDFObjectHandle pageType_;
+  QPDFObjectHandle pageTree_;
+  Box lastBox_;
+  QPDFObjectHandle lastMediaBox_;
+  std::map<unsigned, Resource> objects_;
+  std::map<std::vector<unsigned>, QPDFObjectHandle> resources_;
+};
+
+}  // namespace quillpress::cli
+
+#endif

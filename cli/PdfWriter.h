@@ -1,0 +1,17 @@
+#ifndef QUILLPRESS_CLI_PDF_WRITER_H
+#define QUILLPRESS_CLI_PDF_WRITER_H
+
+#include <cstdio>
+
+#include "cli/Document.h"
+#include "cli/ObjectStore.h"
+#include "cli/Spool.h"
+
+namespace quillpress::cli {
+
+/** Writes the PDF file of `document` to `file`. Throws OutputError when that cannot be done. */
+void writePdf(const Document& document, const ObjectStore& objects, const Spool& spool, std::FILE* file);
+
+}  // namespace quillpress::cli
+
+#endif

@@ -1,0 +1,129 @@
+#include "cli/Program.h"
+
+#include <functional>
+#include <new>
+#include <optional>
+
+#include "cli/AtomicOutput.h"
+#include "cli/Conversion.h"
+#include "cli/Envelope.h"
+#include "cli/Errors.h"
+#include "cli/JobFile.h"
+#include "cli/Messages.h"
+#include "cli/Names.h"
+#include "cli/ObjectList.h"
+#include "cli/PdfPages.h"
+#include "cli/PdfWriter.h"
+#include "cli/TextPages.h"
+
+namespace quillpress::cli {
+
+namespace {
+
+/** What came of a job, besides its pages. */
+struct Outcome {
+  bool hasFailed;
+  JobComments comments;
+};
+
+Converter::Messages messagesOf(const Options& options) {
+  return options.messages ? Converter::Messages::StandardError : Converter::Messages::AsEnvironmentSays;
+}
+
+PageCounts pageCounts(const Document& document) {
+  PageCounts counts;
+  for (const DocumentPage& page : document.pages) {
+    for (const unsigned number : page.objects) ++counts[number];
+  }
+  return counts;
+}
+
+void sayWhatIsMissing(const std::string& name, const Envelope& envelope, Session& session) {
+  if (envelope.moreJobsFollow()) say(name + ": only the first job is converted; another one follows it");
+  const std::uint64_t texts = session.textsShown();
+  if (texts > 0) say(name + ": text is not drawn; the job shows text " + counted(texts, "time"));
+}
+
+/**
+ * Runs the job into `pages` and calls `atEnd` with its converter, which is gone afterwards, so that its
+ * memory can be used again.
+ */
+Outcome convertJob(const Options& options, JobFile& job, const AtomicOutput& output, PageOutput& pages,
+                   const std::function<void(const Converter&)>& atEnd) {
+  Session session(messagesOf(options));
+  std::optional<Spool> setUp;
+  if (options.keepGoing) session.recordSetUp(setUp.emplace(output.folder()));
+  Conversion conversion(options, session, pages);
+  DscScanner scanner(conversion);
+  Envelope envelope(scanner);
+  job.pumpInto(envelope);
+  sayWhatIsMissing(jobName(options.job), envelope, session);
+  if (options.objects) atEnd(session.converter());
+  return {conversion.hasFailed(), conversion.comments()};
+}
+
+/** Puts the output in its place when it holds any page. */
+ExitCode deliver(const Options& options, AtomicOutput& output, bool hasFailed, std::size_t pages) {
+  if (pages == 0) {
+    say(jobName(options.job) + ": no page is complete, so nothing is written");
+    return ExitCode::Conversion;
+  }
+  output.commit();
+  if (!hasFailed) return ExitCode::Done;
+  say(outputName(options.output) + ": " + counted(pages, "complete page") + " written");
+  return ExitCode::Conversion;
+}
+
+ExitCode convertToPdf(const Options& options, JobFile& job, AtomicOutput& output, Spool& spool) {
+  PdfPages pages(spool);
+  Document& document = pages.document();
+  const Outcome outcome = convertJob(options, job, output, pages, [&](const Converter& converter) {
+    const PageCounts counts = pageCounts(document);
+    listObjects(converter.objects(), &counts, stderr);
+  });
+  document.media = options.media;
+  document.defaultBox = outcome.comments.defaultBox();
+  document.title = outcome.comments.title();
+  document.creator = outcome.comments.creator();
+  if (!document.pages.empty()) writePdf(document, pages.objects(), spool, output.file());
+  return deliver(options, output, outcome.hasFailed, document.pages.size());
+}
+
+ExitCode convertToText(const Options& options, JobFile& job, AtomicOutput& output, Spool& spool) {
+  TextPages pages(spool, output);
+  const Outcome outcome = convertJob(options, job, output, pages, [](const Converter& converter) {
+    listObjects(converter.objects(), nullptr, stderr);
+  });
+  return deliver(options, output, outcome.hasFailed, pages.pageCount());
+}
+
+ExitCode convert(const Options& options) {
+  JobFile job(options.job);
+  if (job.isSameAs(options.output)) throw UsageError("the output would replace the job itself");
+  AtomicOutput output(options.output);
+  Spool spool(output.folder());
+  return options.content ? convertToText(options, job, output, spool)
+                         : convertToPdf(options, job, output, spool);
+}
+
+}  // namespace
+
+ExitCode runProgram(const Options& options) {
+  try {
+    return convert(options);
+  } catch (const UsageError& error) {
+    say(error.what());
+    return ExitCode::Usage;
+  } catch (const InputError& error) {
+    say(jobName(options.job) + " " + error.what());
+    return ExitCode::Input;
+  } catch (const OutputError& error) {
+    say(outputName(options.output) + " " + error.what());
+    return ExitCode::Output;
+  } catch (const std::bad_alloc&) {
+    say(jobName(options.job) + ": out of memory");
+    return ExitCode::Conversion;
+  }
+}
+
+}  // namespace quillpress::cli

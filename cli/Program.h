@@ -1,0 +1,14 @@
+#ifndef QUILLPRESS_CLI_PROGRAM_H
+#define QUILLPRESS_CLI_PROGRAM_H
+
+#include "cli/ExitCode.h"
+#include "cli/Options.h"
+
+namespace quillpress::cli {
+
+/** Does what the options say. Everything that can go wrong has been said when it returns. */
+ExitCode runProgram(const Options& options);
+
+}  // namespace quillpress::cli
+
+#endif

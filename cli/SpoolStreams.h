@@ -1,0 +1,39 @@
+#ifndef QUILLPRESS_CLI_SPOOL_STREAMS_H
+#define QUILLPRESS_CLI_SPOOL_STREAMS_H
+
+#include <memory>
+#include <qpdf/QPDFObjectHandle.hh>
+#include <vector>
+
+#include "cli/Spool.h"
+
+namespace quillpress::cli {
+
+/**
+ * Gives PDF streams their data from the spool when they are written, so that none of it waits in memory.
+ * One object serves all streams of a file.
+ */
+class SpoolStreams final : public QPDFObjectHandle::StreamDataProvider,
+                           public std::enable_shared_from_this<SpoolStreams> {
+ public:
+  explicit SpoolStreams(const Spool& spool);
+
+  /** `stream` gets the bytes of `piece`, which are what its dictionary says. */
+  void provide(QPDFObjectHandle stream, const Spool::Piece& piece);
+
+  /** The same for a piece in the form of FlateDecode; the dictionary is made to say so. */
+  void provideDeflated(QPDFObjectHandle stream, const Spool::Piece& piece);
+
+  void provideStreamData(QPDFObjGen const& stream, Pipeline* pipeline) override;
+
+ private:
+  void remember(QPDFObjectHandle stream, const Spool::Piece& piece);
+
+  const Spool& spool_;
+  QPDFObjectHandle flate_;
+  std::vector<Spool::Piece> pieces_;  // by object number
+};
+
+}  // namespace quillpress::cli
+
+#endif

@@ -86,17 +86,29 @@ DelimiterSet Parser::delimitersOf(State state) {
 
 // Takes in one byte of an escape, or everything up to the next delimiter. False at the chunk's end.
 bool Parser::gather() {
-  if (!escapePending_) return scan(delimitersOf(state_));
+  if (!escapePending_) {
+    if (state_ == State::kNormal && tokenText_.empty()) skipWhiteSpace();
+    return scan(delimitersOf(state_));
+  }
   if (atEnd()) return false;
   escapeText_.push_back(*cursor_++);
   return true;
 }
 
+void Parser::skipWhiteSpace() {
+  while (!atEnd() && isWhiteSpace(*cursor_)) ++cursor_;
+}
+
 bool Parser::scan(DelimiterSet delimiters) {
   const char* const runStart = cursor_;
   cursor_ = std::find_if(cursor_, chunkEnd_, [delimiters](char c) { return isDelimiter(delimiters, c); });
-  // A comment's text is never needed, and may be of any length.
-  if (state_ != State::kComment) tokenText_.append(runStart, cursor_);
+  const bool isWord = state_ == State::kNormal || state_ == State::kLiteralName;
+  if (isWord && !atEnd() && tokenText_.empty()) {
+    gathered_ = {runStart, static_cast<std::size_t>(cursor_ - runStart)};  // most words need no copy
+  } else if (state_ != State::kComment) {  // a comment's text is never needed, and may be of any length
+    tokenText_.append(runStart, cursor_);
+    gathered_ = tokenText_;
+  }
   if (atEnd()) return false;
   stopCharacter_ = *cursor_;
   return true;
@@ -128,12 +140,12 @@ void Parser::endToken() {
 }
 
 Ref<PostscriptObject> Parser::inNormal() {
-  if (tokenText_.empty()) {
+  if (gathered_.empty()) {
     skipChar();
     return openToken(stopCharacter_);
   }
-  Ref<PostscriptObject> token = isSignOfJob() ? nullptr : numberFromToken(tokenText_);
-  if (!token) token = make<NameObject>(tokenText_);
+  Ref<PostscriptObject> token = isSignOfJob() ? nullptr : numberFromToken(gathered_);
+  if (!token) token = recentNames_.executableName(gathered_);
   endToken();
   return token;
 }
@@ -141,8 +153,8 @@ Ref<PostscriptObject> Parser::inNormal() {
 // A lone sign is the number 0. But drivers' procedure sets abbreviate rlineto and translate by signs in
 // dictionaries of their own, and while such a dictionary is begun a sign means what it says there.
 bool Parser::isSignOfJob() const {
-  return tokenText_.size() == 1 && (tokenText_.front() == '+' || tokenText_.front() == '-') &&
-         dictionaries_.isDefinedByJob(DictionaryKey(tokenText_));
+  return gathered_.size() == 1 && (gathered_.front() == '+' || gathered_.front() == '-') &&
+         dictionaries_.isDefinedByJob(DictionaryKey(gathered_));
 }
 
 Ref<PostscriptObject> Parser::openToken(char delimiter) {
@@ -177,20 +189,20 @@ Ref<PostscriptObject> Parser::inComment() {
 }
 
 Ref<PostscriptObject> Parser::inLiteralName() {
-  if (tokenText_.empty() && stopCharacter_ == '/') {
+  if (gathered_.empty() && stopCharacter_ == '/') {
     skipChar();
     tokenText_.push_back('/');
     return nullptr;
   }
-  if (tokenText_.size() > 1 && tokenText_.front() == '/') {
-    Ref<PostscriptObject> value = dictionaries_.lookup(DictionaryKey(std::string_view(tokenText_).substr(1)));
+  if (gathered_.size() > 1 && gathered_.front() == '/') {
+    Ref<PostscriptObject> value = dictionaries_.lookup(DictionaryKey(gathered_.substr(1)));
     // Kept: thrown before the text is emptied, so every later call throws again until the name is
     // defined.
     if (!value) THROW_EX("Undefined Immediately Evaluated Name");
     endToken();
     return value;
   }
-  auto name = make<NameObject>(tokenText_);
+  auto name = make<NameObject>(gathered_);
   name->executable = false;
   endToken();
   return name;

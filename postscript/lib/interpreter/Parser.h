@@ -6,6 +6,7 @@
 #include "interpreter/CharacterClasses.h"
 #include "interpreter/DictionarySet.h"
 #include "interpreter/MemorySet.h"
+#include "interpreter/RecentNames.h"
 
 namespace quillpress {
 
@@ -53,6 +54,7 @@ class Parser {
   [[nodiscard]] static DelimiterSet delimitersOf(State state);
   bool gather();
   bool scan(DelimiterSet delimiters);
+  void skipWhiteSpace();
   Ref<PostscriptObject> finishGathered();
 
   Ref<PostscriptObject> inNormal();
@@ -72,7 +74,8 @@ class Parser {
   const char* cursor_ = "";
   const char* chunkStart_ = cursor_;
   const char* chunkEnd_ = cursor_;
-  std::string tokenText_;
+  std::string tokenText_;      // what is kept of the token in progress
+  std::string_view gathered_;  // a name's or number's whole text: in the chunk, or in tokenText_
   char stopCharacter_ = 0;
   bool escapePending_ = false;
   std::string escapeText_;
@@ -80,6 +83,7 @@ class Parser {
   const DictionarySet& dictionaries_;
   State state_ = State::kNormal;
   int parenthesisDepth_ = 0;
+  RecentNames recentNames_;
   bool delimiterPending_ = false;  // the cursor stands on the white-space byte that ended the last token
   bool lineFeedPending_ = false;   // a carriage return ended the chunk; a line feed may belong to it
 };

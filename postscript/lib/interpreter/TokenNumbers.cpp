@@ -12,6 +12,10 @@ bool mayBeginNumber(char c) {
   return (c >= '0' && c <= '9') || c == '.' || c == '+' || c == '-';
 }
 
+bool hasRadixSign(std::string_view text) {
+  return text.size() > 2 && (text[1] == '#' || text[2] == '#');
+}
+
 // Kept: a sign stands only at the very front, so 1e-5 is a name.
 bool isSpelledLikeReal(std::string_view text) {
   int points = 0;
@@ -31,8 +35,11 @@ bool isSpelledLikeReal(std::string_view text) {
 
 Ref<PostscriptObject> numberFromToken(std::string_view text) {
   if (!mayBeginNumber(text.front())) return nullptr;
-  if (const auto radix = parseRadixInteger(text)) return make<IntegerObject>(*radix);
+  if (hasRadixSign(text)) {
+    if (const auto radix = parseRadixInteger(text)) return make<IntegerObject>(*radix);
+  }
   if (const auto integer = parseDecimalInteger(text)) return make<IntegerObject>(*integer);
+  if (const auto decimal = parsePlainDecimal(text)) return make<RealObject>(*decimal);
   if (!isSpelledLikeReal(text)) return nullptr;
   if (const auto real = parseReal(text)) return make<RealObject>(*real);
   return nullptr;

@@ -3,6 +3,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <string_view>
 
 namespace quillpress {
@@ -15,6 +16,42 @@ int decimalsFor(double magnitude) {
   if (magnitude >= 1000) return 1;
   if (magnitude >= 10) return 3;  // Kept: the hundreds have as many decimals as the tens
   return magnitude >= 1 ? 4 : 5;
+}
+
+// The value times ten to the decimals, rounded, when there can be no doubt about the rounding: the product
+// is off by far less than the distance that is kept from a tie. Otherwise -1.
+std::int64_t clearlyRounded(double magnitude, int decimals) {
+  static constexpr std::array<double, 6> kPowersOfTen{1, 1e1, 1e2, 1e3, 1e4, 1e5};
+  const double scaled = magnitude * kPowersOfTen[static_cast<std::size_t>(decimals)];
+  const auto whole = static_cast<std::int64_t>(scaled);
+  const double fraction = scaled - static_cast<double>(whole);
+  if (std::fabs(fraction - 0.5) < 1e-6) return -1;
+  return fraction > 0.5 ? whole + 1 : whole;
+}
+
+// Writes a rounded value, scaled by ten to the decimals, without zeros at the end.
+void appendScaled(std::string& text, bool negative, std::int64_t scaled, int decimals) {
+  std::array<char, 24> buffer;
+  char* const end = buffer.data() + buffer.size();
+  char* position = end;
+  while (decimals > 0 && scaled % 10 == 0) {
+    scaled /= 10;
+    --decimals;
+  }
+  const bool isZero = scaled == 0;
+  if (decimals > 0) {
+    for (; decimals > 0; --decimals) {
+      *--position = static_cast<char>('0' + scaled % 10);
+      scaled /= 10;
+    }
+    *--position = '.';
+  }
+  do {
+    *--position = static_cast<char>('0' + scaled % 10);
+    scaled /= 10;
+  } while (scaled > 0);
+  if (negative && !isZero) *--position = '-';
+  text.append(position, static_cast<std::size_t>(end - position));
 }
 
 std::string_view withoutTrailingZeros(std::string_view digits) {
@@ -36,7 +73,13 @@ void appendNumber(std::string& text, double value) {
       text.append(begin, std::to_chars(begin, end, whole).ptr);
       return;
     }
-    const auto result = std::to_chars(begin, end, value, std::chars_format::fixed, decimalsFor(magnitude));
+    const int decimals = decimalsFor(magnitude);
+    const std::int64_t rounded = clearlyRounded(magnitude, decimals);
+    if (rounded >= 0) {
+      appendScaled(text, value < 0, rounded, decimals);
+      return;
+    }
+    const auto result = std::to_chars(begin, end, value, std::chars_format::fixed, decimals);
     text.append(withoutTrailingZeros({begin, static_cast<std::size_t>(result.ptr - begin)}));
   } else if (std::isfinite(value)) {
     text.append(begin, std::to_chars(begin, end, value, std::chars_format::fixed, 0).ptr);

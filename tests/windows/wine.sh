@@ -23,6 +23,13 @@ usePrefix() {
   export WINEPREFIX="$folder/prefix"
 }
 
+makePrefix() {
+  # The last command: a program that crashes ends at once instead of asking for a debugger.
+  wineserver -p &&
+    wineboot -i &&
+    wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f
+}
+
 removePrefix() {
   usePrefix
   wineserver -k || true # it says no when nothing runs any more
@@ -36,11 +43,15 @@ case $verb in
     if [ -s "$note" ]; then removePrefix; fi
     mkdir -p "$(dirname "$note")"
     folder=$(mktemp -d "${TMPDIR:-/tmp}/quillpress-wine.XXXXXX")
+    mkdir "$folder/prefix"
     echo "$folder" > "$note"
     usePrefix
-    wineboot -i < /dev/null
-    # A program that crashes ends at once instead of asking for a debugger.
-    wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f < /dev/null
+    # Windows starts here once, for all tests: -p keeps its server when no program runs. Its services live on,
+    # so they must not hold the pipe through which ctest reads this script.
+    makePrefix < /dev/null > "$folder/log" 2>&1 || {
+      cat "$folder/log"
+      exit 1
+    }
     ;;
   run)
     usePrefix

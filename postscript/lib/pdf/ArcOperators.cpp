@@ -1,6 +1,7 @@
 #include "pdf/ArcOperators.h"
 
 #include <cmath>
+#include <numbers>
 
 #include "pdf/ArcSweep.h"
 
@@ -17,9 +18,9 @@ double raisedAbove(double bound, double angle) {
   return angle > bound ? angle : angle + kFullTurn;
 }
 
-// Degrees of the direction from one point to another, as arcPieces reads them.
+// The direction from one point to another, in radians.
 double directionOf(Point from, Point to) {
-  return std::atan2(to.y - from.y, to.x - from.x) * 180.0 / kPi;
+  return std::atan2(to.y - from.y, to.x - from.x);
 }
 
 Point along(Point from, Point to, double distance) {
@@ -82,8 +83,8 @@ Arcter::TangentPoints Arcter::popAndDraw(Interpreter& interpreter) {
   if (!rounded.isStraight) {
     const Point centre = rounded.circle.centre;
     const double startAngle = directionOf(centre, rounded.firstTangent);
-    const double turn = std::remainder(directionOf(centre, rounded.secondTangent) - startAngle, kFullTurn);
-    pieces = arcPieces(rounded.circle, startAngle, startAngle + turn);
+    const double turn = directionOf(centre, rounded.secondTangent) - startAngle;
+    pieces = cornerPieces(rounded.circle, startAngle, std::remainder(turn, 2 * std::numbers::pi));
   }
   converter.writePendingMove();
   converter.writeLine(rounded.firstTangent);

@@ -11,6 +11,7 @@ namespace quillpress {
 namespace {
 
 constexpr double kQuadrant = 90;
+constexpr double kQuadrantInRadians = 1.5708;  // a little more, so that a right angle is one piece
 constexpr double kMaxSweep = 360.0 * 1000;  // keeps a hostile job from filling the memory with curves
 
 Point onCircle(const Circle& circle, double radius, double radians) {
@@ -51,6 +52,13 @@ std::vector<ArcPiece> arcPieces(const Circle& circle, double startAngle, double 
     angle = next;
   }
   return pieces;
+}
+
+std::vector<ArcPiece> cornerPieces(const Circle& circle, double startAngle, double turn) {
+  const double endAngle = startAngle + turn;
+  if (std::fabs(turn) <= kQuadrantInRadians) return {pieceBetween(circle, startAngle, endAngle)};
+  const double middle = startAngle + turn / 2;
+  return {pieceBetween(circle, startAngle, middle), pieceBetween(circle, middle, endAngle)};
 }
 
 }  // namespace quillpress

@@ -24,4 +24,9 @@ struct ArcPiece {
 // more full turns than anybody draws.
 std::vector<ArcPiece> arcPieces(const Circle& circle, double startAngle, double endAngle);
 
+// The curves of a turn of less than half a circle, from an angle in radians, clockwise when the turn is
+// negative: one up to a quadrant, else two equal ones. Rounded corners stand at any angle, and cutting them
+// at the multiples of 90 degrees would leave slivers.
+std::vector<ArcPiece> cornerPieces(const Circle& circle, double startAngle, double turn);
+
 }  // namespace quillpress

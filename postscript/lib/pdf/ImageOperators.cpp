@@ -114,6 +114,7 @@ void ImagemaskOperator::execute(Interpreter& interpreter) {
   const bool polarity = operands.pop<BooleanObject>(text)->value;
   const std::int32_t height = operands.pop<IntegerObject>("imagemask height")->value;
   const std::int32_t width = operands.pop<IntegerObject>("imagemask width")->value;
+  if (width < 0 || height < 0) THROW_EX("negative imagemask width or height");
 
   PageContent& content = converter.content();
   content.append("BI\n/W ");

@@ -32,7 +32,7 @@ void MakepatternOperator::begin(Interpreter& interpreter) {
   converter.writeMatrix({xStep, 0, 0, yStep, 0, 0});
   const Matrix matrix = Matrix::of(*matrixOperand);
 
-  outerStates_ = converter.states();
+  pageDrawing_ = converter.suspendPageDrawing();
   pattern_ = converter.objects().create(PdfObjectKind::kPattern, "/PA");
   converter.setInPattern(true);
   pattern_->setDictionary(patternDictionaryText(*dictionary, matrix));
@@ -51,7 +51,8 @@ void MakepatternOperator::finish() {
   if (pattern_->hasData()) THROW_CONVERTER_EX("dont supported nested patterns yet");
   converter.content().append("Q\n");
   converter.setInPattern(false);
-  converter.restoreStates(std::move(outerStates_));
+  converter.resumePageDrawing(std::move(pageDrawing_));
+  pageDrawing_ = {};
   // A paint procedure that went on in a later call has left only that call's content to take.
   const bool sameCall = callNumber_ == converter.callNumber();
   pattern_->setData(converter.content().cutFrom(sameCall ? contentStart_ : 0));

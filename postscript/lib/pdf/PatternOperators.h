@@ -21,7 +21,7 @@ class MakepatternOperator final : public NameObject, private Postscript2PdfObjec
   unsigned callNumber_ = 0;  // the call of the converter in which contentStart_ means something
   Ref<DictionaryObject> dictionary_;
   std::shared_ptr<OwnedPdfObject> pattern_;  // none while no pattern is in progress
-  Postscript2Pdf::GraphicsStates outerStates_;
+  Postscript2Pdf::PageDrawing pageDrawing_;
 };
 
 // dict  setpattern  -      Selects the pattern that was made from this very dictionary object as the fill

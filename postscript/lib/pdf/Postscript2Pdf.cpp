@@ -26,6 +26,7 @@ bool Postscript2Pdf::convert(const char* data, int length) {
 }
 
 void Postscript2Pdf::startPage(const Matrix& defaultMatrix) {
+  ++pageNumber_;
   defaultMatrix_ = defaultMatrix;
   pathPending_ = false;
   pathWritten_ = false;
@@ -46,6 +47,21 @@ void Postscript2Pdf::popState() {
   if (states_.empty()) THROW_EX("No graphics states to pop");
   states_.pop_back();
   if (states_.empty()) pushFreshState();
+}
+
+Postscript2Pdf::PageDrawing Postscript2Pdf::suspendPageDrawing() {
+  PageDrawing drawing{states_, pathPending_, pathWritten_, pageNumber_};
+  pathPending_ = false;
+  pathWritten_ = false;
+  state().pathOpen = false;
+  return drawing;
+}
+
+void Postscript2Pdf::resumePageDrawing(PageDrawing drawing) {
+  if (drawing.pageNumber != pageNumber_) return;
+  states_ = std::move(drawing.states);
+  pathPending_ = drawing.pathPending;
+  pathWritten_ = drawing.pathWritten;
 }
 
 void Postscript2Pdf::rememberSave() {
@@ -115,6 +131,15 @@ void Postscript2Pdf::abandonPath() {
   state().pathOpen = false;
   if (pathWritten_) content_.append("n\n");
   pathWritten_ = false;
+}
+
+void Postscript2Pdf::changeUserSpace(const Matrix& step, const Matrix& ctm) {
+  writeMatrix(step);
+  state().ctm = ctm;
+  if (!(pathPending_ || pathWritten_) || !step.isInvertible()) return;
+  const Matrix toNewSpace = step.inverse();
+  state().currentPoint = transform(toNewSpace, state().currentPoint);
+  state().subpathStart = transform(toNewSpace, state().subpathStart);
 }
 
 void Postscript2Pdf::writeMatrix(const Matrix& matrix) {

@@ -42,10 +42,19 @@ class Postscript2Pdf {
   // The last state that is popped is replaced by a fresh one.
   void popState();
 
-  // The whole stack of states, to bring back what a paint procedure changes.
-  using GraphicsStates = std::vector<GraphicsState>;
-  [[nodiscard]] const GraphicsStates& states() const { return states_; }
-  void restoreStates(GraphicsStates states) { states_ = std::move(states); }
+  // What a pattern's paint procedure must not change: the graphics states and the path of the page.
+  struct PageDrawing {
+    std::vector<GraphicsState> states;
+    bool pathPending = false;
+    bool pathWritten = false;
+    unsigned pageNumber = 0;
+  };
+
+  // Goes on without a path.
+  [[nodiscard]] PageDrawing suspendPageDrawing();
+
+  // Brings back what was suspended, unless a new page has begun since.
+  void resumePageDrawing(PageDrawing drawing);
 
   // save remembers how many states there are; restore pops down to that.
   void rememberSave();
@@ -75,6 +84,10 @@ class Postscript2Pdf {
   // Writes "cm".
   void writeMatrix(const Matrix& matrix);
 
+  // Makes user space begin with `step`, and `ctm` the current matrix. While a path is being built its current
+  // point stays where it is on the page, so its coordinates change.
+  void changeUserSpace(const Matrix& step, const Matrix& ctm);
+
   // While a pattern's paint procedure runs, images are written inline.
   [[nodiscard]] bool isInPattern() const { return inPattern_; }
   void setInPattern(bool inPattern) { inPattern_ = inPattern; }
@@ -86,13 +99,14 @@ class Postscript2Pdf {
  private:
   void pushFreshState();
 
-  GraphicsStates states_;
+  std::vector<GraphicsState> states_;
   std::vector<std::size_t> savedDepths_;
   Matrix defaultMatrix_;
   std::string errorText_;
   PageContent content_;
   PdfObjectList& objects_ = PdfObjectList::ofProcess();
   unsigned callNumber_ = 0;
+  unsigned pageNumber_ = 0;
   bool pathPending_ = false;  // a move has been made and not been written
   bool pathWritten_ = false;  // something of a path stands in the content that nothing has ended yet
   bool inPattern_ = false;

@@ -26,6 +26,7 @@ void ResourcestatusOperator::execute(Interpreter& interpreter) {
 void StatusdictOperator::execute(Interpreter& interpreter) {
   MemorySet& memory = interpreter.memory();
   const Ref<DictionaryObject> status = memory.newDictionary();
+  status->executable = true;  // Kept: like the built-in dictionaries, unlike those of dict
   status->define("product", memory.newString("marlowtin postscript interpreter - all rights reservered"));
   status->define("processcolors", make<IntegerObject>(3));
   interpreter.operandStack().push(status);

@@ -14,13 +14,12 @@ namespace {
 /** The bytes with which a mark can begin. Nearly all content text is numbers, which hold none of them. */
 constexpr std::array<bool, 256> kMayBegin = [] {
   std::array<bool, 256> table{};
-  for (const unsigned char byte : {'q', 'Q', '/', 'B'}) table[byte] = true;
+  for (const unsigned char byte : {'q', 'Q', '/', 'B', 'c'}) table[byte] = true;
   return table;
 }();
 
-bool mayBegin(char byte) {
-  return kMayBegin[static_cast<unsigned char>(byte)];
-}
+/** A value and not a function, so that the search below is compiled around it. */
+constexpr auto kMayBeginMark = [](char byte) { return kMayBegin[static_cast<unsigned char>(byte)]; };
 
 bool isTokenEnd(std::string_view text, std::size_t at) {
   return at >= text.size() || isWhite(text[at]);
@@ -32,7 +31,7 @@ bool ContentScanner::next(std::size_t limit, ContentMark& mark) {
   limit = std::min(limit, text_.size());
   while (at_ < limit) {
     const char* const begin = text_.data() + at_;
-    const char* const found = std::find_if(begin, text_.data() + limit, mayBegin);
+    const char* const found = std::find_if(begin, text_.data() + limit, kMayBeginMark);
     at_ += static_cast<std::size_t>(found - begin);
     if (at_ == limit) return false;
     if (markAt(at_, mark)) {
@@ -46,13 +45,26 @@ bool ContentScanner::next(std::size_t limit, ContentMark& mark) {
 
 bool ContentScanner::markAt(std::size_t at, ContentMark& mark) const {
   if (at > 0 && !isWhite(text_[at - 1])) return false;
-  if (text_[at] == '/') return objectAt(at, mark);
-  mark = {ContentMark::Kind::Save, at, at + 1, 0};
-  if (text_[at] == 'Q') mark.kind = ContentMark::Kind::Restore;
-  if (text_[at] != 'B') return isTokenEnd(text_, at + 1);
-  if (text_.substr(at, 2) != "BI" || !isTokenEnd(text_, at + 2)) return false;
-  mark = {ContentMark::Kind::InlineImage, at, at + inlineImageLength(text_.substr(at)), 0};
-  return true;
+  switch (text_[at]) {
+    case 'q':
+      return operatorAt(at, "q", ContentMark::Kind::Save, mark);
+    case 'Q':
+      return operatorAt(at, "Q", ContentMark::Kind::Restore, mark);
+    case 'c':
+      return operatorAt(at, "cm", ContentMark::Kind::Concat, mark);
+    case 'B':
+      if (!operatorAt(at, "BI", ContentMark::Kind::InlineImage, mark)) return false;
+      mark.end = at + inlineImageLength(text_.substr(at));
+      return true;
+    default:
+      return objectAt(at, mark);
+  }
+}
+
+bool ContentScanner::operatorAt(std::size_t at, std::string_view name, ContentMark::Kind kind,
+                                ContentMark& mark) const {
+  mark = {kind, at, at + name.size(), 0};
+  return text_.substr(at, name.size()) == name && isTokenEnd(text_, mark.end);
 }
 
 /** Recognises /PSI and /PA with a number behind them, the names that the converter gives to objects. */

@@ -11,6 +11,7 @@ struct ContentMark {
   enum class Kind {
     Save,         // q
     Restore,      // Q
+    Concat,       // cm
     Object,       // the name of an image or pattern object
     InlineImage,  // from BI to EI
   };
@@ -28,7 +29,7 @@ struct ContentMark {
  */
 class ContentScanner {
  public:
-  explicit ContentScanner(std::string_view text) : text_(text) {}
+  explicit ContentScanner(std::string_view text, std::size_t begin = 0) : text_(text), at_(begin) {}
 
   /** Finds the next mark that begins before `limit`; false, with the position there, when there is none. */
   bool next(std::size_t limit, ContentMark& mark);
@@ -37,6 +38,7 @@ class ContentScanner {
 
  private:
   bool markAt(std::size_t at, ContentMark& mark) const;
+  bool operatorAt(std::size_t at, std::string_view name, ContentMark::Kind kind, ContentMark& mark) const;
   bool objectAt(std::size_t at, ContentMark& mark) const;
 
   std::string_view text_;

@@ -6,14 +6,14 @@
 
 namespace quillpress::cli {
 
-namespace {
-
-constexpr int kLevel = 6;
-
-}  // namespace
-
-Deflater::Deflater() : compressor_(libdeflate_alloc_compressor(kLevel)) {
+Deflater::Deflater(Effort effort) : compressor_(libdeflate_alloc_compressor(static_cast<int>(effort))) {
   if (!compressor_) throw std::bad_alloc();
+}
+
+std::size_t Deflater::deflatedSize(std::string_view bytes) const {
+  std::size_t size = 0;
+  deflate(bytes, [&size](std::string_view deflated) { size = deflated.size(); });
+  return size;
 }
 
 std::size_t Deflater::bound(std::size_t size) const {

@@ -12,7 +12,10 @@ namespace quillpress::cli {
 /** Compresses whole blocks of bytes for PDF's FlateDecode. */
 class Deflater {
  public:
-  Deflater();
+  /** How long to look for repetitions. */
+  enum class Effort { None = 0, Usual = 6, Thorough = 7 };
+
+  explicit Deflater(Effort effort = Effort::Usual);
 
   /** Calls `take(std::string_view)` with the compressed form of `bytes`, which is gone afterwards. */
   template <typename Take>
@@ -21,6 +24,9 @@ class Deflater {
     const auto room = std::make_unique_for_overwrite<char[]>(bound(bytes.size()));
     take(std::string_view(room.get(), deflateInto(room.get(), bytes)));
   }
+
+  /** The length of the compressed form of `bytes`. */
+  [[nodiscard]] std::size_t deflatedSize(std::string_view bytes) const;
 
  private:
   struct Free {

@@ -28,9 +28,8 @@ bool isFiller(char byte) {
   return isWhite(byte) || byte == kControlD;
 }
 
-bool isEnvelopeByte(char byte) {
-  return byte == kControlD || byte == kEscape;
-}
+/** A value and not a function, so that the search through the whole job is compiled around it. */
+constexpr auto kIsEnvelopeByte = [](char byte) { return byte == kControlD || byte == kEscape; };
 
 /** Where the job ends among some bytes of it; behind their last byte when nothing says that it does. */
 struct Ending {
@@ -43,14 +42,14 @@ struct Ending {
  * since binary data may hold one; so it is a possible end as long as only filler stands behind it.
  */
 Ending findEnding(std::string_view bytes) {
-  auto at = std::find_if(bytes.begin(), bytes.end(), isEnvelopeByte);
+  auto at = std::find_if(bytes.begin(), bytes.end(), kIsEnvelopeByte);
   while (at != bytes.end()) {
     const auto behind = std::find_if_not(at, bytes.end(), isFiller);
     const std::string_view rest(behind, bytes.end());
     const auto place = static_cast<std::size_t>(at - bytes.begin());
     if (rest.starts_with(kUniversalExit)) return {place, true};
     if (isBeginOf(rest, kUniversalExit) && behind - at <= kLongestTail) return {place, false};
-    at = std::find_if(std::max(behind, at + 1), bytes.end(), isEnvelopeByte);
+    at = std::find_if(std::max(behind, at + 1), bytes.end(), kIsEnvelopeByte);
   }
   return {bytes.size(), false};
 }

@@ -1,15 +1,22 @@
 #include "cli/ObjectDictionary.h"
 
-#include <stdexcept>
+#include <qpdf/QPDFExc.hh>
 
 namespace quillpress::cli {
 
 namespace {
 
+constexpr int kMatrixNumbers = 6;
+constexpr int kMatrixDecimals = 6;
+
 QPDFObjectHandle parsed(const std::string& body) {
-  QPDFObjectHandle dictionary = QPDFObjectHandle::parse("<<" + body + ">>", "object dictionary");
-  if (!dictionary.isDictionary()) throw std::runtime_error("not a dictionary");
-  return dictionary;
+  try {
+    QPDFObjectHandle dictionary = QPDFObjectHandle::parse("<<" + body + ">>", "object dictionary");
+    if (dictionary.isDictionary()) return dictionary;
+  } catch (const QPDFExc& error) {
+    throw BrokenDictionary(error.getMessageDetail());
+  }
+  throw BrokenDictionary("it is something else");
 }
 
 bool isNumbers(QPDFObjectHandle array, int count) {
@@ -36,6 +43,27 @@ void closeMatrix(std::string& text) {
   const std::size_t behind = text.find_first_not_of(" \n", at + kOpen.size());
   if (behind == std::string::npos || text[behind] != '/') return;
   text.insert(behind, "0 0 0 0 0 0]\n");
+}
+
+Matrix matrixOf(QPDFObjectHandle array) {
+  const auto number = [&](int place) { return array.getArrayItem(place).getNumericValue(); };
+  return {number(0), number(1), number(2), number(3), number(4), number(5)};
+}
+
+QPDFObjectHandle matrixArray(const Matrix& matrix) {
+  auto array = QPDFObjectHandle::newArray();
+  for (const double number : {matrix.a, matrix.b, matrix.c, matrix.d, matrix.tx, matrix.ty}) {
+    array.appendItem(QPDFObjectHandle::newReal(number, kMatrixDecimals));
+  }
+  return array;
+}
+
+/** Leaves the record's matrix as it is written when there is nothing to add to it. */
+void placeMatrix(QPDFObjectHandle dictionary, const Matrix& place) {
+  const bool isMatrix = isNumbers(dictionary.getKey("/Matrix"), kMatrixNumbers);
+  if (isMatrix && place == Matrix()) return;
+  const Matrix own = isMatrix ? matrixOf(dictionary.getKey("/Matrix")) : Matrix();
+  dictionary.replaceKey("/Matrix", matrixArray(own.then(place)));
 }
 
 void completeBox(QPDFObjectHandle dictionary) {
@@ -66,14 +94,14 @@ QPDFObjectHandle imageDictionary(const std::string& text) {
   return parsed(text);
 }
 
-QPDFObjectHandle patternDictionary(std::string text) {
+QPDFObjectHandle patternDictionary(std::string text, const Matrix& place) {
   closeMatrix(text);
   QPDFObjectHandle dictionary = parsed(text);
   // A tiling pattern, whatever the job calls it. It is selected without colour components, so it can only
   // be one that brings its own colours.
   dictionary.replaceKey("/PatternType", QPDFObjectHandle::newInteger(1));
   dictionary.replaceKey("/PaintType", QPDFObjectHandle::newInteger(1));
-  if (!isNumbers(dictionary.getKey("/Matrix"), 6)) dictionary.removeKey("/Matrix");
+  placeMatrix(dictionary, place);
   completeBox(dictionary);
   completeStep(dictionary, "/XStep", 0, 2);
   completeStep(dictionary, "/YStep", 1, 3);

@@ -1,6 +1,5 @@
 #include "cli/ObjectList.h"
 
-#include <stdexcept>
 #include <string>
 
 #include "cli/Messages.h"
@@ -27,7 +26,7 @@ std::string imageText(const std::string& text) {
 }
 
 std::string patternText(const std::string& text) {
-  const QPDFObjectHandle dictionary = patternDictionary(text);
+  const QPDFObjectHandle dictionary = patternDictionary(text, Matrix());
   return "cell " + valueText(dictionary, "/BBox") + ", steps " + valueText(dictionary, "/XStep") + " and " +
          valueText(dictionary, "/YStep");
 }
@@ -38,7 +37,7 @@ std::string description(const PdfObject& object) {
   const std::string kind = isPattern ? "pattern: " : "image: ";
   try {
     return kind + (isPattern ? patternText(dictionary) : imageText(dictionary));
-  } catch (const std::runtime_error&) {
+  } catch (const BrokenDictionary&) {
     return kind + "broken dictionary";
   }
 }

@@ -1,5 +1,9 @@
 #include "cli/ObjectStore.h"
 
+#include "cli/DeflateTask.h"
+#include "cli/ImageEncoding.h"
+#include "cli/Messages.h"
+#include "cli/ObjectDictionary.h"
 #include "cli/PatternContent.h"
 #include "quillpress/converter.h"
 
@@ -13,6 +17,10 @@ const PdfObject* findObject(unsigned number, std::span<const PdfObject* const> l
   return number >= 1 && number <= list.size() ? list[number - 1] : nullptr;
 }
 
+std::string dictionaryOf(const PdfObject& object) {
+  return object.dictionary == nullptr ? "" : object.dictionary;
+}
+
 /** The data of an object; a pattern whose paint procedure failed has none. */
 std::string_view dataOf(const PdfObject& object) {
   return object.data == nullptr ? std::string_view() : std::string_view(object.data, object.dataLength);
@@ -20,27 +28,41 @@ std::string_view dataOf(const PdfObject& object) {
 
 }  // namespace
 
-void ObjectStore::keep(unsigned number, std::span<const PdfObject* const> list) {
-  const PdfObject* const source = findObject(number, list);
-  if (source == nullptr || has(number)) return;
-  StoredObject& object = stored_[number];
-  object.name = source->name;
-  object.dictionary = source->dictionary == nullptr ? "" : source->dictionary;
-  object.isPattern = source->kind == PDF_OBJECT_PATTERN;
-  if (!object.isPattern) return keepData(object, dataOf(*source), source->compress == 1);
-  PatternContent content = readPatternContent(dataOf(*source));
-  keepData(object, content.text, true);
-  object.objects = std::move(content.objects);
-  for (const unsigned inner : object.objects) keep(inner, list);
+void ObjectStore::keep(const ObjectUses& uses, std::span<const PdfObject* const> list) {
+  for (const auto& [number, place] : uses) {
+    const PdfObject* const source = findObject(number, list);
+    if (source == nullptr || has(number)) continue;
+    StoredObject& object = stored_[number];
+    object.name = source->name;
+    object.isPattern = source->kind == PDF_OBJECT_PATTERN;
+    try {
+      object.isPattern ? keepPattern(object, *source, place) : keepImage(object, *source);
+      keep(object.objects, list);
+    } catch (const BrokenDictionary& error) {
+      object.isBroken = true;
+      say(object.name + " is left out, as its dictionary is broken: " + error.what());
+    }
+  }
 }
 
-void ObjectStore::keepData(StoredObject& object, std::string_view data, bool deflate) {
-  object.isDeflated = deflate;
-  if (deflate) {
-    deflater_.deflate(data, [&](std::string_view bytes) { object.data = spool_.append(bytes); });
+void ObjectStore::keepImage(StoredObject& object, const PdfObject& source) {
+  object.dictionary = imageDictionary(dictionaryOf(source));
+  const std::string_view data = dataOf(source);
+  if (source.compress == 1) {
+    const ImageEncoding encoding(object.dictionary, data);
+    encoding.describe(object.dictionary);
+    object.data = worker_.submit([encoding](Spool& spool) { return encoding.encode(spool); });
   } else {
-    object.data = spool_.append(data);
+    object.data = worker_.submit([data](Spool& spool) { return spool.append(data); });
   }
+}
+
+void ObjectStore::keepPattern(StoredObject& object, const PdfObject& source, const Matrix& place) {
+  object.dictionary = patternDictionary(dictionaryOf(source), place);
+  object.dictionary.replaceKey("/Filter", QPDFObjectHandle::newName("/FlateDecode"));
+  PatternContent content = readPatternContent(dataOf(source));
+  object.objects = std::move(content.objects);
+  object.data = worker_.submit(deflateTask(deflater_, std::move(content.text)));
 }
 
 }  // namespace quillpress::cli

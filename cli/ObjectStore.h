@@ -2,12 +2,14 @@
 #define QUILLPRESS_CLI_OBJECT_STORE_H
 
 #include <map>
-#include <set>
+#include <qpdf/QPDFObjectHandle.hh>
 #include <span>
 #include <string>
 
 #include "cli/Deflater.h"
-#include "cli/Spool.h"
+#include "cli/Matrix.h"
+#include "cli/ObjectUses.h"
+#include "cli/SpoolWorker.h"
 
 struct PdfObject;
 
@@ -17,29 +19,34 @@ namespace quillpress::cli {
 struct StoredObject {
   std::string name;  // with its slash
   bool isPattern = false;
-  std::string dictionary;  // body of the stream dictionary as the converter gives it
-  Spool::Piece data;
-  bool isDeflated = false;
-  std::set<unsigned> objects;  // what a pattern's own content names
+  bool isBroken = false;        // cannot be written; the rest is not set
+  QPDFObjectHandle dictionary;  // of the stream; a pattern's resources are yet to be set
+  SpoolWorker::Ticket data = 0;
+  ObjectUses objects;  // what a pattern's own content names
 };
 
-/** The objects of the written pages, each kept once in the spool however many pages draw it. */
+/** The objects of the written pages, each kept once however many pages draw it. */
 class ObjectStore {
  public:
-  ObjectStore(Spool& spool, const Deflater& deflater) : spool_(spool), deflater_(deflater) {}
+  /** Both live as long as the store; the deflater is for the worker alone. */
+  ObjectStore(SpoolWorker& worker, const Deflater& deflater) : worker_(worker), deflater_(deflater) {}
 
   [[nodiscard]] bool has(unsigned number) const { return stored_.contains(number); }
 
-  /** Keeps object `number` of the converter's list, with what it names itself. */
-  void keep(unsigned number, std::span<const PdfObject* const> list);
+  /**
+   * Keeps those of `uses` that are new, with what they name themselves; `list` is the converter's. Their data
+   * stays where it is until the worker has finished.
+   */
+  void keep(const ObjectUses& uses, std::span<const PdfObject* const> list);
 
   /** By number. Objects that a page names and the converter does not know are missing here. */
   [[nodiscard]] const std::map<unsigned, StoredObject>& objects() const { return stored_; }
 
  private:
-  void keepData(StoredObject& object, std::string_view data, bool deflate);
+  void keepImage(StoredObject& object, const PdfObject& source);
+  void keepPattern(StoredObject& object, const PdfObject& source, const Matrix& place);
 
-  Spool& spool_;
+  SpoolWorker& worker_;
   const Deflater& deflater_;
   std::map<unsigned, StoredObject> stored_;
 };

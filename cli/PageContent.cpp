@@ -1,7 +1,9 @@
 #include "cli/PageContent.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "cli/DeflateTask.h"
 #include "cli/TextScan.h"
 
 namespace quillpress::cli {
@@ -9,15 +11,15 @@ namespace quillpress::cli {
 namespace {
 
 // Large enough that cutting costs no compression, small enough to keep memory low.
-constexpr std::size_t kPieceSize = 256 * 1024;
+constexpr std::size_t kPieceSize = 512 * 1024;
 
 }  // namespace
 
-PageContent::PageContent(Spool& spool, const Deflater& deflater) : spool_(spool), deflater_(deflater) {
-  piece_ = "q\n";
-}
+PageContent::PageContent(SpoolWorker& worker, const Deflater& deflater)
+    : worker_(worker), deflater_(deflater), piece_("q\n") {}
 
-void PageContent::append(std::string_view text) {
+void PageContent::append(std::string_view converted) {
+  const std::string_view text = paths_.rewrite(converted);
   ContentScanner scanner(text);
   std::size_t taken = 0;
   while (taken < text.size()) {
@@ -25,6 +27,7 @@ void PageContent::append(std::string_view text) {
     ContentMark mark{};
     if (scanner.next(cut, mark)) {
       piece_.append(text, taken, mark.begin - taken);
+      tracker_.take(mark, text);
       take(mark, text.substr(mark.begin, mark.end - mark.begin));
       taken = mark.end;
     } else {
@@ -45,7 +48,6 @@ std::size_t PageContent::nextCut(std::string_view text, std::size_t from) const 
 }
 
 void PageContent::take(const ContentMark& mark, std::string_view text) {
-  if (mark.kind == ContentMark::Kind::Object) objects_.insert(mark.number);
   if (mark.kind == ContentMark::Kind::Save) ++openSaves_;
   if (mark.kind == ContentMark::Kind::Restore) {
     // A restore too many gives the job a fresh graphics state, which is the one that the page began with.
@@ -62,8 +64,7 @@ void PageContent::finish() {
 }
 
 void PageContent::flush() {
-  deflater_.deflate(piece_, [this](std::string_view bytes) { pieces_.push_back(spool_.append(bytes)); });
-  piece_.clear();
+  pieces_.push_back(worker_.submit(deflateTask(deflater_, std::exchange(piece_, {}))));
 }
 
 }  // namespace quillpress::cli

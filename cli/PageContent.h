@@ -1,14 +1,15 @@
 #ifndef QUILLPRESS_CLI_PAGE_CONTENT_H
 #define QUILLPRESS_CLI_PAGE_CONTENT_H
 
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "cli/ContentScanner.h"
 #include "cli/Deflater.h"
-#include "cli/Spool.h"
+#include "cli/ObjectUses.h"
+#include "cli/PathKeeper.h"
+#include "cli/SpoolWorker.h"
 
 namespace quillpress::cli {
 
@@ -20,30 +21,30 @@ namespace quillpress::cli {
  */
 class PageContent {
  public:
-  PageContent(Spool& spool, const Deflater& deflater);
+  PageContent(SpoolWorker& worker, const Deflater& deflater);
 
-  /** REQUIRES: `text` is what the converter returned, one or more whole operators. */
-  void append(std::string_view text);
+  /** REQUIRES: `converted` is what the converter returned, one or more whole operators. */
+  void append(std::string_view converted);
 
   /** Closes what the page left open. Nothing may be appended after it. */
   void finish();
 
-  [[nodiscard]] const std::vector<Spool::Piece>& pieces() const { return pieces_; }
+  [[nodiscard]] const std::vector<SpoolWorker::Ticket>& pieces() const { return pieces_; }
 
-  /** Numbers of the images and patterns that the content names. */
-  [[nodiscard]] const std::set<unsigned>& objects() const { return objects_; }
+  [[nodiscard]] const ObjectUses& objects() const { return tracker_.uses(); }
 
  private:
   [[nodiscard]] std::size_t nextCut(std::string_view text, std::size_t from) const;
   void take(const ContentMark& mark, std::string_view text);
   void flush();
 
-  Spool& spool_;
-  const Deflater& deflater_;
+  SpoolWorker& worker_;
+  const Deflater& deflater_;  // used by the worker alone
+  PathKeeper paths_;
   std::string piece_;
   std::size_t openSaves_ = 1;  // the page's own q counts
-  std::set<unsigned> objects_;
-  std::vector<Spool::Piece> pieces_;
+  ObjectUseTracker tracker_;
+  std::vector<SpoolWorker::Ticket> pieces_;
 };
 
 }  // namespace quillpress::cli

@@ -16,13 +16,15 @@ PatternContent readPatternContent(std::string_view captured) {
   PatternContent result;
   std::size_t openSaves = 0;
   std::size_t missingSaves = 0;
+  ObjectUseTracker tracker;
   ContentScanner scanner(captured);
   ContentMark mark{};
   while (scanner.next(captured.size(), mark)) {
-    if (mark.kind == ContentMark::Kind::Object) result.objects.insert(mark.number);
+    tracker.take(mark, captured);
     if (mark.kind == ContentMark::Kind::Save) ++openSaves;
     if (mark.kind == ContentMark::Kind::Restore) openSaves > 0 ? --openSaves : ++missingSaves;
   }
+  result.objects = tracker.uses();
   repeat(result.text, "q\n", missingSaves);
   result.text += captured;
   repeat(result.text, "Q\n", openSaves);

@@ -1,16 +1,17 @@
 #ifndef QUILLPRESS_CLI_PATTERN_CONTENT_H
 #define QUILLPRESS_CLI_PATTERN_CONTENT_H
 
-#include <set>
 #include <string>
 #include <string_view>
+
+#include "cli/ObjectUses.h"
 
 namespace quillpress::cli {
 
 /** What a pattern cell draws. */
 struct PatternContent {
   std::string text;
-  std::set<unsigned> objects;  // numbers of the images and patterns that it names
+  ObjectUses objects;
 };
 
 /**

@@ -1,10 +1,6 @@
 #include "cli/PdfBuilder.h"
 
-#include <stdexcept>
-
 #include "cli/CreationDate.h"
-#include "cli/Messages.h"
-#include "cli/ObjectDictionary.h"
 
 namespace quillpress::cli {
 
@@ -16,67 +12,66 @@ QPDFObjectHandle numberObject(double value) {
   return QPDFObjectHandle::newReal(text);
 }
 
+std::vector<unsigned> numbersOf(const ObjectUses& uses) {
+  std::vector<unsigned> numbers;
+  for (const auto& [number, place] : uses) numbers.push_back(number);
+  return numbers;
+}
+
 }  // namespace
 
-PdfBuilder::PdfBuilder(const Spool& spool)
-    : streams_(std::make_shared<SpoolStreams>(spool)), pageType_(QPDFObjectHandle::newName("/Page")) {
+PdfBuilder::PdfBuilder(const Document& document, const Spool& spool)
+    : document_(document),
+      streams_(std::make_shared<SpoolStreams>(spool)),
+      pageType_(QPDFObjectHandle::newName("/Page")),
+      flate_(QPDFObjectHandle::newName("/FlateDecode")) {
   pdf_.emptyPDF();
   pageTree_ = pdf_.getRoot().getKey("/Pages");
 }
 
-QPDF& PdfBuilder::build(const Document& document, const ObjectStore& store) {
+QPDF& PdfBuilder::build(const ObjectStore& store) {
   addObjects(store);
   auto pages = QPDFObjectHandle::newArray();
-  for (const DocumentPage& page : document.pages) pages.appendItem(makePage(page, document));
+  for (const DocumentPage& page : document_.pages) pages.appendItem(makePage(page));
   pageTree_.replaceKey("/Count", QPDFObjectHandle::newInteger(pages.getArrayNItems()));
   pageTree_.replaceKey("/Kids", pages);
-  pdf_.getTrailer().replaceKey("/Info", pdf_.makeIndirectObject(makeInformation(document)));
+  pdf_.getTrailer().replaceKey("/Info", pdf_.makeIndirectObject(makeInformation()));
   return pdf_;
 }
 
-/** Makes all streams before any dictionary, as a pattern refers to the streams that it draws. */
+/** Makes all streams before any resources, as a pattern refers to the streams that it draws. */
 void PdfBuilder::addObjects(const ObjectStore& store) {
   for (const auto& [number, object] : store.objects()) {
-    const std::string category = object.isPattern ? "/Pattern" : "/XObject";
-    objects_[number] = {category, object.name, QPDFObjectHandle::newStream(&pdf_)};
+    if (object.isBroken) continue;
+    auto stream = QPDFObjectHandle::newStream(&pdf_);
+    stream.replaceDict(object.dictionary);
+    streams_->provide(stream, document_.pieces[object.data]);
+    objects_[number] = {object.isPattern ? "/Pattern" : "/XObject", object.name, stream};
   }
   for (const auto& [number, object] : store.objects()) {
-    try {
-      completeObject(objects_[number].stream, object);
-    } catch (const std::runtime_error& error) {
-      say(object.name + " is left out: its dictionary is broken (" + error.what() + ")");
-      objects_.erase(number);
-    }
+    if (!object.isPattern || object.isBroken) continue;
+    objects_[number].stream.getDict().replaceKey("/Resources", resourcesFor(numbersOf(object.objects)));
   }
 }
 
-void PdfBuilder::completeObject(QPDFObjectHandle stream, const StoredObject& object) {
-  QPDFObjectHandle dictionary =
-      object.isPattern ? patternDictionary(object.dictionary) : imageDictionary(object.dictionary);
-  if (object.isPattern) {
-    dictionary.replaceKey("/Resources", resourcesFor({object.objects.begin(), object.objects.end()}));
-  }
-  stream.replaceDict(dictionary);
-  object.isDeflated ? streams_->provideDeflated(stream, object.data) : streams_->provide(stream, object.data);
-}
-
-QPDFObjectHandle PdfBuilder::makePage(const DocumentPage& page, const Document& document) {
+QPDFObjectHandle PdfBuilder::makePage(const DocumentPage& page) {
   auto dictionary = QPDFObjectHandle::newDictionary();
   dictionary.replaceKey("/Type", pageType_);
   dictionary.replaceKey("/Parent", pageTree_);
   dictionary.replaceKey("/MediaBox",
-                        mediaBoxFor(document.media.value_or(page.box.value_or(document.defaultBox))));
+                        mediaBoxFor(document_.media.value_or(page.box.value_or(document_.defaultBox))));
   dictionary.replaceKey("/Resources", resourcesFor(page.objects));
   dictionary.replaceKey("/Contents", makeContents(page.content));
   return pdf_.makeIndirectObject(dictionary);
 }
 
-QPDFObjectHandle PdfBuilder::makeContents(const std::vector<Spool::Piece>& pieces) {
+QPDFObjectHandle PdfBuilder::makeContents(const std::vector<std::size_t>& places) {
   auto all = QPDFObjectHandle::newArray();
-  for (const Spool::Piece& piece : pieces) {
+  for (const std::size_t place : places) {
     auto stream = QPDFObjectHandle::newStream(&pdf_);
-    streams_->provideDeflated(stream, piece);
-    if (pieces.size() == 1) return stream;
+    stream.getDict().replaceKey("/Filter", flate_);
+    streams_->provide(stream, document_.pieces[place]);
+    if (places.size() == 1) return stream;
     all.appendItem(stream);
   }
   return all;
@@ -110,13 +105,13 @@ QPDFObjectHandle PdfBuilder::mediaBoxFor(const Box& box) {
   return lastMediaBox_;
 }
 
-QPDFObjectHandle PdfBuilder::makeInformation(const Document& document) {
+QPDFObjectHandle PdfBuilder::makeInformation() {
   auto information = QPDFObjectHandle::newDictionary();
   const auto addText = [&](const std::string& key, const std::string& text) {
     if (!text.empty()) information.replaceKey(key, QPDFObjectHandle::newUnicodeString(text));
   };
-  addText("/Title", document.title);
-  addText("/Creator", document.creator);
+  addText("/Title", document_.title);
+  addText("/Creator", document_.creator);
   addText("/Producer", "Quillpress " QUILLPRESS_VERSION);
   addText("/CreationDate", creationDate());
   return information;

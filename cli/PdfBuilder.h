@@ -20,20 +20,19 @@ namespace quillpress::cli {
  */
 class PdfBuilder {
  public:
-  explicit PdfBuilder(const Spool& spool);
+  PdfBuilder(const Document& document, const Spool& spool);
 
   /** Called once. The result lives as long as the builder. */
-  QPDF& build(const Document& document, const ObjectStore& store);
+  QPDF& build(const ObjectStore& store);
 
  private:
   void addObjects(const ObjectStore& store);
-  void completeObject(QPDFObjectHandle stream, const StoredObject& object);
-  QPDFObjectHandle makePage(const DocumentPage& page, const Document& document);
-  QPDFObjectHandle makeContents(const std::vector<Spool::Piece>& pieces);
+  QPDFObjectHandle makePage(const DocumentPage& page);
+  QPDFObjectHandle makeContents(const std::vector<std::size_t>& places);
   QPDFObjectHandle makeResources(const std::vector<unsigned>& numbers);
   QPDFObjectHandle resourcesFor(const std::vector<unsigned>& numbers);
   QPDFObjectHandle mediaBoxFor(const Box& box);
-  QPDFObjectHandle makeInformation(const Document& document);
+  QPDFObjectHandle makeInformation();
 
   /** A stream and the resource category and name by which content refers to it. */
   struct Resource {
@@ -42,9 +41,11 @@ class PdfBuilder {
     QPDFObjectHandle stream;
   };
 
+  const Document& document_;
   QPDF pdf_;
   std::shared_ptr<SpoolStreams> streams_;
   QPDFObjectHandle pageType_;
+  QPDFObjectHandle flate_;
   QPDFObjectHandle pageTree_;
   Box lastBox_;
   QPDFObjectHandle lastMediaBox_;

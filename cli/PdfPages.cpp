@@ -7,8 +7,7 @@
 namespace quillpress::cli {
 
 void PdfPages::beginPage() {
-  pageBegin_ = spool_.size();
-  content_.emplace(spool_, deflater_);
+  content_.emplace(worker_, deflater_);
 }
 
 void PdfPages::append(std::string_view text) {
@@ -18,22 +17,21 @@ void PdfPages::append(std::string_view text) {
 void PdfPages::endPage(const std::optional<Box>& box, Converter& converter) {
   content_->finish();
   keepObjects(converter);
-  document_.pages.push_back(
-      {box, content_->pieces(), {content_->objects().begin(), content_->objects().end()}});
+  DocumentPage page{box, content_->pieces(), {}};
+  for (const auto& [number, place] : content_->objects()) page.objects.push_back(number);
+  document_.pages.push_back(std::move(page));
   content_.reset();
 }
 
 /** Asks for the converter's list only when there is something new in it: it is made anew each time. */
 void PdfPages::keepObjects(Converter& converter) {
-  const auto isNew = [this](unsigned number) { return !store_.has(number); };
-  if (std::none_of(content_->objects().begin(), content_->objects().end(), isNew)) return;
-  const auto list = converter.objects();
-  for (const unsigned number : content_->objects()) store_.keep(number, list);
+  const ObjectUses& uses = content_->objects();
+  const auto isNew = [this](const auto& use) { return !store_.has(use.first); };
+  if (std::any_of(uses.begin(), uses.end(), isNew)) store_.keep(uses, converter.objects());
 }
 
 void PdfPages::dropPage() {
   content_.reset();
-  spool_.cutTo(pageBegin_);
 }
 
 }  // namespace quillpress::cli

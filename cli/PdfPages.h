@@ -9,18 +9,22 @@
 #include "cli/PageContent.h"
 #include "cli/PageOutput.h"
 #include "cli/Spool.h"
+#include "cli/SpoolWorker.h"
 
 namespace quillpress::cli {
 
 /** Gathers the pages of a PDF file, with the images and patterns that they name. */
 class PdfPages final : public PageOutput {
  public:
-  explicit PdfPages(Spool& spool) : spool_(spool), store_(spool, deflater_) {}
+  explicit PdfPages(Spool& spool) : worker_(spool), store_(worker_, deflater_) {}
 
   void beginPage() override;
   void append(std::string_view text) override;
   void endPage(const std::optional<Box>& box, Converter& converter) override;
   void dropPage() override;
+
+  /** No more pages come; the spool is the caller's again. */
+  void finish() { document_.pieces = worker_.finish(); }
 
   Document& document() { return document_; }
   [[nodiscard]] const ObjectStore& objects() const { return store_; }
@@ -28,12 +32,11 @@ class PdfPages final : public PageOutput {
  private:
   void keepObjects(Converter& converter);
 
-  Spool& spool_;
-  Deflater deflater_;
+  Deflater deflater_;  // outlives the worker, which uses it
+  SpoolWorker worker_;
   ObjectStore store_;
   Document document_;
   std::optional<PageContent> content_;
-  std::uint64_t pageBegin_ = 0;  // in the spool
 };
 
 }  // namespace quillpress::cli

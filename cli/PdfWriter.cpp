@@ -9,8 +9,8 @@ namespace quillpress::cli {
 
 void writePdf(const Document& document, const ObjectStore& objects, const Spool& spool, std::FILE* file) {
   try {
-    PdfBuilder builder(spool);
-    QPDFWriter writer(builder.build(document, objects));
+    PdfBuilder builder(document, spool);
+    QPDFWriter writer(builder.build(objects));
     writer.setOutputFile("the PDF", file, false);
     // Streams come compressed out of the spool.
     writer.setStreamDataMode(qpdf_s_preserve);

@@ -81,6 +81,7 @@ ExitCode convertToPdf(const Options& options, JobFile& job, AtomicOutput& output
     const PageCounts counts = pageCounts(document);
     listObjects(converter.objects(), &counts, stderr);
   });
+  pages.finish();
   document.media = options.media;
   document.defaultBox = outcome.comments.defaultBox();
   document.title = outcome.comments.title();

@@ -4,18 +4,12 @@
 
 namespace quillpress::cli {
 
-SpoolStreams::SpoolStreams(const Spool& spool)
-    : StreamDataProvider(false), spool_(spool), flate_(QPDFObjectHandle::newName("/FlateDecode")) {}
-
 void SpoolStreams::provide(QPDFObjectHandle stream, const Spool::Piece& piece) {
-  remember(stream, piece);
+  const auto number = static_cast<std::size_t>(stream.getObjGen().getObj());
+  if (pieces_.size() <= number) pieces_.resize(number + 1);
+  pieces_[number] = piece;
   // Handles without an object leave the dictionary's own filter as it is.
   stream.replaceStreamData(shared_from_this(), QPDFObjectHandle(), QPDFObjectHandle());
-}
-
-void SpoolStreams::provideDeflated(QPDFObjectHandle stream, const Spool::Piece& piece) {
-  remember(stream, piece);
-  stream.replaceStreamData(shared_from_this(), flate_, QPDFObjectHandle::newNull());
 }
 
 void SpoolStreams::provideStreamData(QPDFObjGen const& stream, Pipeline* pipeline) {
@@ -24,12 +18,6 @@ void SpoolStreams::provideStreamData(QPDFObjGen const& stream, Pipeline* pipelin
     pipeline->write(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
   });
   pipeline->finish();
-}
-
-void SpoolStreams::remember(QPDFObjectHandle stream, const Spool::Piece& piece) {
-  const auto number = static_cast<std::size_t>(stream.getObjGen().getObj());
-  if (pieces_.size() <= number) pieces_.resize(number + 1);
-  pieces_[number] = piece;
 }
 
 }  // namespace quillpress::cli

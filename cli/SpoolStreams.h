@@ -16,21 +16,15 @@ namespace quillpress::cli {
 class SpoolStreams final : public QPDFObjectHandle::StreamDataProvider,
                            public std::enable_shared_from_this<SpoolStreams> {
  public:
-  explicit SpoolStreams(const Spool& spool);
+  explicit SpoolStreams(const Spool& spool) : StreamDataProvider(false), spool_(spool) {}
 
   /** `stream` gets the bytes of `piece`, which are what its dictionary says. */
   void provide(QPDFObjectHandle stream, const Spool::Piece& piece);
 
-  /** The same for a piece in the form of FlateDecode; the dictionary is made to say so. */
-  void provideDeflated(QPDFObjectHandle stream, const Spool::Piece& piece);
-
   void provideStreamData(QPDFObjGen const& stream, Pipeline* pipeline) override;
 
  private:
-  void remember(QPDFObjectHandle stream, const Spool::Piece& piece);
-
   const Spool& spool_;
-  QPDFObjectHandle flate_;
   std::vector<Spool::Piece> pieces_;  // by object number
 };
 

@@ -17,6 +17,8 @@ struct Matrix {
   double tx = 0;
   double ty = 0;
 
+  bool operator==(const Matrix&) const = default;
+
   // Reads six numbers. Throws Ex for a missing element and for what is no number.
   [[nodiscard]] static Matrix of(const ArrayObject& array);
 
@@ -25,6 +27,8 @@ struct Matrix {
 
   // This matrix first, then `next`.
   [[nodiscard]] Matrix times(const Matrix& next) const;
+
+  [[nodiscard]] bool isInvertible() const;
 
   // Throws Ex for a singular matrix.
   [[nodiscard]] Matrix inverse() const;

@@ -78,6 +78,7 @@ Arcter::TangentPoints Arcter::popAndDraw(Interpreter& interpreter) {
   const double radius = popNumber(interpreter);
   const Point to = popPoint(interpreter);
   const Point corner = popPoint(interpreter);
+  converter.writePendingMove();
   const Corner rounded = roundCorner(converter.state().currentPoint, corner, to, radius);
   std::vector<ArcPiece> pieces;
   if (!rounded.isStraight) {
@@ -86,7 +87,6 @@ Arcter::TangentPoints Arcter::popAndDraw(Interpreter& interpreter) {
     const double turn = directionOf(centre, rounded.secondTangent) - startAngle;
     pieces = cornerPieces(rounded.circle, startAngle, std::remainder(turn, 2 * std::numbers::pi));
   }
-  converter.writePendingMove();
   converter.writeLine(rounded.firstTangent);
   writePieces(converter, pieces);
   return {rounded.firstTangent, rounded.secondTangent};

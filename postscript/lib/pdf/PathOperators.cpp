@@ -8,18 +8,17 @@ Point operator+(Point a, Point b) {
   return {a.x + b.x, a.y + b.y};
 }
 
-void lineTo(Postscript2Pdf& converter, Point point) {
-  converter.writePendingMove();
-  converter.writeLine(point);
-}
+struct CurvePoints {
+  Point control1;
+  Point control2;
+  Point end;
+};
 
-// Pops three points and draws the curve through them, each moved by `origin`.
-void popCurve(Interpreter& interpreter, Postscript2Pdf& converter, Point origin) {
+CurvePoints popCurve(Interpreter& interpreter) {
   const Point end = popPoint(interpreter);
   const Point control2 = popPoint(interpreter);
   const Point control1 = popPoint(interpreter);
-  converter.writePendingMove();
-  converter.writeCurve(origin + control1, origin + control2, origin + end);
+  return {control1, control2, end};
 }
 
 }  // namespace
@@ -44,20 +43,28 @@ void RmovetoOperator::execute(Interpreter& interpreter) {
 }
 
 void LinetoOperator::execute(Interpreter& interpreter) {
-  lineTo(converter, popPoint(interpreter));
+  const Point point = popPoint(interpreter);
+  converter.writePendingMove();
+  converter.writeLine(point);
 }
 
 void RlinetoOperator::execute(Interpreter& interpreter) {
   const Point offset = popPoint(interpreter);
-  lineTo(converter, converter.state().currentPoint + offset);
+  converter.writePendingMove();
+  converter.writeLine(converter.state().currentPoint + offset);
 }
 
 void CurvetoOperator::execute(Interpreter& interpreter) {
-  popCurve(interpreter, converter, {});
+  const CurvePoints points = popCurve(interpreter);
+  converter.writePendingMove();
+  converter.writeCurve(points.control1, points.control2, points.end);
 }
 
 void RcurvetoOperator::execute(Interpreter& interpreter) {
-  popCurve(interpreter, converter, converter.state().currentPoint);
+  const CurvePoints offsets = popCurve(interpreter);
+  converter.writePendingMove();
+  const Point origin = converter.state().currentPoint;
+  converter.writeCurve(origin + offsets.control1, origin + offsets.control2, origin + offsets.end);
 }
 
 void ClosepathOperator::execute(Interpreter& /*interpreter*/) {

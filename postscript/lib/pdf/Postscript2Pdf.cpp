@@ -83,13 +83,22 @@ void Postscript2Pdf::restoreToSave() {
 void Postscript2Pdf::moveTo(Point point) {
   state().currentPoint = point;
   state().subpathStart = point;
+  state().moveMatrix = state().ctm;
   pathPending_ = true;
+}
+
+// The pending move in user space as it is now. A job may move, scale, and draw an arc from there: the move
+// stays where it was made on the page.
+Point Postscript2Pdf::pendingPoint() {
+  const GraphicsState& current = state();
+  if (current.ctm == current.moveMatrix || !current.ctm.isInvertible()) return current.currentPoint;
+  return transform(current.ctm.inverse(), transform(current.moveMatrix, current.currentPoint));
 }
 
 void Postscript2Pdf::writePendingMove() {
   if (!pathPending_) return;
   pathPending_ = false;
-  writeMove(state().currentPoint);
+  writeMove(pendingPoint());
 }
 
 void Postscript2Pdf::writeMove(Point point) {
@@ -131,15 +140,6 @@ void Postscript2Pdf::abandonPath() {
   state().pathOpen = false;
   if (pathWritten_) content_.append("n\n");
   pathWritten_ = false;
-}
-
-void Postscript2Pdf::changeUserSpace(const Matrix& step, const Matrix& ctm) {
-  writeMatrix(step);
-  state().ctm = ctm;
-  if (!(pathPending_ || pathWritten_) || !step.isInvertible()) return;
-  const Matrix toNewSpace = step.inverse();
-  state().currentPoint = transform(toNewSpace, state().currentPoint);
-  state().subpathStart = transform(toNewSpace, state().subpathStart);
 }
 
 void Postscript2Pdf::writeMatrix(const Matrix& matrix) {

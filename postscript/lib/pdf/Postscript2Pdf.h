@@ -84,9 +84,6 @@ class Postscript2Pdf {
   // Writes "cm".
   void writeMatrix(const Matrix& matrix);
 
-  // Makes user space begin with `step`, and `ctm` the current matrix. While a path is being built its current
-  // point stays where it is on the page, so its coordinates change.
-  void changeUserSpace(const Matrix& step, const Matrix& ctm);
 
   // While a pattern's paint procedure runs, images are written inline.
   [[nodiscard]] bool isInPattern() const { return inPattern_; }
@@ -98,6 +95,7 @@ class Postscript2Pdf {
 
  private:
   void pushFreshState();
+  [[nodiscard]] Point pendingPoint();
 
   std::vector<GraphicsState> states_;
   std::vector<std::size_t> savedDepths_;

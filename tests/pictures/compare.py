@@ -10,8 +10,8 @@ DOTS_PER_INCH = 50
 def run(*command):
     done = subprocess.run(command, capture_output=True, timeout=300)
     if done.returncode != 0:
-        raise AssertionError(
-            f"{' '.join(map(str, command))}: exit status {done.returncode}\n{(done.stderr + done.stdout).decode(errors='replace')}")
+        said = (done.stderr + done.stdout).decode(errors="replace")
+        raise AssertionError(f"{' '.join(map(str, command))}: exit status {done.returncode}\n{said}")
     return done.stdout
 
 

@@ -124,7 +124,7 @@ def masks():
         + b"0.2 0.6 0 0.1 setcmykcolor " + placed((400, 2400, 2000, 1500), mask(256, 192, b"true", text(large)))
         + b"0.5 setgray " + placed((2600, 2400, 2000, 1500), mask(256, 192, b"false", b"{" + text(large) + b"}"))
         + b"/kept " + text(small) + b" def 0 0.5 0.2 setrgbcolor "
-        + placed((400, 4500, 800, 800), mask(32, 32, b"true", b"/kept"[1:]))
+        + placed((400, 4500, 800, 800), mask(32, 32, b"true", b"kept"))
         + b"q newpath 3000 5300 800 0 360 arc clip newpath 0.6 0 0.6 setrgbcolor "
         + placed((2000, 4500, 2000, 1600), mask(32, 32, b"true", text(small))) + b"Q\n")
 
@@ -209,7 +209,8 @@ def in_pattern():
         b"/BBox [0 0 1 1] def /XStep 1 def /YStep 1 def\n"
         b"/PaintProc { pop 48 48 8 [48 0 0 -48 0 48]\n{<" + hex_lines(cell) + b">} false 3 colorimage } def\n"
         b"currentdict end [1440 0 0 -1440 0 0] makepattern def\n")
-    return document("A large image inside a brush", brush + b"q brush setpattern newpath 2500 3200 2000 0 360 arc closepath fill Q\n")
+    disc = b"q brush setpattern newpath 2500 3200 2000 0 360 arc closepath fill Q\n"
+    return document("A large image inside a brush", brush + disc)
 
 
 JOBS = {

@@ -61,6 +61,10 @@ class PictureTest(unittest.TestCase):
         other = compare.render(self.reference(self.job("strokes")), 1)
         self.assertGreater(compare.difference(one, other), 10 * LIMIT)
 
+    def test_blank_page_differs(self):
+        page = compare.render(self.reference(self.job("transformations")), 1)
+        self.assertGreater(compare.difference(page, compare.blank(page)), 4 * LIMIT)
+
     def test_image_upside_down_differs(self):
         right = self.job("image_gray")
         wrong = self.folder / "upside-down.ps"

@@ -56,6 +56,7 @@ std::string ArrayObject::printString() const {
   std::string text("[");
   std::vector<Level> levels{{this, 0}};
   while (true) {
+    if (text.size() > kMaxTextLength) THROW_EX("Array text too long to print");
     Level& level = levels.back();
     if (static_cast<std::size_t>(level.next) >= level.array->count()) {
       text += "]";
@@ -73,7 +74,6 @@ std::string ArrayObject::printString() const {
     }
     text += element == nullptr ? "-invalid null ob-" : element->printString();
     text += " ";
-    if (text.size() > kMaxTextLength) THROW_EX("Array text too long to print");
   }
 }
 

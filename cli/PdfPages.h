@@ -32,7 +32,9 @@ class PdfPages final : public PageOutput {
  private:
   void keepObjects(Converter& converter);
 
-  Deflater deflater_;  // outlives the worker, which uses it
+  // Page text gets hardly smaller with more effort, and is most of the work. Outlives the worker, which uses
+  // it.
+  Deflater deflater_{Deflater::Effort::Quick};
   SpoolWorker worker_;
   ObjectStore store_;
   Document document_;

@@ -14,7 +14,7 @@ namespace {
 /** The bytes with which a mark can begin. Nearly all content text is numbers, which hold none of them. */
 constexpr std::array<bool, 256> kMayBegin = [] {
   std::array<bool, 256> table{};
-  for (const unsigned char byte : {'q', 'Q', '/', 'B', 'c'}) table[byte] = true;
+  for (const char byte : {'q', 'Q', '/', 'B', 'c'}) table[static_cast<unsigned char>(byte)] = true;
   return table;
 }();
 

@@ -6,9 +6,9 @@
 
 namespace quillpress::cli {
 
-Conversion::Conversion(const Options& options, Session& session, PageOutput& output)
+Conversion::Conversion(const Options& options, JobRunner& runner, PageOutput& output)
     : options_(options),
-      session_(session),
+      runner_(runner),
       output_(output),
       feeder_(options.chunkSize,
               [this](std::string_view chunk, std::uint64_t offset) { run(chunk, offset); }) {
@@ -17,7 +17,7 @@ Conversion::Conversion(const Options& options, Session& session, PageOutput& out
 
 void Conversion::text(std::string_view bytes, std::uint64_t offset) {
   if (state_ != State::Running) return;
-  if (isBeforePages_) session_.record(bytes);
+  if (isBeforePages_) runner_.record(bytes);
   feeder_.add(bytes, offset);
 }
 
@@ -37,20 +37,20 @@ void Conversion::nextPage() {
     return;
   }
   if (isBeforePages_) {
-    session_.forgetSetUp();
+    runner_.forgetSetUp();
   } else {
     endPage();
     ++page_;
   }
   isBeforePages_ = false;
-  if (state_ == State::Skipping) session_.recover();
+  if (state_ == State::Skipping) runner_.recover();
   state_ = State::Running;
-  session_.converter().startPage();
+  runner_.converter().startPage();
   output_.beginPage();
 }
 
 void Conversion::endPage() {
-  if (state_ == State::Running) output_.endPage(comments_.pageBox(), session_.converter());
+  if (state_ == State::Running) output_.endPage(comments_.pageBox(), runner_.converter());
 }
 
 void Conversion::endOfJob() {
@@ -63,7 +63,7 @@ void Conversion::endOfJob() {
 void Conversion::run(std::string_view chunk, std::uint64_t offset) {
   if (state_ != State::Running) return;
   endOffset_ = offset + chunk.size();
-  const auto content = session_.converter().convert(chunk);
+  const auto content = runner_.converter().convert(chunk);
   if (content) {
     output_.append(*content);
   } else {
@@ -72,7 +72,7 @@ void Conversion::run(std::string_view chunk, std::uint64_t offset) {
 }
 
 void Conversion::fail(std::string_view chunk, std::uint64_t offset) {
-  say(jobName(options_.job) + ": " + place(chunk, offset) + ": " + session_.converter().errorText());
+  say(jobName(options_.job) + ": " + place(chunk, offset) + ": " + runner_.converter().errorText());
   hasFailed_ = true;
   state_ = options_.keepGoing ? State::Skipping : State::Stopped;
   feeder_.clear();

@@ -8,9 +8,9 @@
 #include "cli/ChunkFeeder.h"
 #include "cli/DscScanner.h"
 #include "cli/JobComments.h"
+#include "cli/JobRunner.h"
 #include "cli/Options.h"
 #include "cli/PageOutput.h"
-#include "cli/Session.h"
 
 namespace quillpress::cli {
 
@@ -21,7 +21,7 @@ namespace quillpress::cli {
  */
 class Conversion final : public DscHandler {
  public:
-  Conversion(const Options& options, Session& session, PageOutput& output);
+  Conversion(const Options& options, JobRunner& runner, PageOutput& output);
 
   void text(std::string_view bytes, std::uint64_t offset) override;
   void comment(std::string_view keyword, std::string_view value) override;
@@ -45,7 +45,7 @@ class Conversion final : public DscHandler {
   [[nodiscard]] std::string place(std::string_view chunk, std::uint64_t offset) const;
 
   const Options& options_;
-  Session& session_;
+  JobRunner& runner_;
   PageOutput& output_;
   JobComments comments_;
   ChunkFeeder feeder_;

@@ -1,7 +1,6 @@
 #include "cli/Converter.h"
 
 #include <array>
-#include <cstdlib>
 #include <new>
 
 #include "cli/TextScan.h"
@@ -12,30 +11,10 @@ namespace quillpress::cli {
 namespace {
 
 constexpr std::array<float, 6> kIdentity{1, 0, 0, 1, 0, 0};
-constexpr const char* kMessageSwitch = "QUILLPRESS_MESSAGES";
-
-/** Sets the environment as the converter reads it when it is opened, and puts it back. */
-class MessageSwitch {
- public:
-  explicit MessageSwitch(Converter::Messages messages) {
-    const char* present = std::getenv(kMessageSwitch);
-    if (present != nullptr) before_ = present;
-    if (messages == Converter::Messages::StandardError) setenv(kMessageSwitch, "stderr", 1);
-    if (messages == Converter::Messages::Nowhere) unsetenv(kMessageSwitch);
-  }
-  ~MessageSwitch() { before_ ? setenv(kMessageSwitch, before_->c_str(), 1) : unsetenv(kMessageSwitch); }
-  MessageSwitch(const MessageSwitch&) = delete;
-  MessageSwitch& operator=(const MessageSwitch&) = delete;
-
- private:
-  std::optional<std::string> before_;
-};
 
 }  // namespace
 
-Converter::Converter(Messages messages) {
-  const MessageSwitch guard(messages);
-  handle_ = PSOpen(kIdentity.data());
+Converter::Converter() : handle_(PSOpen(kIdentity.data())) {
   if (handle_ == nullptr) throw std::bad_alloc();
 }
 

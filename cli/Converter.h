@@ -13,11 +13,8 @@ namespace quillpress::cli {
 /** One open converter. Pages begin with the identity matrix, so that user space is the job's own. */
 class Converter {
  public:
-  /** Where the messages that a job prints go. */
-  enum class Messages { AsEnvironmentSays, StandardError, Nowhere };
-
   /** Throws std::bad_alloc when there is no memory for one. */
-  explicit Converter(Messages messages);
+  Converter();
   ~Converter();
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;

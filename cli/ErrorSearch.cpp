@@ -6,14 +6,15 @@
 #include "cli/Envelope.h"
 #include "cli/Errors.h"
 #include "cli/JobFile.h"
-#include "cli/Session.h"
+#include "cli/JobRunner.h"
+#include "cli/MessageSwitch.h"
 
 namespace quillpress::cli {
 
 namespace {
 
 // The most pieces that a chunk is fed in: each one costs a call.
-constexpr std::uint64_t kMostPieces = 1024 * 1024;
+constexpr std::uint64_t kMostPieces = std::uint64_t{1} << 20;
 
 /** Runs a job up to a chunk, and that chunk in small pieces, until one fails. */
 class ErrorSearch final : public DscHandler {
@@ -34,7 +35,7 @@ class ErrorSearch final : public DscHandler {
 
   void comment(std::string_view keyword, std::string_view /*value*/) override {
     if (keyword != "Page" || isOver_) return;
-    if (pages_++ > 0) session_.converter().startPage();
+    if (pages_++ > 0) runner_.converter().startPage();
   }
 
   void endOfJob() override {}
@@ -43,7 +44,7 @@ class ErrorSearch final : public DscHandler {
 
  private:
   void run(std::string_view piece, std::uint64_t offset) {
-    const bool failed = !session_.converter().convert(piece);
+    const bool failed = !runner_.converter().convert(piece);
     if (failed && offset >= begin_ && offset < end_) found_ = offset;
     isOver_ = failed || offset + piece.size() >= end_;
   }
@@ -51,7 +52,8 @@ class ErrorSearch final : public DscHandler {
   std::uint64_t begin_;
   std::uint64_t end_;
   std::uint64_t step_;
-  Session session_{Converter::Messages::Nowhere};
+  MessageSwitch silence_{MessageSwitch::Target::Nowhere};  // all has been said in the first run
+  JobRunner runner_;
   unsigned pages_ = 0;
   bool isOver_ = false;
   std::optional<std::uint64_t> found_;

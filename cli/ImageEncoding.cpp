@@ -9,7 +9,7 @@ namespace {
 
 // Enough rows from all over an image to tell what suits it, few enough to cost nearly nothing.
 constexpr std::size_t kStrips = 8;
-constexpr std::size_t kStripSize = 48 * 1024;
+constexpr std::size_t kStripSize = 48UL * 1024;
 // Samples that shrink this much repeat themselves so often that a thorough search is quick, and worth it.
 constexpr std::size_t kRepetitive = 16;
 // Any PNG filter, each row says which.

@@ -6,26 +6,24 @@ namespace quillpress::cli {
 
 namespace {
 
-using std::string_view_literals::operator""sv;
-
 struct Signature {
   std::string_view start;
   std::string_view kind;
 };
 
 constexpr std::array kSignatures{
-    Signature{"%PDF-"sv, "it is a PDF file"sv},
-    Signature{") HP-PCL XL"sv, "it is a PCL XL job"sv},
-    Signature{"\x1B"sv, "it is a PCL or other escape sequence job"sv},
-    Signature{"PK\x03\x04"sv, "it is a ZIP or XPS file"sv},
-    Signature{"\x89PNG"sv, "it is a PNG picture"sv},
-    Signature{"\xFF\xD8\xFF"sv, "it is a JPEG picture"sv},
-    Signature{"II*\0"sv, "it is a TIFF picture"sv},
-    Signature{"MM\0*"sv, "it is a TIFF picture"sv},
-    Signature{"\x1F\x8B"sv, "it is compressed with gzip"sv},
+    Signature{"%PDF-", "it is a PDF file"},
+    Signature{") HP-PCL XL", "it is a PCL XL job"},
+    Signature{"\x1B", "it is a PCL or other escape sequence job"},
+    Signature{"PK\x03\x04", "it is a ZIP or XPS file"},
+    Signature{"\x89PNG", "it is a PNG picture"},
+    Signature{"\xFF\xD8\xFF", "it is a JPEG picture"},
+    Signature{{"II*\0", 4}, "it is a TIFF picture"},
+    Signature{{"MM\0*", 4}, "it is a TIFF picture"},
+    Signature{"\x1F\x8B", "it is compressed with gzip"},
     Signature{"\x7F"
-              "ELF"sv,
-              "it is a program"sv},
+              "ELF",
+              "it is a program"},
 };
 
 }  // namespace

@@ -16,7 +16,7 @@ namespace quillpress::cli {
 
 namespace {
 
-constexpr std::size_t kBlockSize = 64 * 1024;
+constexpr std::size_t kBlockSize = 64UL * 1024;
 
 struct stat statusOf(int descriptor) {
   struct stat status {};

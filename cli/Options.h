@@ -15,7 +15,7 @@ struct Options {
   std::string job;     // path, or "-" for standard input
   std::string output;  // path, or "-" for standard output
   std::optional<Box> media;
-  std::size_t chunkSize = 64 * 1024;
+  std::size_t chunkSize = 64UL * 1024;
   bool keepGoing = false;
   bool content = false;
   bool objects = false;

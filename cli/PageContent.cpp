@@ -11,7 +11,7 @@ namespace quillpress::cli {
 namespace {
 
 // Large enough that cutting costs no compression, small enough to keep memory low.
-constexpr std::size_t kPieceSize = 512 * 1024;
+constexpr std::size_t kPieceSize = 512UL * 1024;
 
 }  // namespace
 

@@ -9,6 +9,7 @@
 #include "cli/Envelope.h"
 #include "cli/Errors.h"
 #include "cli/JobFile.h"
+#include "cli/MessageSwitch.h"
 #include "cli/Messages.h"
 #include "cli/Names.h"
 #include "cli/ObjectList.h"
@@ -26,10 +27,6 @@ struct Outcome {
   JobComments comments;
 };
 
-Converter::Messages messagesOf(const Options& options) {
-  return options.messages ? Converter::Messages::StandardError : Converter::Messages::AsEnvironmentSays;
-}
-
 PageCounts pageCounts(const Document& document) {
   PageCounts counts;
   for (const DocumentPage& page : document.pages) {
@@ -38,9 +35,9 @@ PageCounts pageCounts(const Document& document) {
   return counts;
 }
 
-void sayWhatIsMissing(const std::string& name, const Envelope& envelope, Session& session) {
+void sayWhatIsMissing(const std::string& name, const Envelope& envelope, JobRunner& runner) {
   if (envelope.moreJobsFollow()) say(name + ": only the first job is converted; another one follows it");
-  const std::uint64_t texts = session.textsShown();
+  const std::uint64_t texts = runner.textsShown();
   if (texts > 0) say(name + ": text is not drawn; the job shows text " + counted(texts, "time"));
 }
 
@@ -50,15 +47,17 @@ void sayWhatIsMissing(const std::string& name, const Envelope& envelope, Session
  */
 Outcome convertJob(const Options& options, JobFile& job, const AtomicOutput& output, PageOutput& pages,
                    const std::function<void(const Converter&)>& atEnd) {
-  Session session(messagesOf(options));
+  std::optional<MessageSwitch> messages;
+  if (options.messages) messages.emplace(MessageSwitch::Target::StandardError);
+  JobRunner runner;
   std::optional<Spool> setUp;
-  if (options.keepGoing) session.recordSetUp(setUp.emplace(output.folder()));
-  Conversion conversion(options, session, pages);
+  if (options.keepGoing) runner.recordSetUp(setUp.emplace(output.folder()));
+  Conversion conversion(options, runner, pages);
   DscScanner scanner(conversion);
   Envelope envelope(scanner);
   job.pumpInto(envelope);
-  sayWhatIsMissing(jobName(options.job), envelope, session);
-  if (options.objects) atEnd(session.converter());
+  sayWhatIsMissing(jobName(options.job), envelope, runner);
+  if (options.objects) atEnd(runner.converter());
   return {conversion.hasFailed(), conversion.comments()};
 }
 

@@ -1,4 +1,4 @@
-#include "cli/Session.h"
+#include "cli/JobRunner.h"
 
 #include "cli/TextCounter.h"
 
@@ -11,25 +11,24 @@ constexpr int kMostRunOuts = 64;
 
 }  // namespace
 
-Session::Session(Converter::Messages messages)
-    : messages_(messages), converter_(std::make_unique<Converter>(messages)) {
+JobRunner::JobRunner() : converter_(std::make_unique<Converter>()) {
   TextCounter::install(*converter_);
 }
 
-void Session::record(std::string_view setUp) {
+void JobRunner::record(std::string_view setUp) {
   if (record_ != nullptr) record_->append(setUp);
 }
 
-void Session::forgetSetUp() {
+void JobRunner::forgetSetUp() {
   if (record_ != nullptr) record_->cutTo(0);
 }
 
-void Session::recover() {
+void JobRunner::recover() {
   if (!runOut()) reopen();
 }
 
 /** Lets the interpreter finish what the error interrupted; tells whether it listens to new text again. */
-bool Session::runOut() {
+bool JobRunner::runOut() {
   for (int i = 0; i < kMostRunOuts; ++i) {
     if (!converter_->convert("")) continue;
     return TextCounter::read(*converter_).has_value();
@@ -37,15 +36,15 @@ bool Session::runOut() {
   return false;
 }
 
-void Session::reopen() {
-  converter_ = std::make_unique<Converter>(messages_);
+void JobRunner::reopen() {
+  converter_ = std::make_unique<Converter>();
   TextCounter::install(*converter_);
   if (record_ == nullptr) return;
   const Spool::Piece setUp{0, record_->size()};
   readPiece(*record_, setUp, [this](std::string_view text) { converter_->convert(text); });
 }
 
-std::uint64_t Session::textsShown() {
+std::uint64_t JobRunner::textsShown() {
   return TextCounter::read(*converter_).value_or(0);
 }
 

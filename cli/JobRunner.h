@@ -1,5 +1,5 @@
-#ifndef QUILLPRESS_CLI_SESSION_H
-#define QUILLPRESS_CLI_SESSION_H
+#ifndef QUILLPRESS_CLI_JOB_RUNNER_H
+#define QUILLPRESS_CLI_JOB_RUNNER_H
 
 #include <cstdint>
 #include <memory>
@@ -17,9 +17,9 @@ namespace quillpress::cli {
  * job has defined. Where it cannot, a new one runs the job's prologue and set-up again, which is all that
  * pages may rely on by the structuring conventions.
  */
-class Session {
+class JobRunner {
  public:
-  explicit Session(Converter::Messages messages);
+  JobRunner();
 
   Converter& converter() { return *converter_; }
 
@@ -39,7 +39,6 @@ class Session {
   bool runOut();
   void reopen();
 
-  Converter::Messages messages_;
   std::unique_ptr<Converter> converter_;
   Spool* record_ = nullptr;
 };

@@ -1,0 +1,25 @@
+#ifndef QUILLPRESS_CLI_MESSAGE_SWITCH_H
+#define QUILLPRESS_CLI_MESSAGE_SWITCH_H
+
+#include <optional>
+#include <string>
+
+namespace quillpress::cli {
+
+/** Says where the messages of jobs go, as long as it lives; afterwards it is as it was before. */
+class MessageSwitch {
+ public:
+  enum class Target { StandardError, Nowhere };
+
+  explicit MessageSwitch(Target target);
+  ~MessageSwitch();
+  MessageSwitch(const MessageSwitch&) = delete;
+  MessageSwitch& operator=(const MessageSwitch&) = delete;
+
+ private:
+  std::optional<std::string> before_;
+};
+
+}  // namespace quillpress::cli
+
+#endif

@@ -11,7 +11,7 @@
  *              converter stays usable, and PSGetErrorStr tells what happened.
  *   Messages   What a job prints (=, ==, stack, print) goes to the debugger output on Windows. On other
  *              systems it is dropped, unless the environment variable QUILLPRESS_MESSAGES is set to
- *              "stderr" when the handle is opened.
+ *              "stderr".
  *   Calls      cdecl on 32-bit Windows, exported undecorated.
  */
 #ifndef QUILLPRESS_CONVERTER_H

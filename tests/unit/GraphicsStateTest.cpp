@@ -28,7 +28,6 @@ TEST(GraphicsStateTest, FreshStateHasTheDefaults) {
   EXPECT_EQ(state.ctm.d, 1);
   EXPECT_EQ(state.ctm.tx, 0);
   EXPECT_EQ(state.ctm.ty, 0);
-  EXPECT_EQ(state.reserved, 0);
   EXPECT_EQ(state.fontName, "Helvetica");
   EXPECT_EQ(state.fontSize, 12.0);
   EXPECT_FALSE(state.pathOpen);

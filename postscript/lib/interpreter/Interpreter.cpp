@@ -60,15 +60,18 @@ void Interpreter::runLoop() {
   }
 }
 
-// Takes the next token; false when the chunk is used up. While a procedure is being built, tokens go into
-// it and leave `object` empty, all but the braces themselves.
+// Takes the next token; false when the chunk is used up. While a procedure is being built, braces are
+// executed and other tokens go into it; `object` is empty then.
 bool Interpreter::takeToken(Ref<PostscriptObject>& object) {
   object = parser_.nextToken();
   if (!object) return false;
-  if (deferredStack_.empty() || isBrace(*object)) return true;
-  auto* procedure = as<ArrayObject>(deferredStack_.peek(0));
-  procedure->elements().push(std::move(object));
-  object = nullptr;
+  if (deferredStack_.empty()) return true;
+  const Ref<PostscriptObject> token = std::move(object);
+  if (isBrace(*token)) {
+    token->execute(*this);
+  } else {
+    as<ArrayObject>(deferredStack_.peek(0))->elements().push(token);
+  }
   return true;
 }
 

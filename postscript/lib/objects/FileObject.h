@@ -14,7 +14,7 @@ class FileData final : public CompositeData {
   // The current file.
   FileData() : CompositeData(TypeCode::kFile), kind(Kind::kCurrentFile) {}
 
-  // A filtered file. The source must be a string or a file, else Ex; it is held as long as the payload.
+  // A filtered file over a string or another file, which it holds.
   FileData(Ref<PostscriptObject> dataSource, std::string filter, std::int32_t parameter);
 
   const Kind kind;
@@ -28,7 +28,7 @@ class FileObject final : public CompositeObject {
  public:
   static constexpr TypeCode kTypeCode = TypeCode::kFile;
 
-  // A literal handle.
+  // A literal handle. Throws Ex for a filtered file over anything but a string or a file.
   FileObject(VirtualMemoryObject& memoryArea, std::unique_ptr<FileData> payload);
 
   [[nodiscard]] Ref<PostscriptObject> clone(int argument) const override;

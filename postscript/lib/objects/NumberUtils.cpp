@@ -76,7 +76,8 @@ std::int32_t wrappingMultiply(std::int32_t a, std::int32_t b) {
 }
 
 std::string realText(double value) {
-  std::array<char, 400> buffer{};  // the longest double has 309 digits before the point
+  if (std::isnan(value)) return "nan";  // hosts differ on the sign of what 0 0 div gives
+  std::array<char, 400> buffer{};       // the longest double has 309 digits before the point
   const auto result =
       std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, 6);
   return {buffer.data(), result.ptr};

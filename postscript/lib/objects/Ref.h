@@ -7,6 +7,10 @@
 
 namespace quillpress {
 
+// A class whose pointers convert to pointers to Base.
+template <typename Derived, typename Base>
+concept PointerTo = std::is_convertible_v<Derived*, Base*>;
+
 // One counted reference to an object, or none. A Ref that goes out of scope drops its reference, so a
 // popped operand is released on every path, errors included. Moving a Ref moves the reference without
 // touching the count.
@@ -21,49 +25,37 @@ class Ref {
   Ref(const Ref& other) : Ref(other.object_) {}
   Ref(Ref&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
 
-  template <typename U>
-    requires std::is_convertible_v<U*, T*> Ref(const Ref<U>& other)
-        : Ref(other.get()) {}  // NOLINT(google-explicit-constructor): as pointers convert
-    template <typename U>
-      requires std::is_convertible_v<U*, T*> Ref(Ref<U>&& other)
-    noexcept : object_(other.leak()) {}  // NOLINT(google-explicit-constructor)
+  template <PointerTo<T> U>
+  Ref(const Ref<U>& other) : Ref(other.get()) {}  // NOLINT(google-explicit-constructor): as pointers convert
+  template <PointerTo<T> U>
+  Ref(Ref<U>&& other) noexcept : object_(other.leak()) {}  // NOLINT(google-explicit-constructor)
 
-    ~Ref() {
-      if (object_ != nullptr) release(object_);
-    }
+  ~Ref() {
+    if (object_ != nullptr) release(object_);
+  }
 
-    Ref& operator=(Ref other) noexcept {
-      std::swap(object_, other.object_);
-      return *this;
-    }
+  Ref& operator=(Ref other) noexcept {
+    std::swap(object_, other.object_);
+    return *this;
+  }
 
-    [[nodiscard]] T* get() const {
-      return object_;
-    }
-    T* operator->() const {
-      return object_;
-    }
-    T& operator*() const {
-      return *object_;
-    }
-    explicit operator bool() const {
-      return object_ != nullptr;
-    }
+  [[nodiscard]] T* get() const { return object_; }
+  T* operator->() const { return object_; }
+  T& operator*() const { return *object_; }
+  explicit operator bool() const { return object_ != nullptr; }
 
-    // Gives the counted reference away; the caller must adopt it.
-    [[nodiscard]] T* leak() {
-      return std::exchange(object_, nullptr);
-    }
+  // Gives the counted reference away; the caller must adopt it.
+  [[nodiscard]] T* leak() { return std::exchange(object_, nullptr); }
 
-    // Takes over a reference that somebody gave away with leak.
-    [[nodiscard]] static Ref adopt(T* object) {
-      Ref ref;
-      ref.object_ = object;
-      return ref;
-    }
+  // Takes over a reference that somebody gave away with leak.
+  [[nodiscard]] static Ref adopt(T* object) {
+    Ref ref;
+    ref.object_ = object;
+    return ref;
+  }
 
-   private:
-    T* object_ = nullptr;
+ private:
+  T* object_ = nullptr;
 };
 
 // Makes an object and holds the first reference to it.

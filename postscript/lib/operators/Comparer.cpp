@@ -37,42 +37,55 @@ std::int32_t compareTexts(const std::string& a, const std::string& b) {
   return std::clamp(std::strcmp(a.c_str(), b.c_str()), -1, 1);
 }
 
-bool equalsNested(const PostscriptObject& a, const PostscriptObject& b, std::size_t depth);
-
-bool equalArrays(const ArrayObject& a, const ArrayObject& b, std::size_t depth) {
-  if (a.count() != b.count()) return false;
-  const auto count = static_cast<std::ptrdiff_t>(a.count());
-  for (std::ptrdiff_t i = 0; i < count; ++i) {
-    if (!equalsNested(*a.element(i), *b.element(i), depth)) return false;
+// One test for equality. Shared parts are compared again and again, so the steps are counted: a hostile job
+// must not keep its host busy for ever.
+class EqualityTest {
+ public:
+  bool equals(const PostscriptObject& a, const PostscriptObject& b) {
+    if (depth_ > kMaxNesting || ++steps_ > kMaxSteps) THROW_EX("Structures nested too deeply to compare");
+    if (isNull(a) || isNull(b)) return isNull(a) && isNull(b);
+    const auto* arrayA = as<ArrayObject>(&a);
+    const auto* arrayB = as<ArrayObject>(&b);
+    if (arrayA != nullptr && arrayB != nullptr) return equalArrays(*arrayA, *arrayB);
+    const auto* dictionaryA = as<DictionaryObject>(&a);
+    const auto* dictionaryB = as<DictionaryObject>(&b);
+    if (dictionaryA != nullptr && dictionaryB != nullptr)
+      return equalDictionaries(*dictionaryA, *dictionaryB);
+    return Comparer::compare(a, b) == 0;
   }
-  return true;
-}
 
-// A dictionary equals itself without a look at its entries: drivers compare dictionaries that hold
-// themselves.
-bool equalDictionaries(const DictionaryObject& a, const DictionaryObject& b, std::size_t depth) {
-  if (a.sharesPayloadWith(b)) return true;
-  if (a.count() != b.count()) return false;
-  for (std::size_t i = 0; i < a.count(); ++i) {
-    const DictionaryData::Entry& entry = a.entryInOrder(i);
-    const PostscriptObject* other = b.lookup(DictionaryKey(entry.key, entry.hash));
-    if (other == nullptr || !equalsNested(*entry.value, *other, depth)) return false;
+ private:
+  static constexpr std::size_t kMaxSteps = std::size_t{1} << 24U;
+
+  bool equalArrays(const ArrayObject& a, const ArrayObject& b) {
+    if (a.count() != b.count()) return false;
+    ++depth_;
+    const auto count = static_cast<std::ptrdiff_t>(a.count());
+    for (std::ptrdiff_t i = 0; i < count; ++i) {
+      if (!equals(*a.element(i), *b.element(i))) return false;
+    }
+    --depth_;
+    return true;
   }
-  return true;
-}
 
-bool equalsNested(const PostscriptObject& a, const PostscriptObject& b, std::size_t depth) {
-  if (depth > kMaxNesting) THROW_EX("Structures nested too deeply to compare");
-  if (isNull(a) || isNull(b)) return isNull(a) && isNull(b);
-  const auto* arrayA = as<ArrayObject>(&a);
-  const auto* arrayB = as<ArrayObject>(&b);
-  if (arrayA != nullptr && arrayB != nullptr) return equalArrays(*arrayA, *arrayB, depth + 1);
-  const auto* dictionaryA = as<DictionaryObject>(&a);
-  const auto* dictionaryB = as<DictionaryObject>(&b);
-  if (dictionaryA != nullptr && dictionaryB != nullptr)
-    return equalDictionaries(*dictionaryA, *dictionaryB, depth + 1);
-  return Comparer::compare(a, b) == 0;
-}
+  // A dictionary equals itself without a look at its entries: drivers compare dictionaries that hold
+  // themselves.
+  bool equalDictionaries(const DictionaryObject& a, const DictionaryObject& b) {
+    if (a.sharesPayloadWith(b)) return true;
+    if (a.count() != b.count()) return false;
+    ++depth_;
+    for (std::size_t i = 0; i < a.count(); ++i) {
+      const DictionaryData::Entry& entry = a.entryInOrder(i);
+      const PostscriptObject* other = b.lookup(DictionaryKey(entry.key, entry.hash));
+      if (other == nullptr || !equals(*entry.value, *other)) return false;
+    }
+    --depth_;
+    return true;
+  }
+
+  std::size_t depth_ = 0;
+  std::size_t steps_ = 0;
+};
 
 }  // namespace
 
@@ -103,7 +116,7 @@ std::int32_t Comparer::compare(const PostscriptObject& a, const PostscriptObject
 }
 
 bool Comparer::equals(const PostscriptObject& a, const PostscriptObject& b) {
-  return equalsNested(a, b, 0);
+  return EqualityTest().equals(a, b);
 }
 
 }  // namespace quillpress

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kQuadrant = 90;
 constexpr double kQuadrantInRadians = 1.5708;  // a little more, so that a right angle is one piece
-constexpr double kMaxSweep = 360.0 * 1000;  // keeps a hostile job from filling the memory with curves
+constexpr double kMaxSweep = 360.0 * 1000;     // keeps a hostile job from filling the memory with curves
 
 Point onCircle(const Circle& circle, double radius, double radians) {
   return {circle.centre.x + radius * std::cos(radians), circle.centre.y + radius * std::sin(radians)};

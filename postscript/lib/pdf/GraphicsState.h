@@ -24,8 +24,7 @@ struct GraphicsState {
   Point currentPoint;  // in user space
   double lineWidth = 0;
   Matrix ctm;
-  std::int32_t reserved = 0;
-  std::string fontName = "Helvetica";
+  std::string fontName = "Helvetica";  // tracked for the day when text is drawn
   double fontSize = 12.0;
   bool pathOpen = false;  // a move has been written and nothing has ended the path
   ColourSpace colourSpace = ColourSpace::kGray;

@@ -63,6 +63,7 @@ void Imager::gather(Interpreter& interpreter, PostscriptObject& operatorObject) 
   inProgress_ = false;
   image_.colourSpace = colourSpaceOf(components_);
   if (image_.colourSpace == ColourSpace::kUnknown) return;
+  const std::size_t lengthBefore = image_.data.size();
   if (dataSourceCount_ == 1) {
     appendFromOneSource(interpreter);
   } else if (dataSourceCount_ == 3) {
@@ -74,6 +75,8 @@ void Imager::gather(Interpreter& interpreter, PostscriptObject& operatorObject) 
   if (needed < 0) THROW_EX("negative image data length");
   if (image_.data.size() < static_cast<std::size_t>(needed)) {
     if (dataSource_->typeCode == TypeCode::kString) THROW_EX("invalid data in image, excpecting proc");
+    // An empty string is the end of the data; asking again would never end.
+    if (image_.data.size() == lengthBefore) THROW_EX("image data source has run dry");
     image_.data.reserve(std::min(static_cast<std::size_t>(needed), kMaxReserved));
     beginReading(interpreter, operatorObject);
     return;

@@ -28,6 +28,7 @@ void NewpathOperator::execute(Interpreter& /*interpreter*/) {
 }
 
 void CurrentpointOperator::execute(Interpreter& interpreter) {
+  // Kept: told in the user space in which it was made, whatever user space has become since.
   const Point point = converter.state().currentPoint;
   interpreter.pushReal(point.x);
   interpreter.pushReal(point.y);

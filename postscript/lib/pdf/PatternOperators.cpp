@@ -1,5 +1,7 @@
 #include "pdf/PatternOperators.h"
 
+#include <utility>
+
 #include "pdf/PatternDictionary.h"
 
 namespace quillpress {
@@ -32,7 +34,6 @@ void MakepatternOperator::begin(Interpreter& interpreter) {
   converter.writeMatrix({xStep, 0, 0, yStep, 0, 0});
   const Matrix matrix = Matrix::of(*matrixOperand);
 
-  pageDrawing_ = converter.suspendPageDrawing();
   pattern_ = converter.objects().create(PdfObjectKind::kPattern, "/PA");
   converter.setInPattern(true);
   pattern_->setDictionary(patternDictionaryText(*dictionary, matrix));
@@ -40,24 +41,22 @@ void MakepatternOperator::begin(Interpreter& interpreter) {
   interpreter.executionStack().push(this);
   PostscriptObject* paintProcedure = dictionary->lookup("PaintProc");
   if (paintProcedure == nullptr) THROW_CONVERTER_EX("expecting paintProc");
-  dictionary_ = dictionary;
   pattern_->keepPatternDictionary(dictionary);
   interpreter.operandStack().push(dictionary);
   interpreter.operandStack().push(dictionary);
   interpreter.start(paintProcedure);
+  pageDrawing_ = converter.suspendPageDrawing();
 }
 
 void MakepatternOperator::finish() {
   if (pattern_->hasData()) THROW_CONVERTER_EX("dont supported nested patterns yet");
   converter.content().append("Q\n");
   converter.setInPattern(false);
-  converter.resumePageDrawing(std::move(pageDrawing_));
-  pageDrawing_ = {};
+  if (pageDrawing_) converter.resumePageDrawing(*std::exchange(pageDrawing_, std::nullopt));
   // A paint procedure that went on in a later call has left only that call's content to take.
   const bool sameCall = callNumber_ == converter.callNumber();
   pattern_->setData(converter.content().cutFrom(sameCall ? contentStart_ : 0));
   contentStart_ = 0;
-  dictionary_ = nullptr;
   pattern_ = nullptr;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "pdf/Postscript2PdfObject.h"
 
 namespace quillpress {
@@ -19,9 +21,8 @@ class MakepatternOperator final : public NameObject, private Postscript2PdfObjec
 
   std::size_t contentStart_ = 0;
   unsigned callNumber_ = 0;  // the call of the converter in which contentStart_ means something
-  Ref<DictionaryObject> dictionary_;
-  std::shared_ptr<OwnedPdfObject> pattern_;  // none while no pattern is in progress
-  Postscript2Pdf::PageDrawing pageDrawing_;
+  std::shared_ptr<OwnedPdfObject> pattern_;                 // none while no pattern is in progress
+  std::optional<Postscript2Pdf::PageDrawing> pageDrawing_;  // while the paint procedure runs
 };
 
 // dict  setpattern  -      Selects the pattern that was made from this very dictionary object as the fill

@@ -1,5 +1,7 @@
 #include "pdf/Postscript2Pdf.h"
 
+#include <utility>
+
 #include "base/DebugOutput.h"
 #include "base/Ex.h"
 #include "pdf/GraphicsOperators.h"
@@ -50,7 +52,9 @@ void Postscript2Pdf::popState() {
 }
 
 Postscript2Pdf::PageDrawing Postscript2Pdf::suspendPageDrawing() {
-  PageDrawing drawing{states_, pathPending_, pathWritten_, pageNumber_};
+  PageDrawing drawing{
+      states_,    std::exchange(savedDepths_, {}), interpreter_.saveLevel(), pathPending_, pathWritten_,
+      pageNumber_};
   pathPending_ = false;
   pathWritten_ = false;
   state().pathOpen = false;
@@ -58,6 +62,8 @@ Postscript2Pdf::PageDrawing Postscript2Pdf::suspendPageDrawing() {
 }
 
 void Postscript2Pdf::resumePageDrawing(PageDrawing drawing) {
+  savedDepths_ = std::move(drawing.savedDepths);
+  interpreter_.changeSaveLevel(drawing.saveLevel - interpreter_.saveLevel());
   if (drawing.pageNumber != pageNumber_) return;
   states_ = std::move(drawing.states);
   pathPending_ = drawing.pathPending;

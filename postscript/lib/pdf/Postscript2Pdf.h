@@ -45,12 +45,14 @@ class Postscript2Pdf {
   // What a pattern's paint procedure must not change: the graphics states and the path of the page.
   struct PageDrawing {
     std::vector<GraphicsState> states;
+    std::vector<std::size_t> savedDepths;
+    std::int32_t saveLevel = 0;
     bool pathPending = false;
     bool pathWritten = false;
     unsigned pageNumber = 0;
   };
 
-  // Goes on without a path.
+  // Goes on without a path, and without a save to restore to.
   [[nodiscard]] PageDrawing suspendPageDrawing();
 
   // Brings back what was suspended, unless a new page has begun since.
@@ -83,7 +85,6 @@ class Postscript2Pdf {
 
   // Writes "cm".
   void writeMatrix(const Matrix& matrix);
-
 
   // While a pattern's paint procedure runs, images are written inline.
   [[nodiscard]] bool isInPattern() const { return inPattern_; }

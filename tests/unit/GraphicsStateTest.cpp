@@ -1,21 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "base/Ex.h"
+#include "RunInterpreter.h"
 #include "pdf/GraphicsState.h"
 
 namespace quillpress {
 namespace {
-
-// The message of the Ex that `action` throws; empty when it throws none.
-template <typename Action>
-std::string messageOf(Action action) {
-  try {
-    action();
-  } catch (const Ex& error) {
-    return error.message();
-  }
-  return {};
-}
 
 TEST(GraphicsStateTest, FreshStateHasTheDefaults) {
   const GraphicsState state;

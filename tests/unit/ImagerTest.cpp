@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "ConverterFixture.h"
 #include "pdf/ImagePlacement.h"
 #include "pdf/Imager.h"
 #include "quillpress/converter.h"
@@ -10,16 +11,8 @@
 namespace quillpress {
 namespace {
 
-class ImagerTest : public testing::Test {
+class ImagerTest : public ConverterFixture {
  protected:
-  ImagerTest() { PdfObjectList::ofProcess().clear(); }
-  ~ImagerTest() override { PdfObjectList::ofProcess().clear(); }
-
-  std::string content(std::string_view chunk) {
-    EXPECT_TRUE(converter_.convert(chunk.data(), static_cast<int>(chunk.size()))) << converter_.errorText();
-    return converter_.pageContent();
-  }
-
   // The contents of all chunks of the given size.
   std::string contentInChunks(std::string_view job, std::size_t size) {
     std::string text;
@@ -30,12 +23,6 @@ class ImagerTest : public testing::Test {
   bool fails(std::string_view chunk) {
     return !converter_.convert(chunk.data(), static_cast<int>(chunk.size()));
   }
-
-  static std::size_t objectCount() { return PdfObjectList::ofProcess().count(); }
-  static ::PdfObject& object(std::size_t index) { return *PdfObjectList::ofProcess().snapshot()[index]; }
-  static std::string dataOf(const ::PdfObject& object) { return {object.data, object.dataLength}; }
-
-  Postscript2Pdf converter_{{}};
 };
 
 TEST_F(ImagerTest, FourThousandBytesAreInline) {

@@ -3,39 +3,20 @@
 #include <string>
 #include <string_view>
 
-#include "pdf/Postscript2Pdf.h"
+#include "ConverterFixture.h"
 #include "quillpress/converter.h"
 
 namespace quillpress {
 namespace {
 
-class PatternTest : public testing::Test {
+class PatternTest : public ConverterFixture {
  protected:
-  PatternTest() { PdfObjectList::ofProcess().clear(); }
-  ~PatternTest() override { PdfObjectList::ofProcess().clear(); }
-
-  std::string content(std::string_view chunk) {
-    EXPECT_TRUE(converter_.convert(chunk.data(), static_cast<int>(chunk.size()))) << converter_.errorText();
-    return converter_.pageContent();
-  }
-
-  std::string message(std::string_view chunk) {
-    EXPECT_FALSE(converter_.convert(chunk.data(), static_cast<int>(chunk.size())));
-    const std::string& text = converter_.errorText();
-    return text.substr(text.find("] ") + 2, text.size() - text.find("] ") - 3);
-  }
-
   // A program that leaves a pattern dictionary with one more pair of key and value under the name p.
   static std::string dictionary(const std::string& paintProcedure, const std::string& more = "") {
     return "/p 9 dict def p /XStep 8 put p /YStep 4 put p /BBox [0 0 8 4] put p /PaintProc {" +
            paintProcedure + "} put " + more;
   }
 
-  static std::size_t objectCount() { return PdfObjectList::ofProcess().count(); }
-  static ::PdfObject& object(std::size_t index) { return *PdfObjectList::ofProcess().snapshot()[index]; }
-  static std::string dataOf(const ::PdfObject& object) { return {object.data, object.dataLength}; }
-
-  Postscript2Pdf converter_{{}};
   const std::string make_ = "p [1 0 0 1 0 0] makepattern ";
 };
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "ConverterFixture.h"
 #include "base/Ex.h"
-#include "pdf/Postscript2Pdf.h"
 #include "quillpress/converter.h"
 
 namespace quillpress {
@@ -14,23 +14,9 @@ namespace {
 
 constexpr float kMatrix[6] = {2, 0, 0, -2, 10, 800};
 
-class Postscript2PdfTest : public testing::Test {
+class Postscript2PdfTest : public ConverterFixture {
  protected:
-  // The page content of one chunk. Expects it to succeed.
-  std::string content(std::string_view chunk) {
-    EXPECT_TRUE(converter_.convert(chunk.data(), static_cast<int>(chunk.size()))) << converter_.errorText();
-    return converter_.pageContent();
-  }
-
-  // The message of one chunk's failure.
-  std::string message(std::string_view chunk) {
-    EXPECT_FALSE(converter_.convert(chunk.data(), static_cast<int>(chunk.size())));
-    const std::string& text = converter_.errorText();
-    const auto place = text.find("] ");
-    return place == std::string::npos ? text : text.substr(place + 2, text.size() - place - 3);
-  }
-
-  Postscript2Pdf converter_{{2, 0, 0, -2, 10, 800}};
+  Postscript2PdfTest() : ConverterFixture({2, 0, 0, -2, 10, 800}) {}
 };
 
 TEST_F(Postscript2PdfTest, BeginsWithOneFreshState) {
@@ -239,93 +225,6 @@ TEST_F(Postscript2PdfTest, ASaveOutlivesItsPage) {
   converter_.startPage({});
   EXPECT_EQ(content("gsave gsave "), "q q ");
   EXPECT_EQ(content("restore "), "Q Q ");
-}
-
-TEST_F(Postscript2PdfTest, AllEightyOperatorsAreRegistered) {
-  for (const std::string_view name : {"setscreen",
-                                      "setcolorscreen",
-                                      "sethalftone",
-                                      "currenthalftone",
-                                      "gsave",
-                                      "initclip",
-                                      "eoclip",
-                                      "clip",
-                                      "clippath",
-                                      "rectclip",
-                                      "setrgbcolor",
-                                      "sethsbcolor",
-                                      "setcmykcolor",
-                                      "setgray",
-                                      "currentrgbcolor",
-                                      "currenthsbcolor",
-                                      "currentcmykcolor",
-                                      "currentgray",
-                                      "stroke",
-                                      "newpath",
-                                      "fill",
-                                      "eofill",
-                                      "moveto",
-                                      "rmoveto",
-                                      "lineto",
-                                      "rlineto",
-                                      "curveto",
-                                      "rcurveto",
-                                      "arc",
-                                      "arcn",
-                                      "arct",
-                                      "arcto",
-                                      "currentpoint",
-                                      "closepath",
-                                      "translate",
-                                      "transform",
-                                      "itransform",
-                                      "idtransform",
-                                      "dtransform",
-                                      "rotate",
-                                      "concat",
-                                      "currentmatrix",
-                                      "scale",
-                                      "grestore",
-                                      "findfont",
-                                      "scalefont",
-                                      "setfont",
-                                      "FontDirectory",
-                                      "GlobalFontDirectory",
-                                      "show",
-                                      "stringwidth",
-                                      "setlinewidth",
-                                      "setlinecap",
-                                      "setlinejoin",
-                                      "setmiterlimit",
-                                      "setdash",
-                                      "currentlinewidth",
-                                      "setstrokeadjust",
-                                      "currentstrokeadjust",
-                                      "setmatrix",
-                                      "defaultmatrix",
-                                      "showpage",
-                                      "imagemask",
-                                      "settransfer",
-                                      "currenttransfer",
-                                      "setcolortransfer",
-                                      "currentcolortransfer",
-                                      "setflat",
-                                      "currentflat",
-                                      "colorimage",
-                                      "image",
-                                      "setoverprint",
-                                      "currentoverprint",
-                                      "save",
-                                      "restore",
-                                      "makepattern",
-                                      "setpattern",
-                                      "currentfont",
-                                      "print",
-                                      "setcolorspace"}) {
-    const PostscriptObject* op = converter_.interpreter().dictionaries().lookup(DictionaryKey(name));
-    ASSERT_NE(op, nullptr) << name;
-    EXPECT_NE(dynamic_cast<const NameObject*>(op), nullptr) << name;
-  }
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ namespace quillpress::cli {
 class Deflater {
  public:
   /** How long to look for repetitions. */
-  enum class Effort { None = 0, Quick = 4, Usual = 6, Thorough = 7 };
+  enum class Effort { None = 0, Quick = 5, Usual = 6, Thorough = 7 };
 
   explicit Deflater(Effort effort = Effort::Usual);
 

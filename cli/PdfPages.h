@@ -32,8 +32,9 @@ class PdfPages final : public PageOutput {
  private:
   void keepObjects(Converter& converter);
 
-  // Page text gets hardly smaller with more effort, and is most of the work. Outlives the worker, which uses
-  // it.
+  // Page text gets hardly smaller with more effort, and compressing it is most of the work. Less would make
+  // the file of a job with decimals in its coordinates larger than other converters' files. Outlives the
+  // worker, which uses it.
   Deflater deflater_{Deflater::Effort::Quick};
   SpoolWorker worker_;
   ObjectStore store_;

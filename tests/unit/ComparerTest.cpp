@@ -123,5 +123,14 @@ TEST(ComparerTest, TwoDictionariesThatHoldThemselvesEndInAnAnswer) {
   EXPECT_NE(messageOf([&] { Comparer::equals(*a, *b); }), "");
 }
 
+TEST(ComparerTest, ArraysWithSharedPartsAreGivenUpInTheEnd) {
+  Interpreter interpreter;
+  EXPECT_EQ(messageOf([&] {
+              run(interpreter,
+                  "/a [1] def /b [1] def 5 {8 {/a [a a] def /b [b b] def} repeat} repeat a b eq ");
+            }),
+            "Structures nested too deeply to compare");
+}
+
 }  // namespace
 }  // namespace quillpress

@@ -13,15 +13,20 @@ set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_C_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
+# An exception names its source file; where the project was built is nobody's business.
+set(hiddenFolders
+  -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=
+  -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
+
 add_library(quillpress_options INTERFACE)
 target_compile_options(quillpress_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
   $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual>
   # Numbers in the page text must not depend on whether a machine can fuse a product and a sum.
   -ffp-contract=off
-  # An exception names its source file; where the project was built is nobody's business.
-  -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=
-  -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
+  ${hiddenFolders})
+# Optimisation at link time compiles once more, and notes its own folder.
+target_link_options(quillpress_options INTERFACE ${hiddenFolders})
 
 if(QUILLPRESS_SANITIZE)
   target_compile_options(quillpress_options INTERFACE

@@ -24,6 +24,8 @@ constexpr std::array kNamedSizes{
     NamedSize{"Folio", 595, 935},
 };
 
+constexpr std::size_t kNamesLineLength = 46;
+
 struct Unit {
   std::string_view name;
   double points;
@@ -71,8 +73,11 @@ std::optional<Box> parseMedia(std::string_view text) {
 
 std::string mediaNames() {
   std::string names;
+  std::size_t lineBegin = 0;
   for (const NamedSize& size : kNamedSizes) {
-    if (!names.empty()) names += ", ";
+    const bool isFull = names.size() + size.name.size() - lineBegin > kNamesLineLength;
+    if (!names.empty()) names += isFull ? ",\n" : ", ";
+    if (isFull) lineBegin = names.size();
     names += size.name;
   }
   return names;

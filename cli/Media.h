@@ -18,7 +18,7 @@ constexpr Box kA4{0, 0, 595, 842};
  */
 std::optional<Box> parseMedia(std::string_view text);
 
-/** The names that parseMedia knows, for messages. */
+/** The names that parseMedia knows, on lines short enough for the help text. */
 std::string mediaNames();
 
 }  // namespace quillpress::cli

@@ -17,8 +17,9 @@ namespace {
 constexpr const char* kDescription =
     "Converts a PostScript print job to PDF. Drawing becomes vector PDF; text is not drawn.";
 
-constexpr const char* kExitCodes =
-    "Exit codes: 0 done, 1 error in the job (complete pages are written), 2 usage, 3 input, 4 output.";
+constexpr const char* kFooter =
+    "Exit codes: 0 done, 1 error in the job (complete pages are written), 2 usage, 3 input, 4 output.\n"
+    "Byte offsets in messages count from 0 at the start of JOB.";
 
 /** The texts of options whose values need a look of our own. */
 struct RawOptions {
@@ -27,17 +28,22 @@ struct RawOptions {
 };
 
 void define(CLI::App& app, Options& options, RawOptions& raw) {
-  app.footer(kExitCodes);
+  app.footer(kFooter);
   app.set_version_flag("--version", "quillpress " QUILLPRESS_VERSION, "Show the version and exit");
   app.set_help_flag("-h,--help", "Show this help and exit");
-  app.add_option("JOB", options.job, "The PostScript job; - is standard input")->required();
+  app.add_option("JOB", options.job, "The PostScript job; - is standard input")->required()->type_name("");
   app.add_option("-o,--output", options.output,
-                 "Where the PDF goes; - is standard output (default: beside JOB, ending in .pdf;\n"
-                 "standard output when JOB is standard input)");
+                 "Where the PDF goes; - is standard output (default:\n"
+                 "beside JOB, ending in .pdf; standard output when\n"
+                 "JOB is standard input)")
+      ->type_name("FILE");
   app.add_option("--media", raw.media,
-                 "Page size, instead of what the job says: " + mediaNames() +
-                     ", or WIDTHxHEIGHT in points or with a unit (pt, mm, cm, in), as in 210x297mm");
-  app.add_option("--chunk", raw.chunk, "Bytes handed to the converter at a time, with K or M (default: 64K)");
+                 "Page size, instead of what the job says:\n" + mediaNames() +
+                     ",\nor WIDTHxHEIGHT in points or with a unit (pt, mm,\ncm, in), as in 210x297mm")
+      ->type_name("SIZE");
+  app.add_option("--chunk", raw.chunk,
+                 "Bytes handed to the converter at a time, with K\nor M behind the number (default: 64K)")
+      ->type_name("BYTES");
   app.add_flag("--keep-going", options.keepGoing, "After an error go on with the next page");
   app.add_flag("--content", options.content, "Write the page content text instead of a PDF");
   app.add_flag("--objects", options.objects, "List images and patterns on standard error");

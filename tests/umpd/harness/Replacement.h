@@ -1,0 +1,60 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+namespace quillpress::harness {
+
+// What stands in for a function of Windows, as long as this object lives.
+class Replacement {
+ public:
+  virtual ~Replacement() = default;
+  [[nodiscard]] virtual void* address() const = 0;
+};
+
+// A plain function, of any calling convention.
+class FunctionReplacement final : public Replacement {
+ public:
+  explicit FunctionReplacement(void* function) : function_(function) {}
+  [[nodiscard]] void* address() const override { return function_; }
+
+ private:
+  void* function_;
+};
+
+// A lambda that holds what it needs: Windows calls the static `call`, which finds the lambda by its type.
+template <class Lambda, class Operator = decltype(&Lambda::operator())>
+class LambdaReplacement;
+
+template <class Lambda, class Result, class... Arguments>
+class LambdaReplacement<Lambda, Result (Lambda::*)(Arguments...) const> final : public Replacement {
+ public:
+  explicit LambdaReplacement(Lambda lambda) : lambda_(std::move(lambda)) {
+    if (target_ != nullptr) ADD_FAILURE() << "one lambda cannot stand for two functions at once";
+    target_ = &lambda_;
+  }
+  ~LambdaReplacement() override { target_ = nullptr; }
+
+  [[nodiscard]] void* address() const override { return reinterpret_cast<void*>(&call); }
+
+ private:
+  static Result WINAPI call(Arguments... arguments) { return (*target_)(arguments...); }
+
+  static inline const Lambda* target_ = nullptr;
+  Lambda lambda_;
+};
+
+template <class Function>
+std::unique_ptr<Replacement> makeReplacement(Function function) {
+  if constexpr (std::is_pointer_v<Function>) {
+    return std::make_unique<FunctionReplacement>(reinterpret_cast<void*>(function));
+  } else {
+    return std::make_unique<LambdaReplacement<Function>>(std::move(function));
+  }
+}
+
+}  // namespace quillpress::harness

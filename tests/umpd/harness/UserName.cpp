@@ -1,0 +1,29 @@
+#include "harness/UserName.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+namespace quillpress::harness {
+
+void pretendUser(Library& library, const std::optional<std::wstring>& name) {
+  // The size goes in as the buffer's length and comes out as the name's, both with the final zero.
+  library.replace("GetUserNameW", [name](LPWSTR buffer, LPDWORD size) -> BOOL {
+    if (!name) {
+      SetLastError(ERROR_ACCESS_DENIED);
+      return FALSE;
+    }
+    const DWORD needed = static_cast<DWORD>(name->size()) + 1;
+    const bool fits = *size >= needed;
+    if (fits) std::copy_n(name->c_str(), needed, buffer);
+    if (!fits) SetLastError(ERROR_INSUFFICIENT_BUFFER);
+    *size = needed;
+    return fits;
+  });
+}
+
+std::wstring ownUserName() {
+  return L"tester" + std::to_wstring(GetCurrentProcessId());
+}
+
+}  // namespace quillpress::harness

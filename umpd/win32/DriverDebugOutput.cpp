@@ -1,0 +1,15 @@
+#include "win32/DriverDebugOutput.h"
+
+#include "win32/Windows.h"
+
+namespace quillpress {
+
+void writeDriverDebugOutput(const std::string& text) {
+  OutputDebugStringA(text.c_str());
+}
+
+void writeDriverDebugOutput(const std::wstring& text) {
+  OutputDebugStringW(text.c_str());
+}
+
+}  // namespace quillpress

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+namespace quillpress {
+
+// What goes wrong without concerning the user is written to the debugger output.
+void writeDriverDebugOutput(const std::string& text);
+void writeDriverDebugOutput(const std::wstring& text);
+
+}  // namespace quillpress

@@ -1,0 +1,33 @@
+#include "win32/ErrorBox.h"
+
+#include <array>
+#include <cstdarg>
+#include <cstdio>
+#include <string>
+
+#include "win32/SystemMessage.h"
+#include "win32/Windows.h"
+
+namespace quillpress {
+namespace {
+
+constexpr UINT kStyle = MB_OK | MB_SERVICE_NOTIFICATION;
+
+}  // namespace
+
+void showErrorBox(const char* format, ...) {
+  std::array<char, 2048> text{};
+  va_list arguments;
+  va_start(arguments, format);
+  vsnprintf(text.data(), text.size(), format, arguments);
+  va_end(arguments);
+  MessageBoxA(nullptr, text.data(), "Error", kStyle);
+}
+
+void showSystemErrorBox(std::wstring_view caption, std::wstring_view extraText) {
+  std::wstring body = systemMessage(GetLastError());
+  if (!extraText.empty()) body.append(L"\n\n").append(extraText);
+  MessageBoxW(nullptr, body.c_str(), std::wstring(caption).c_str(), kStyle);
+}
+
+}  // namespace quillpress

@@ -1,0 +1,37 @@
+#include "win32/NamedEvent.h"
+
+#include <utility>
+
+#include "win32/SecurityAttributes.h"
+#include "win32/Trace.h"
+
+namespace quillpress {
+
+NamedEvent::NamedEvent(std::wstring name, Reset reset) : name_(std::move(name)), reset_(reset) {}
+
+bool NamedEvent::create() {
+  SecurityAttributes security;
+  const BOOL manual = reset_ == Reset::manual ? TRUE : FALSE;
+  handle_.reset(CreateEventW(security.get(), manual, FALSE, name_.c_str()));
+  return static_cast<bool>(handle_);
+}
+
+bool NamedEvent::open() {
+  handle_.reset(OpenEventW(EVENT_ALL_ACCESS, FALSE, name_.c_str()));
+  if (!handle_) trace("Open TwsEvent [%ls] failed.\n", name_.c_str());
+  return static_cast<bool>(handle_);
+}
+
+bool NamedEvent::set() {
+  if (!openIfNeeded()) return false;
+  const bool signalled = SetEvent(handle_.get()) != 0;
+  if (reset_ == Reset::manual) ResetEvent(handle_.get());
+  return signalled;
+}
+
+DWORD NamedEvent::wait(DWORD milliseconds) {
+  if (!openIfNeeded()) return kNotOpen;
+  return WaitForSingleObject(handle_.get(), milliseconds);
+}
+
+}  // namespace quillpress

@@ -1,0 +1,36 @@
+#include "win32/NamedMutex.h"
+
+#include <utility>
+
+#include "win32/DriverDebugOutput.h"
+#include "win32/SecurityAttributes.h"
+#include "win32/SystemMessage.h"
+
+namespace quillpress {
+
+NamedMutex::NamedMutex(std::wstring name) : name_(std::move(name)) {}
+
+bool NamedMutex::create(InitialOwner owner) {
+  SecurityAttributes security;
+  handle_.reset(CreateMutexW(security.get(), owner == InitialOwner::caller ? TRUE : FALSE, name_.c_str()));
+  if (!handle_) writeDriverDebugOutput(L"CreateMutex failed " + systemMessage(GetLastError()));
+  return static_cast<bool>(handle_);
+}
+
+bool NamedMutex::open() {
+  handle_.reset(OpenMutexW(MUTEX_ALL_ACCESS, FALSE, name_.c_str()));
+  return static_cast<bool>(handle_);
+}
+
+bool NamedMutex::acquire() {
+  // A handle that was lost, or never had, is looked for by name.
+  if (!handle_ && !open()) return false;
+  const DWORD result = WaitForSingleObject(handle_.get(), INFINITE);
+  return result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
+}
+
+void NamedMutex::release() {
+  ReleaseMutex(handle_.get());
+}
+
+}  // namespace quillpress

@@ -1,0 +1,57 @@
+#include "win32/SecurityAttributes.h"
+
+#include <sddl.h>
+
+#include "win32/DriverDebugOutput.h"
+#include "win32/ErrorBox.h"
+#include "win32/WindowsVersion.h"
+
+namespace quillpress {
+namespace {
+
+// Mandatory label, low level, no write-up.
+constexpr char kLowIntegrity[] = "S:(ML;;NW;;;LW)";
+
+}  // namespace
+
+SecurityAttributes::SecurityAttributes() {
+  const WindowsVersion version = windowsVersion();
+  if (version.is9x()) return;
+  usable_ = openToEverybody();
+  if (!usable_) return;
+  if (version.hasIntegrityLabels()) allowLowIntegrity();
+  attributes_ = {sizeof attributes_, &descriptor_, FALSE};
+}
+
+bool SecurityAttributes::openToEverybody() {
+  if (InitializeSecurityDescriptor(&descriptor_, SECURITY_DESCRIPTOR_REVISION) == 0) {
+    showSystemErrorBox(L"InitializeSecurityDescriptor failed");
+    return false;
+  }
+  // A list that is present and null lets everybody in; an absent one would be the creator's default.
+  if (SetSecurityDescriptorDacl(&descriptor_, TRUE, nullptr, FALSE) == 0) {
+    showSystemErrorBox(L"SetSecurityDescriptorDacl failed");
+    return false;
+  }
+  return true;
+}
+
+void SecurityAttributes::allowLowIntegrity() {
+  if (ConvertStringSecurityDescriptorToSecurityDescriptorA(kLowIntegrity, SDDL_REVISION_1, label_.receive(),
+                                                           nullptr) == 0) {
+    writeDriverDebugOutput("ConvertStringSecurityDescriptorToSecurityDescriptor failed\n");
+    return;
+  }
+  BOOL present = FALSE;
+  BOOL defaulted = FALSE;
+  ACL* list = nullptr;
+  if (GetSecurityDescriptorSacl(label_.get(), &present, &list, &defaulted) == 0) {
+    writeDriverDebugOutput("GetSecurityDescriptorSacl failed\n");
+    return;
+  }
+  if (SetSecurityDescriptorSacl(&descriptor_, present, list, defaulted) == 0) {
+    writeDriverDebugOutput("SetSecurityDescriptorSacl failed\n");
+  }
+}
+
+}  // namespace quillpress

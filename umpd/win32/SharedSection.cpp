@@ -1,0 +1,37 @@
+#include "win32/SharedSection.h"
+
+#include <utility>
+
+#include "win32/SecurityAttributes.h"
+
+namespace quillpress {
+
+SharedSection::SharedSection(std::wstring name, std::size_t size) : name_(std::move(name)), size_(size) {}
+
+bool SharedSection::openOrCreate() {
+  if (isOpen()) return true;
+  section_.reset(OpenFileMappingW(FILE_MAP_ALL_ACCESS, FALSE, name_.c_str()));
+  if (!section_) {
+    SecurityAttributes security;
+    section_.reset(CreateFileMappingW(INVALID_HANDLE_VALUE, security.get(), PAGE_READWRITE, 0,
+                                      static_cast<DWORD>(size_), name_.c_str()));
+    createdHere_ = section_ && GetLastError() != ERROR_ALREADY_EXISTS;
+  }
+  if (section_ && map()) return true;
+  section_.reset();
+  return false;
+}
+
+bool SharedSection::map() {
+  view_.reset(MapViewOfFile(section_.get(), FILE_MAP_ALL_ACCESS, 0, 0, 0));
+  if (!view_) return false;
+  // Somebody else may have made it, smaller.
+  MEMORY_BASIC_INFORMATION information{};
+  if (VirtualQuery(view_.get(), &information, sizeof information) != 0 && information.RegionSize >= size_) {
+    return true;
+  }
+  view_.reset();
+  return false;
+}
+
+}  // namespace quillpress

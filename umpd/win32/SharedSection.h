@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+
+#include "win32/Handles.h"
+
+namespace quillpress {
+
+// Memory of the paging file that processes share by its name.
+class SharedSection {
+ public:
+  SharedSection(std::wstring name, std::size_t size);
+
+  // Opens the section, or makes it, zeroed, when there is none, and maps it. Fails when another kind of
+  // object has the name or when the section is smaller than `size`. Does nothing when it is open already.
+  [[nodiscard]] bool openOrCreate();
+
+  [[nodiscard]] bool isOpen() const { return static_cast<bool>(view_); }
+
+  // Whether this process made the section.
+  [[nodiscard]] bool wasCreatedHere() const { return createdHere_; }
+
+  // The bytes of the section. REQUIRES: isOpen()
+  [[nodiscard]] std::span<std::byte> bytes() const { return {static_cast<std::byte*>(view_.get()), size_}; }
+
+ private:
+  [[nodiscard]] bool map();
+
+  std::wstring name_;
+  std::size_t size_;
+  KernelHandle section_;
+  MappedView view_;
+  bool createdHere_ = false;
+};
+
+}  // namespace quillpress

@@ -1,0 +1,20 @@
+#include "win32/SystemLibrary.h"
+
+#include "win32/SystemFolder.h"
+
+namespace quillpress {
+
+SystemLibrary::SystemLibrary(const wchar_t* fileName) {
+  if (GetModuleHandleW(fileName) != nullptr) {
+    library_.reset(LoadLibraryW(fileName));
+    return;
+  }
+  const std::wstring folder = systemFolder();
+  if (!folder.empty()) library_.reset(LoadLibraryW((folder + L"\\" + fileName).c_str()));
+}
+
+void* SystemLibrary::address(const char* name) const {
+  return library_ ? reinterpret_cast<void*>(GetProcAddress(library_.get(), name)) : nullptr;
+}
+
+}  // namespace quillpress

@@ -1,0 +1,17 @@
+#include "win32/UserName.h"
+
+#include <array>
+
+#include "win32/Text.h"
+#include "win32/Windows.h"
+
+namespace quillpress {
+
+std::wstring userName() {
+  std::array<wchar_t, 260> name{};
+  auto length = static_cast<DWORD>(name.size());
+  if (GetUserNameW(name.data(), &length) == 0) return {};
+  return std::wstring(textOfField(name.data(), name.size()));
+}
+
+}  // namespace quillpress

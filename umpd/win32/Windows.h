@@ -1,0 +1,4 @@
+#pragma once
+
+// The one way to the system's headers.
+#include <windows.h>

@@ -1,0 +1,14 @@
+#include "win32/WindowsVersion.h"
+
+#include "win32/Windows.h"
+
+namespace quillpress {
+
+WindowsVersion windowsVersion() {
+  OSVERSIONINFOA information{};
+  information.dwOSVersionInfoSize = sizeof information;
+  if (GetVersionExA(&information) == 0) return {};
+  return {information.dwPlatformId == VER_PLATFORM_WIN32_NT, information.dwMajorVersion};
+}
+
+}  // namespace quillpress

@@ -1,0 +1,43 @@
+#include "spooler/DeviceMode.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "win32/Text.h"
+
+namespace quillpress {
+namespace {
+
+template <std::size_t Size>
+void copyText(wchar_t (&field)[Size], std::wstring_view text) {
+  const std::wstring_view part = fitting(text, Size);
+  std::copy(part.begin(), part.end(), std::begin(field));
+}
+
+}  // namespace
+
+DeviceMode fixedDeviceMode(std::wstring_view printerName) {
+  DeviceMode result{};
+  DEVMODEW& mode = result.mode;
+  copyText(mode.dmDeviceName, lastComponent(printerName, L"\\"));
+  mode.dmSpecVersion = 0x401;
+  mode.dmDriverVersion = 0x400;
+  mode.dmSize = sizeof(DEVMODEW);
+  mode.dmDriverExtra = static_cast<WORD>(result.driverExtra.size());
+  mode.dmFields = DM_ORIENTATION | DM_PAPERSIZE | DM_SCALE | DM_COPIES | DM_DEFAULTSOURCE | DM_PRINTQUALITY |
+                  DM_COLOR | DM_TTOPTION | DM_FORMNAME;
+  mode.dmOrientation = DMORIENT_PORTRAIT;
+  // Kept: the number says letter and the name A4, and printers have been set up with both.
+  mode.dmPaperSize = DMPAPER_LETTER;
+  copyText(mode.dmFormName, L"A4");
+  mode.dmScale = 100;
+  mode.dmCopies = 1;
+  mode.dmDefaultSource = DMBIN_FORMSOURCE;  // the driver chooses the tray by the form
+  mode.dmPrintQuality = 300;
+  mode.dmColor = DMCOLOR_COLOR;
+  mode.dmDuplex = DMDUP_SIMPLEX;  // not among the fields above, where it is the default anyway
+  mode.dmTTOption = DMTT_SUBDEV;
+  return result;
+}
+
+}  // namespace quillpress

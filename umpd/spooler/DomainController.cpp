@@ -1,0 +1,66 @@
+#include "spooler/DomainController.h"
+
+#include "spooler/DomainControllerRecord.h"
+#include "win32/FunctionsByName.h"
+#include "win32/SharedSection.h"
+#include "win32/SystemLibrary.h"
+#include "win32/Text.h"
+#include "win32/Trace.h"
+#include "win32/WindowsVersion.h"
+
+namespace quillpress {
+namespace {
+
+constexpr DWORD kPollMilliseconds = 876;
+constexpr DWORD kPatienceMilliseconds = 60'000;
+
+// Other processes write into the record at any time.
+volatile char& stateOf(DomainControllerRecord& record) {
+  return record.state;
+}
+
+void waitWhileOthersWork(DomainControllerRecord& record) {
+  const DWORD start = GetTickCount();
+  while (stateOf(record) == DomainControllerRecord::kWorking &&
+         GetTickCount() - start < kPatienceMilliseconds) {
+    trace("Waiting for domain name cache\n");
+    Sleep(kPollMilliseconds);
+  }
+}
+
+// Kept: a question that finds no controller is an answer too; only a system without the functions is asked
+// again.
+char askForName(DomainControllerRecord& record) {
+  const SystemLibrary network(kNetGetDCName.library);
+  auto* const getName = network.find(kNetGetDCName);
+  auto* const freeName = network.find(kNetApiBufferFree);
+  storeName(record, {});
+  if (getName == nullptr || freeName == nullptr) return '\0';
+  BYTE* name = nullptr;
+  if (getName(nullptr, nullptr, &name) == 0 && name != nullptr) {
+    storeName(record, reinterpret_cast<const wchar_t*>(name));
+    freeName(name);
+  }
+  return DomainControllerRecord::kReady;
+}
+
+}  // namespace
+
+std::wstring domainControllerName() {
+  static SharedSection cache(std::wstring(windowsVersion().sessionPrefix()) + L"DomainControllerData",
+                             sizeof(DomainControllerRecord));
+  if (!cache.openOrCreate()) return {};
+  auto& record = *reinterpret_cast<DomainControllerRecord*>(cache.bytes().data());
+
+  waitWhileOthersWork(record);
+  const char state = stateOf(record);
+  if (state != DomainControllerRecord::kWorking && state != DomainControllerRecord::kReady) {
+    trace("Working out domain controller name\n");
+    stateOf(record) = DomainControllerRecord::kWorking;
+    stateOf(record) = askForName(record);
+  }
+  if (stateOf(record) != DomainControllerRecord::kReady) return {};
+  return readName(record).value_or(std::wstring());
+}
+
+}  // namespace quillpress

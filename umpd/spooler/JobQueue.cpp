@@ -1,0 +1,84 @@
+#include "spooler/JobQueue.h"
+
+#include <algorithm>
+
+#include "spooler/PrinterInformation.h"
+#include "win32/AnsiText.h"
+#include "win32/Trace.h"
+#include "win32/WindowsVersion.h"
+
+namespace quillpress {
+namespace {
+
+// A spooler that counts more jobs than this is not believed.
+constexpr DWORD kMostJobs = 1'000'000;
+
+DWORD countJobs(HANDLE printer) {
+  PrinterInformation information;
+  const PRINTER_INFO_2A* record = information.read(printer);
+  return record == nullptr ? 0 : std::min(record->cJobs, kMostJobs);
+}
+
+QueuedJob toQueuedJob(const JOB_INFO_2A& record) {
+  return {record.JobId, record.pDocument == nullptr ? std::wstring() : fromAnsi(record.pDocument),
+          record.Status, static_cast<std::int32_t>(record.Position)};
+}
+
+}  // namespace
+
+std::vector<QueuedJob> readJobQueue(HANDLE printer) {
+  trace(">getAllJobs \n");
+  const DWORD count = countJobs(printer);
+  trace("numjobs = %lu\n", count);
+  if (count == 0) return {};
+
+  DWORD needed = 0;
+  DWORD listed = 0;
+  if (EnumJobsA(printer, 0, count + 1, 2, nullptr, 0, &needed, &listed) == 0 &&
+      GetLastError() != ERROR_INSUFFICIENT_BUFFER) {
+    return {};
+  }
+  std::vector<BYTE> buffer(needed);
+  listed = 0;
+  if (EnumJobsA(printer, 0, count + 1, 2, buffer.data(), needed, &needed, &listed) == 0) return {};
+
+  // A job may have come or gone since the printer counted.
+  std::vector<QueuedJob> jobs(count);
+  const auto room = static_cast<DWORD>(buffer.size() / sizeof(JOB_INFO_2A));
+  const auto* records = reinterpret_cast<const JOB_INFO_2A*>(buffer.data());
+  std::transform(records, records + std::min({listed, count, room}), jobs.begin(), toQueuedJob);
+  trace("<getAllJobs numjobs = %lu\n", count);
+  return jobs;
+}
+
+QueuedJob currentPrintJob(HANDLE printer) {
+  const std::vector<QueuedJob> jobs = readJobQueue(printer);
+  if (jobs.empty()) trace("getAllJobs returend 0\n");
+  trace(">getCurrentPrintJobDocName - numjobss %u\n", static_cast<unsigned>(jobs.size()));
+  const QueuedJob* last = lastInQueue(jobs);
+  if (last == nullptr) return {};
+  trace("<getCurrentPrintJobDocName - job %u %ls\n", static_cast<unsigned>(last->id),
+        last->documentName.c_str());
+  return *last;
+}
+
+bool isJobStatusOk(HANDLE printer, DWORD jobId) {
+  return isStatusOk(readJobQueue(printer), jobId);
+}
+
+std::optional<std::wstring> readDocumentName(HANDLE printer, DWORD jobId) {
+  DWORD needed = 0;
+  GetJobW(printer, jobId, 2, nullptr, 0, &needed);
+  if (needed < sizeof(JOB_INFO_2W)) return std::nullopt;
+  std::vector<BYTE> buffer(needed);
+  if (GetJobW(printer, jobId, 2, buffer.data(), needed, &needed) == 0) return std::nullopt;
+  const auto* record = reinterpret_cast<const JOB_INFO_2W*>(buffer.data());
+  return record->pDocument == nullptr ? std::wstring() : std::wstring(record->pDocument);
+}
+
+void removeJob(HANDLE printer, DWORD jobId) {
+  const DWORD command = windowsVersion().is9x() ? JOB_CONTROL_CANCEL : JOB_CONTROL_DELETE;
+  SetJobW(printer, jobId, 0, nullptr, command);
+}
+
+}  // namespace quillpress

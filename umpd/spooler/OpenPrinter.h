@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+#include "spooler/PrinterHandle.h"
+
+namespace quillpress {
+
+// Opens a printer by its name for raw data with the front end's fixed device mode. Returns none, with the
+// thread's last error, when the spooler refuses.
+PrinterHandle openPrinter(const std::wstring& printerName, DWORD access);
+
+}  // namespace quillpress

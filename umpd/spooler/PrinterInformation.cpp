@@ -1,0 +1,35 @@
+#include "spooler/PrinterInformation.h"
+
+#include "win32/AnsiText.h"
+#include "win32/SystemMessage.h"
+#include "win32/Trace.h"
+
+namespace quillpress {
+
+const PRINTER_INFO_2A* PrinterInformation::read(HANDLE printer) {
+  buffer_.clear();
+  if (printer == nullptr) {
+    trace("readPrinterInfo2 - No printer handle");
+    return nullptr;
+  }
+  DWORD needed = 0;
+  GetPrinterA(printer, 2, nullptr, 0, &needed);
+  if (needed < sizeof(PRINTER_INFO_2A)) {
+    trace("getPrinter failed: %ls, bytes needed=%lu\n", systemMessage(GetLastError()).c_str(), needed);
+    return nullptr;
+  }
+  buffer_.resize(needed);
+  if (GetPrinterA(printer, 2, buffer_.data(), needed, &needed) == 0) {
+    trace("readPrinterInfo2-failure to access the printer");
+    return nullptr;
+  }
+  return reinterpret_cast<const PRINTER_INFO_2A*>(buffer_.data());
+}
+
+std::wstring PrinterInformation::readName(HANDLE printer) {
+  const PRINTER_INFO_2A* record = read(printer);
+  if (record == nullptr || record->pPrinterName == nullptr) return {};
+  return fromAnsi(record->pPrinterName);
+}
+
+}  // namespace quillpress

@@ -1,0 +1,30 @@
+#include "spooler/SpoolerIdentity.h"
+
+#include "win32/ErrorBox.h"
+#include "win32/FunctionsByName.h"
+#include "win32/WindowsVersion.h"
+
+namespace quillpress {
+
+SpoolerIdentity::SpoolerIdentity() {
+  if (windowsVersion().is9x()) return;
+  spooler_ = SystemLibrary(kRevertToPrinterSelf.library);
+  if (!spooler_) {
+    showSystemErrorBox(L"LoadLibrary spoolss.dll");
+    return;
+  }
+  auto* const revert = spooler_.find(kRevertToPrinterSelf);
+  if (revert == nullptr) {
+    showSystemErrorBox(L"GetProcAddress RevertToPrinterSelf");
+    spooler_ = {};
+    return;
+  }
+  clientToken_ = revert();
+}
+
+SpoolerIdentity::~SpoolerIdentity() {
+  auto* const impersonate = spooler_.find(kImpersonatePrinterClient);
+  if (impersonate != nullptr && clientToken_ != nullptr) impersonate(clientToken_);
+}
+
+}  // namespace quillpress

@@ -1,0 +1,53 @@
+#include "spooler/UserSid.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "spooler/DomainController.h"
+#include "spooler/SidText.h"
+#include "win32/UserName.h"
+#include "win32/Windows.h"
+#include "win32/WindowsVersion.h"
+
+namespace quillpress {
+namespace {
+
+// The account's security identifier in the system's form; empty when the account is not known there.
+std::vector<BYTE> lookUpAccount(const std::wstring& system, const std::wstring& account) {
+  const wchar_t* const systemName = system.empty() ? nullptr : system.c_str();
+  DWORD sidSize = 0;
+  DWORD domainSize = 0;
+  SID_NAME_USE use{};
+  LookupAccountNameW(systemName, account.c_str(), nullptr, &sidSize, nullptr, &domainSize, &use);
+  if (sidSize == 0) return {};
+  std::vector<BYTE> sid(sidSize);
+  std::wstring domain(domainSize + 1, L'\0');
+  domainSize = static_cast<DWORD>(domain.size());
+  if (LookupAccountNameW(systemName, account.c_str(), sid.data(), &sidSize, domain.data(), &domainSize,
+                         &use) == 0) {
+    return {};
+  }
+  return sid;
+}
+
+std::wstring textOf(PSID sid) {
+  if (IsValidSid(sid) == 0) return {};
+  const BYTE count = *GetSidSubAuthorityCount(sid);
+  std::vector<std::uint32_t> subAuthorities;
+  for (DWORD i = 0; i < count; ++i) subAuthorities.push_back(*GetSidSubAuthority(sid, i));
+  SecurityIdentifier identifier;
+  const BYTE(&authority)[6] = GetSidIdentifierAuthority(sid)->Value;
+  std::copy(std::begin(authority), std::end(authority), identifier.authority.begin());
+  identifier.subAuthorities = subAuthorities;
+  return sidText(identifier, sidTextSize(identifier)).value_or(std::wstring());
+}
+
+}  // namespace
+
+std::wstring userSidText() {
+  if (windowsVersion().is9x()) return {};
+  std::vector<BYTE> sid = lookUpAccount(domainControllerName(), userName());
+  return sid.empty() ? std::wstring() : textOf(sid.data());
+}
+
+}  // namespace quillpress

@@ -1,0 +1,5 @@
+#pragma once
+
+#include "win32/Windows.h"
+// The spooler's header needs the one above.
+#include <winspool.h>

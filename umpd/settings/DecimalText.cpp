@@ -1,0 +1,32 @@
+#include "settings/DecimalText.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+
+namespace quillpress {
+namespace {
+
+bool isDigit(wchar_t character) {
+  return character >= L'0' && character <= L'9';
+}
+
+}  // namespace
+
+int toInteger(std::wstring_view text) {
+  constexpr std::int64_t kMost = std::numeric_limits<int>::max();
+  const bool negative = text.starts_with(L'-');
+  if (negative) text.remove_prefix(1);
+  std::int64_t magnitude = 0;
+  for (const wchar_t character : text) {
+    if (!isDigit(character)) break;
+    magnitude = std::min(magnitude * 10 + (character - L'0'), kMost + 1);
+  }
+  return static_cast<int>(negative ? -magnitude : std::min(magnitude, kMost));
+}
+
+bool isDecimalNumber(std::wstring_view text) {
+  return !text.empty() && std::all_of(text.begin(), text.end(), isDigit);
+}
+
+}  // namespace quillpress

@@ -1,0 +1,20 @@
+#include "settings/DriverConfigFile.h"
+
+#include "settings/DriverConfigText.h"
+#include "win32/Handles.h"
+#include "win32/SystemFolder.h"
+
+namespace quillpress {
+
+bool writeDriverConfigFile(const StringMap& settings) {
+  const std::wstring path = systemFolder() + L"\\twscfg.1";
+  const FileHandle file(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file) return false;
+  const std::wstring text = driverConfigText(settings);
+  const auto size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
+  DWORD written = 0;
+  return WriteFile(file.get(), text.data(), size, &written, nullptr) != 0 && written == size;
+}
+
+}  // namespace quillpress

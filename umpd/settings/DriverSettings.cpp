@@ -1,0 +1,160 @@
+#include "settings/DriverSettings.h"
+
+#include "settings/DecimalText.h"
+#include "settings/DefaultSettings.h"
+#include "settings/DriverConfigFile.h"
+#include "settings/RegistryNames.h"
+#include "settings/RegistryValues.h"
+#include "settings/UserRoot.h"
+#include "spooler/FindPort.h"
+#include "spooler/OpenPrinter.h"
+#include "win32/DriverDebugOutput.h"
+
+namespace quillpress {
+namespace {
+
+constexpr wchar_t kPrinterNameValue[] = L"printerName";
+
+void reportFullMap() {
+  writeDriverDebugOutput("Help!! too many parms \n");
+}
+
+// The printer that the user's settings are for when a job names none.
+std::wstring readGlobalPrinterName() {
+  const UserRoot root(KEY_QUERY_VALUE);
+  RegistryKey key;
+  if (!root || RegOpenKeyExW(root.key(), kProductKey, 0, KEY_QUERY_VALUE, key.receive()) != ERROR_SUCCESS)
+    return {};
+  return readText(key.get(), kPrinterNameValue).value_or(std::wstring());
+}
+
+}  // namespace
+
+void DriverSettings::resetPrinterName() {
+  map_.clear();
+  naming_ = {readGlobalPrinterName(), {}};
+  if (naming_.printerName.empty()) naming_.printerName = kDefaultPrinterName;
+}
+
+void DriverSettings::setPrinterName(std::wstring_view name) {
+  if (name.empty()) {
+    resetPrinterName();
+    return;
+  }
+  naming_ = {std::wstring(name), {}};
+  if (!isPortStyle(name)) return;
+  const std::optional<std::wstring> found = findPrinterOnPort(naming_.printerName);
+  if (found) naming_ = {*found, *found};
+}
+
+bool DriverSettings::openPrinter() {
+  if (!printer_) printer_ = quillpress::openPrinter(naming_.effectiveName(), PRINTER_ACCESS_USE);
+  return static_cast<bool>(printer_);
+}
+
+RegistryKey DriverSettings::openPrinterKey(REGSAM access) {
+  RegistryKey key;
+  const UserRoot root(access);
+  if (!root) return key;
+  DWORD disposition = 0;
+  const std::wstring path = kProductKey + naming_.keyName();
+  if (RegCreateKeyExW(root.key(), path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, access, nullptr,
+                      key.receive(), &disposition) != ERROR_SUCCESS) {
+    static_cast<void>(key.release());
+    return key;
+  }
+  if (disposition == REG_CREATED_NEW_KEY) writeDefaults();
+  return key;
+}
+
+void DriverSettings::load() {
+  const RegistryKey key = openPrinterKey(KEY_QUERY_VALUE);
+  bool full = false;
+  if (key) readAllValues(key.get(), map_, full);
+  if (full) reportFullMap();
+}
+
+void DriverSettings::applyIniOverride() {
+  const IniFile file;
+  if (!file.overridesUserSettings()) return;
+  copyIniSection(file, L"init");
+  copyIniSection(file, naming_.keyName());
+}
+
+int DriverSettings::getInt(std::wstring_view name, int defaultValue) const {
+  return map_.findInteger(name).value_or(defaultValue);
+}
+
+const std::wstring* DriverSettings::findFitting(std::wstring_view name, std::size_t bufferSize) const {
+  const std::wstring* value = map_.find(name);
+  return value != nullptr && !value->empty() && value->size() < bufferSize ? value : nullptr;
+}
+
+std::wstring DriverSettings::getString(std::wstring_view name, std::size_t bufferSize,
+                                       std::wstring_view defaultValue) const {
+  const std::wstring* value = findFitting(name, bufferSize);
+  return value != nullptr ? *value : std::wstring(defaultValue);
+}
+
+void DriverSettings::setInt(const std::wstring& name, int value) {
+  const RegistryKey key = openPrinterKey(KEY_SET_VALUE);
+  if (key && writeNumber(key.get(), name, value)) remember(name, std::to_wstring(value));
+}
+
+void DriverSettings::setString(const std::wstring& name, const std::wstring& value) {
+  const RegistryKey key = openPrinterKey(KEY_SET_VALUE);
+  if (key && writeText(key.get(), name, value)) remember(name, value);
+}
+
+bool DriverSettings::writeDriverConfigFile() const {
+  return quillpress::writeDriverConfigFile(map_);
+}
+
+// Each value is written through the key as it is found then: the opening above has made it.
+void DriverSettings::writeDefaults() {
+  const std::wstring effectiveName = naming_.effectiveName();
+  if (effectiveName.empty()) return;
+  writeGlobalPrinterName();
+  for (const DefaultSetting& setting : defaultSettings()) {
+    if (setting.text) {
+      setString(setting.name, *setting.text);
+    } else {
+      setInt(setting.name, setting.number);
+    }
+  }
+  const IniFile file;
+  copyIniSection(file, L"init");
+  copyIniSection(file, effectiveName);
+  // A section cannot be written for a network printer in one place and not be found in the other.
+  if (naming_.keyName() != effectiveName) copyIniSection(file, naming_.keyName());
+}
+
+void DriverSettings::writeGlobalPrinterName() const {
+  const UserRoot root(KEY_SET_VALUE);
+  RegistryKey key;
+  if (!root || RegCreateKeyExW(root.key(), kProductKey, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_SET_VALUE,
+                               nullptr, key.receive(), nullptr) != ERROR_SUCCESS) {
+    return;
+  }
+  writeText(key.get(), kPrinterNameValue, naming_.effectiveName());
+}
+
+// In the registry a value of digits becomes a number; here it stays as the file has it until the next load.
+void DriverSettings::copyIniSection(const IniFile& file, const std::wstring& section) {
+  for (const IniFile::Setting& setting : file.section(section)) {
+    remember(setting.name, setting.value);
+    const RegistryKey key = openPrinterKey(KEY_SET_VALUE);
+    if (!key) continue;
+    if (isDecimalNumber(setting.value)) {
+      writeNumber(key.get(), setting.name, toInteger(setting.value));
+    } else {
+      writeText(key.get(), setting.name, setting.value);
+    }
+  }
+}
+
+void DriverSettings::remember(std::wstring_view name, std::wstring_view value) {
+  if (!map_.set(name, value)) reportFullMap();
+}
+
+}  // namespace quillpress

@@ -1,0 +1,33 @@
+#include "settings/IniFile.h"
+
+#include "settings/IniSection.h"
+#include "settings/InstallFolder.h"
+#include "win32/Windows.h"
+
+namespace quillpress {
+namespace {
+
+constexpr std::size_t kSectionRoom = 5000;
+
+}  // namespace
+
+IniFile::IniFile() : path_(installedFile(L"twsconf.ini").value_or(std::wstring())) {}
+
+bool IniFile::overridesUserSettings() const {
+  return !path_.empty() && GetPrivateProfileIntW(L"init", L"overrideUserSettings", 0, path_.c_str()) != 0;
+}
+
+std::vector<IniFile::Setting> IniFile::section(const std::wstring& name) const {
+  if (path_.empty()) return {};
+  std::wstring texts(kSectionRoom, L'\0');
+  const DWORD length =
+      GetPrivateProfileSectionW(name.c_str(), texts.data(), static_cast<DWORD>(texts.size()), path_.c_str());
+  texts.resize(length);
+  std::vector<Setting> settings;
+  for (const IniLine& line : parseIniSection(texts)) {
+    settings.push_back({std::wstring(line.name), std::wstring(line.value)});
+  }
+  return settings;
+}
+
+}  // namespace quillpress

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+namespace quillpress {
+
+// A line NAME=VALUE of an ini file.
+struct IniLine {
+  std::wstring_view name;
+  std::wstring_view value;
+};
+
+// The lines of a section as the system hands them over: texts that each end with a zero. Lines without
+// "=", name or value are left out. The result refers into the texts.
+std::vector<IniLine> parseIniSection(std::wstring_view texts);
+
+}  // namespace quillpress

@@ -1,0 +1,49 @@
+#include "settings/InstallFolder.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+
+#include "spooler/Winspool.h"
+#include "win32/WindowsVersion.h"
+
+namespace quillpress {
+namespace {
+
+constexpr std::size_t kLongestPath = 260;
+
+// Threads that race for the first use store the same text.
+std::array<wchar_t, 2 * kLongestPath> knownFolder{};
+std::atomic<bool> isFolderKnown = false;
+
+std::wstring askForFolder() {
+  std::array<wchar_t, kLongestPath> folder{};
+  DWORD needed = 0;
+  if (GetPrinterDriverDirectoryW(nullptr, nullptr, 1, reinterpret_cast<BYTE*>(folder.data()), sizeof folder,
+                                 &needed) == 0) {
+    return {};
+  }
+  return std::wstring(folder.data()).append(windowsVersion().driverSubfolder());
+}
+
+}  // namespace
+
+std::optional<std::wstring> installFolder() {
+  if (!isFolderKnown) {
+    const std::wstring folder = askForFolder();
+    if (folder.empty()) return std::nullopt;
+    std::copy(folder.begin(), folder.end(), knownFolder.begin());
+    isFolderKnown = true;
+  }
+  return knownFolder.data();
+}
+
+std::optional<std::wstring> installedFile(std::wstring_view name) {
+  std::optional<std::wstring> path = installFolder();
+  if (!path) return std::nullopt;
+  path->append(name);
+  if (path->size() >= kLongestPath) return std::nullopt;
+  return path;
+}
+
+}  // namespace quillpress

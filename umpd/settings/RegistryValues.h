@@ -1,0 +1,30 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "settings/StringMap.h"
+#include "win32/Windows.h"
+
+namespace quillpress {
+
+// Typed values of an open registry key: numbers of 32 bits and texts.
+
+bool hasValue(HKEY key, const wchar_t* name);
+
+enum class ReadResult { found, absent, failed };
+
+// `absent` leaves the number alone; a value of another kind counts as `failed`.
+ReadResult readNumber(HKEY key, const wchar_t* name, int& number);
+
+// A text of any length; nothing when it is absent or of another kind.
+std::optional<std::wstring> readText(HKEY key, const wchar_t* name);
+
+bool writeNumber(HKEY key, const std::wstring& name, int value);
+bool writeText(HKEY key, const std::wstring& name, const std::wstring& value);
+
+// Replaces the map by all values of the key that have a name and are numbers or texts. Returns false, and
+// leaves the map as it was, when the key does not tell what it has. Sets `full` when not all found room.
+bool readAllValues(HKEY key, StringMap& map, bool& full);
+
+}  // namespace quillpress

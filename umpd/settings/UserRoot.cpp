@@ -1,0 +1,61 @@
+#include "settings/UserRoot.h"
+
+#include <string>
+
+#include "settings/RegistryNames.h"
+#include "settings/RegistryValues.h"
+#include "spooler/UserSid.h"
+#include "win32/FunctionsByName.h"
+#include "win32/Trace.h"
+#include "win32/WindowsVersion.h"
+
+namespace quillpress {
+namespace {
+
+// Whether the administrator spares this machine the question for the domain controller.
+bool isLookupDisabled() {
+  RegistryKey key;
+  if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, kProductKey, 0, KEY_READ, key.receive()) != ERROR_SUCCESS)
+    return false;
+  return hasValue(key.get(), L"DisableDomainControllerLookup");
+}
+
+}  // namespace
+
+UserRoot::UserRoot(REGSAM access) {
+  if (windowsVersion().is9x()) {
+    key_ = HKEY_CURRENT_USER;
+    return;
+  }
+  if (openCurrentUser(access)) return;
+  if (isLookupDisabled()) {
+    key_ = HKEY_CURRENT_USER;
+    return;
+  }
+  openBySid(access);
+}
+
+// False when the system has no such function; one that fails leaves no root.
+bool UserRoot::openCurrentUser(REGSAM access) {
+  const SystemLibrary advapi(kRegOpenCurrentUser.library);
+  auto* const open = advapi.find(kRegOpenCurrentUser);
+  if (open == nullptr) return false;
+  if (open(access | KEY_CREATE_SUB_KEY, owned_.receive()) != ERROR_SUCCESS &&
+      open(access, owned_.receive()) != ERROR_SUCCESS) {
+    static_cast<void>(owned_.release());
+    trace("getHKCU - 2 regOpenHKCU failed \n");
+  }
+  key_ = owned_.get();
+  return true;
+}
+
+void UserRoot::openBySid(REGSAM access) {
+  const std::wstring sid = userSidText();
+  if (sid.empty() || RegOpenKeyExW(HKEY_USERS, sid.c_str(), 0, access, owned_.receive()) != ERROR_SUCCESS) {
+    static_cast<void>(owned_.release());
+    trace("getHKCU - 1 RegOpenKeyEx failed \n");
+  }
+  key_ = owned_.get();
+}
+
+}  // namespace quillpress

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "win32/Handles.h"
+
+namespace quillpress {
+
+// The registry of the user for whom the thread prints. Inside the spooler this is not the process's own user.
+class UserRoot {
+ public:
+  // `access`: registry rights, KEY_QUERY_VALUE, KEY_SET_VALUE or both.
+  explicit UserRoot(REGSAM access);
+
+  explicit operator bool() const { return key_ != nullptr; }
+
+  // REQUIRES: true as a condition. Borrowed.
+  [[nodiscard]] HKEY key() const { return key_; }
+
+ private:
+  bool openCurrentUser(REGSAM access);
+  void openBySid(REGSAM access);
+
+  RegistryKey owned_;  // none for a root that the system keeps open anyway
+  HKEY key_ = nullptr;
+};
+
+}  // namespace quillpress

@@ -1,0 +1,59 @@
+#include "metadata/PdfaXml.h"
+
+#include "metadata/DocumentInfo.h"
+#include "metadata/XmpDate.h"
+#include "settings/RegistryValues.h"
+#include "win32/Windows.h"
+
+namespace quillpress {
+namespace {
+
+constexpr std::size_t kLongestText = 2000;
+
+std::wstring readInfoText(HKEY key, const wchar_t* name) {
+  return readText(key, name).value_or(std::wstring()).substr(0, kLongestText);
+}
+
+DocumentInfo readDocumentInfo(DriverSettings& settings) {
+  DocumentInfo info;
+  const RegistryKey key = settings.openPrinterKey(KEY_QUERY_VALUE);
+  if (!key || readNumber(key.get(), L"DocInfoEnable", info.enable) == ReadResult::failed) return info;
+  info.title = readInfoText(key.get(), L"DocInfoTitle");
+  info.author = readInfoText(key.get(), L"DocInfoAuthor");
+  info.subject = readInfoText(key.get(), L"DocInfoSubject");
+  info.keywords = readInfoText(key.get(), L"DocInfoKeywords");
+  info.creator = readInfoText(key.get(), L"DocInfoCreator");
+  info.producer = readInfoText(key.get(), L"DocInfoProducer");
+  info.creationDate = readInfoText(key.get(), L"DocInfoCreationDate");
+  info.modDate = readInfoText(key.get(), L"DocInfoModDate");
+  return info;
+}
+
+std::tm localTime() {
+  SYSTEMTIME now{};
+  GetLocalTime(&now);
+  std::tm time{};
+  time.tm_year = now.wYear - 1900;
+  time.tm_mon = now.wMonth - 1;
+  time.tm_mday = now.wDay;
+  time.tm_hour = now.wHour;
+  time.tm_min = now.wMinute;
+  time.tm_sec = now.wSecond;
+  return time;
+}
+
+// Kept: the standard bias only. In summer the offset is that of the winter.
+long standardBias() {
+  TIME_ZONE_INFORMATION zone{};
+  GetTimeZoneInformation(&zone);
+  return zone.Bias;
+}
+
+}  // namespace
+
+std::wstring buildPdfaXml(DriverSettings& settings, std::wstring_view documentName) {
+  const std::wstring now = formatXmpDate(localTime(), standardBias());
+  return xmpPacket(xmpContentOf(readDocumentInfo(settings), documentName, now));
+}
+
+}  // namespace quillpress

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace quillpress {
+
+// Turns the name of a document into the name of its output file: without what a printing application puts in
+// front of it, without a short extension of its own, with allowed characters only, and with the given
+// extension. `room` is the number of characters that the path still has room for, its final zero included.
+std::wstring cleanedName(std::wstring_view name, wchar_t trimCharacter, std::wstring_view extension,
+                         std::size_t room);
+
+}  // namespace quillpress

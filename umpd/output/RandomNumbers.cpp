@@ -1,0 +1,18 @@
+#include "output/RandomNumbers.h"
+
+#include "win32/Windows.h"
+
+namespace quillpress {
+namespace {
+
+// Jobs of one thread may follow each other within one tick.
+unsigned nextCount() {
+  static LONG count = 0;
+  return static_cast<unsigned>(InterlockedIncrement(&count));
+}
+
+}  // namespace
+
+RandomNumbers::RandomNumbers() : engine_(GetCurrentThreadId() * GetTickCount() + nextCount()) {}
+
+}  // namespace quillpress

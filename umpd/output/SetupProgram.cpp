@@ -1,0 +1,40 @@
+#include "output/SetupProgram.h"
+
+#include "output/ProgramRunner.h"
+#include "settings/InstallFolder.h"
+#include "settings/RegistryValues.h"
+#include "settings/UserRoot.h"
+#include "win32/Trace.h"
+
+namespace quillpress {
+namespace {
+
+bool startsOldLauncher() {
+  const UserRoot root(KEY_ALL_ACCESS);
+  RegistryKey key;
+  if (!root || RegCreateKeyExW(root.key(), L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run", 0, nullptr,
+                               REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr, key.receive(),
+                               nullptr) != ERROR_SUCCESS) {
+    return false;
+  }
+  const std::optional<std::wstring> command = readText(key.get(), L"twsmsnd.exe");
+  return command && command->find(L"\\2\\twsmsnd") != std::wstring::npos;
+}
+
+}  // namespace
+
+void runSetupProgramIfNeeded(const std::wstring& printerName) {
+  if (!startsOldLauncher()) return;
+  const std::optional<std::wstring> path = installedFile(L"twssetup.exe");
+  if (!path) {
+    trace("execSetupProg getFilename failed\n");
+    return;
+  }
+  ProgramRun run;
+  run.application = *path;
+  run.commandLine = *path + L" -printer=\"" + printerName + L"\" -installStartmenu";
+  run.waitForEnd = true;
+  runProgram(run);
+}
+
+}  // namespace quillpress

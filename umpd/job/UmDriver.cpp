@@ -1,0 +1,126 @@
+#include "job/UmDriver.h"
+
+#include "job/ConverterObjects.h"
+#include "spooler/JobQueue.h"
+#include "spooler/SpoolerIdentity.h"
+#include "win32/AnsiText.h"
+#include "win32/ErrorBox.h"
+#include "win32/Text.h"
+#include "win32/UserName.h"
+#include "win32/WindowsVersion.h"
+
+namespace quillpress {
+namespace {
+
+constexpr std::size_t kDocumentNameSize = 260;
+
+std::wstring jobMutexName() {
+  return std::wstring(windowsVersion().machinePrefix()) + L"umdriver";
+}
+
+// The name as an error box shows it.
+std::string shown(const wchar_t* name) {
+  return name == nullptr ? "(null)" : toAnsi(name);
+}
+
+}  // namespace
+
+UmDriver::UmDriver() : jobMutex_(jobMutexName()) {
+  jobMutex_.create();
+  reset();
+}
+
+UmDriver::~UmDriver() {
+  reset();
+}
+
+void UmDriver::reset() {
+  signature_ = kSignature;
+  jobPrinter_ = nullptr;
+  jobId_ = 0;
+  stateFlags_ = 0;
+  outputPath_.clear();
+  userName_.clear();
+  documentName_.clear();
+  bytesWritten_ = 0;
+  clearConverterObjects();
+}
+
+bool UmDriver::init(HANDLE printer, DWORD jobId, const wchar_t* printerName) {
+  const NamedMutex::Lock lock(jobMutex_);
+  if (!lock) return false;
+  settings_.resetPrinterName();
+  setPrinter(printer, jobId);
+  userName_ = quillpress::userName();
+  if (printer == nullptr && !openPrinterByName(printerName)) return false;
+
+  const std::wstring spoolersName = readPrinterName();
+  if (spoolersName.empty()) {
+    const auto handle = static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(queryPrinter_));
+    showErrorBox("umpd - Could not retrieve printer info - handle [%d](0x%x), [%s]", static_cast<int>(handle),
+                 handle, shown(printerName).c_str());
+    return false;
+  }
+  if (textOrEmpty(printerName).empty()) settings_.setPrinterName(spoolersName);
+  loadSettings();
+
+  const WindowsVersion version = windowsVersion();
+  if (version.isNt4()) writeConfigFileAsSpooler();
+  if (version.is9x()) settings_.setInt(L"printerData4", 1);
+  identifyDocument();
+  stateFlags_ = kInitialised;
+  return true;
+}
+
+bool UmDriver::openPrinterByName(const wchar_t* printerName) {
+  if (printerName == nullptr) {
+    showErrorBox("umpd - No printer handle or name");
+    return false;
+  }
+  settings_.setPrinterName(printerName);
+  if (!settings_.openPrinter()) {
+    showErrorBox("umpd - Could not open printer [%s]", toAnsi(settings_.naming().effectiveName()).c_str());
+    return false;
+  }
+  queryPrinter_ = settings_.printer();
+  return true;
+}
+
+void UmDriver::setPrinter(HANDLE printer, DWORD jobId) {
+  queryPrinter_ = printer;
+  jobPrinter_ = printer;
+  jobId_ = jobId;
+}
+
+void UmDriver::setDocumentName(std::wstring_view name) {
+  documentName_ = fitting(name, kDocumentNameSize);
+}
+
+void UmDriver::loadSettings() {
+  settings_.applyIniOverride();
+  settings_.load();
+  passThrough_ = settings_.getInt(L"passthru", 0) != 0;
+}
+
+// The client may not write into the system folder.
+void UmDriver::writeConfigFileAsSpooler() {
+  const SpoolerIdentity identity;
+  if (!settings_.writeDriverConfigFile())
+    showSystemErrorBox(L"copyNameValuesToPrinterDriverConfigFile failed");
+}
+
+void UmDriver::identifyDocument() {
+  if (passThrough_) {
+    if (jobPrinter_ == nullptr) jobPrinter_ = queryPrinter_;
+    return;
+  }
+  if (jobPrinter_ != nullptr && jobId_ != 0) {
+    setDocumentName(readDocumentName(jobPrinter_, jobId_).value_or(std::wstring()));
+    return;
+  }
+  const QueuedJob job = currentPrintJob(queryPrinter_);
+  setDocumentName(job.documentName);
+  if (jobId_ == 0) jobId_ = job.id;
+}
+
+}  // namespace quillpress

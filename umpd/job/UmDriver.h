@@ -1,0 +1,106 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "job/OutFile.h"
+#include "settings/DriverSettings.h"
+#include "spooler/PrinterInformation.h"
+#include "win32/NamedMutex.h"
+
+namespace quillpress {
+
+class LauncherProxy;
+
+// One print job, from its first byte to the hand-over of the finished file to the launcher. The jobs of all
+// processes take turns: whatever touches the spooler, the settings or the file happens under one mutex of the
+// machine.
+class UmDriver {
+ public:
+  // What every job object carries as a sign of being one: the bytes "DSWT".
+  static constexpr std::uint32_t kSignature = 0x54575344;
+
+  enum StateFlag : std::uint32_t {
+    kInitialised = 1,
+    kEnded = 2,
+    kAborted = 4,
+    kWriteFailed = 8,
+  };
+
+  UmDriver();
+  UmDriver(const UmDriver&) = delete;
+  UmDriver& operator=(const UmDriver&) = delete;
+
+  // A job that has not ended leaves what it has written and tells nobody.
+  virtual ~UmDriver();
+
+  // Takes the next block of the job. The first one chooses and creates the output file.
+  virtual bool write(std::span<const std::byte> bytes);
+
+  // Ends the document: closes the file, takes the job out of the queue and tells the launcher. The object is
+  // reset and can only be destroyed after that.
+  virtual bool endDoc();
+
+  // Begins a job of the printer with this handle, or else with this name; both may be absent (null), and so
+  // may the job's id (0). False, mostly after an error box, when the printer or its settings cannot be had.
+  bool init(HANDLE printer, DWORD jobId, const wchar_t* printerName);
+
+  [[nodiscard]] bool hasSignature() const { return signature_ == kSignature; }
+  [[nodiscard]] std::uint32_t stateFlags() const { return stateFlags_; }
+  void setStateFlag(StateFlag flag) { stateFlags_ |= flag; }
+
+  // Lets the end of the document store "DoPrint" = 0.
+  void setDoPrint() { doPrint_ = true; }
+
+  [[nodiscard]] DriverSettings& settings() { return settings_; }
+  [[nodiscard]] const std::wstring& documentName() const { return documentName_; }
+  [[nodiscard]] const std::wstring& outputPath() const { return outputPath_; }
+  [[nodiscard]] const std::wstring& userName() const { return userName_; }
+  [[nodiscard]] std::uint32_t bytesWritten() const { return bytesWritten_; }
+  [[nodiscard]] DWORD jobId() const { return jobId_; }
+
+ protected:
+  // Both names are cut to their fields.
+  void setDocumentName(std::wstring_view name);
+  void setPrinter(HANDLE printer, DWORD jobId);
+  void loadSettings();
+
+  [[nodiscard]] NamedMutex& jobMutex() { return jobMutex_; }
+  [[nodiscard]] std::wstring readPrinterName() { return printerInformation_.readName(queryPrinter_); }
+  [[nodiscard]] HANDLE queryPrinter() const { return queryPrinter_; }
+  [[nodiscard]] bool isPassThrough() const { return passThrough_; }
+
+ private:
+  void reset();
+  [[nodiscard]] bool openPrinterByName(const wchar_t* printerName);
+  void writeConfigFileAsSpooler();
+  void identifyDocument();
+
+  [[nodiscard]] bool writeToPrinter(std::span<const std::byte> bytes);
+  [[nodiscard]] bool beginOutput();
+  [[nodiscard]] bool announce(bool showStatus);
+  [[nodiscard]] bool startLauncher(const LauncherProxy& launcher);
+  [[nodiscard]] bool createOutputFile();
+  void finishSpooledJob();
+  void handOver();
+
+  DriverSettings settings_;
+  HANDLE queryPrinter_ = nullptr;  // borrowed, from the caller or the settings
+  PrinterInformation printerInformation_;
+  std::uint32_t signature_ = kSignature;
+  HANDLE jobPrinter_ = nullptr;  // borrowed from the caller
+  DWORD jobId_ = 0;
+  std::uint32_t stateFlags_ = 0;
+  NamedMutex jobMutex_;
+  std::wstring outputPath_;    // at most 779 characters
+  std::wstring userName_;      // at most 259
+  std::wstring documentName_;  // at most 259
+  std::uint32_t bytesWritten_ = 0;
+  bool passThrough_ = false;
+  OutFile outFile_;
+  bool doPrint_ = false;
+};
+
+}  // namespace quillpress

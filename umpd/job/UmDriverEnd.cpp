@@ -1,0 +1,63 @@
+// What happens when a document ends.
+
+#include "job/UmDriver.h"
+#include "launcher/LauncherProxy.h"
+#include "output/NameCharacters.h"
+#include "spooler/JobQueue.h"
+#include "win32/NamedEvent.h"
+#include "win32/Trace.h"
+#include "win32/WindowsVersion.h"
+
+namespace quillpress {
+namespace {
+
+void signalFinished() {
+  NamedEvent finished(std::wstring(windowsVersion().sessionPrefix()) + L"FinishPrintEv");
+  // Whoever wanted it may have gone.
+  static_cast<void>(finished.set());
+}
+
+}  // namespace
+
+bool UmDriver::endDoc() {
+  trace("> UmDriver::endDoc() %p\n", static_cast<void*>(this));
+  const NamedMutex::Lock lock(jobMutex_);
+  if (!lock) return false;
+  trace("> UmDriver::inside mutex %p\n", static_cast<void*>(this));
+  if (doPrint_) settings_.setInt(L"DoPrint", 0);
+  if (!passThrough_ && outFile_.isBegun()) {
+    finishSpooledJob();
+    handOver();
+  }
+  reset();
+  setStateFlag(kEnded);
+  trace("< UmDriver::endDoc() %p \n", static_cast<void*>(this));
+  return true;
+}
+
+void UmDriver::finishSpooledJob() {
+  const bool isFileOurs = outFile_.isCreated();
+  outFile_.close();
+  if (windowsVersion().isNtFamily && !isJobStatusOk(queryPrinter_, jobId_) && isFileOurs) {
+    DeleteFileW(outputPath_.c_str());
+  }
+  removeJob(queryPrinter_, jobId_);
+}
+
+void UmDriver::handOver() {
+  const bool isFinishEventWanted = settings_.getInt(L"FinishPrintEv", 0) != 0;
+  trace("> finishPrintEv = %d\n", isFinishEventWanted ? 1 : 0);
+  const std::wstring name = decodeDocumentName(documentName_);
+  if (isFinishEventWanted) {
+    settings_.setString(L"DocName", name);
+    settings_.setString(L"lastfile", outputPath_);
+    trace("> UmDriver::endDoc() about to signal finished print\n");
+    signalFinished();
+    return;
+  }
+  LauncherProxy launcher;
+  if (launcher.isReceiverReady())
+    launcher.sendStopPrint(settings_.naming().effectiveName(), name, outputPath_);
+}
+
+}  // namespace quillpress

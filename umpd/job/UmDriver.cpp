@@ -61,7 +61,7 @@ bool UmDriver::init(HANDLE printer, DWORD jobId, const wchar_t* printerName) {
                  handle, shown(printerName).c_str());
     return false;
   }
-  if (textOrEmpty(printerName).empty()) settings_.setPrinterName(spoolersName);
+  if (printerName == nullptr) settings_.setPrinterName(spoolersName);
   loadSettings();
 
   const WindowsVersion version = windowsVersion();

@@ -2,7 +2,7 @@
 
 import pathlib
 
-FOLDERS = ["postscript", "include", "cli", "tests", "bench"]
+FOLDERS = ["postscript", "umpd", "include", "cli", "tools", "tests", "bench"]
 SUFFIXES = {".h", ".c", ".cpp"}
 
 

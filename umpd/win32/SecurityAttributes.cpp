@@ -1,5 +1,7 @@
 #include "win32/SecurityAttributes.h"
 
+#include "win32/Windows.h"
+// Needs the header above.
 #include <sddl.h>
 
 #include "win32/DriverDebugOutput.h"

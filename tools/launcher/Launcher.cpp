@@ -1,0 +1,101 @@
+#include "tools/launcher/Launcher.h"
+
+#include "tools/launcher/Deadline.h"
+#include "tools/launcher/LogLine.h"
+#include "win32/AnsiText.h"
+#include "win32/Windows.h"
+
+namespace quillpress::launcher {
+namespace {
+
+// Milliseconds after the last message in which a sender may still come that has found the mutex before it
+// went.
+constexpr DWORD kTimeForLatecomers = 250;
+
+bool isFile(const std::wstring& path) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+// Starts a program and lets it run; it shows whatever window it likes.
+bool startProgram(std::wstring commandLine) {
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  PROCESS_INFORMATION process{};
+  if (CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                     &process) == 0) {
+    return false;
+  }
+  CloseHandle(process.hThread);
+  CloseHandle(process.hProcess);
+  return true;
+}
+
+}  // namespace
+
+Launcher::Launcher(const Options& options, Receiver& receiver, Log& log)
+    : options_(options), receiver_(receiver), log_(log) {}
+
+void Launcher::run(HANDLE stop) {
+  const Deadline deadline(options_.timeLimit);
+  if (receiver_.takeOverRequest()) serve();
+  while (!done_ && receiver_.wait(stop, deadline.remaining()) == Receiver::Woken::byRequest) serve();
+  receiver_.close();
+  while (receiver_.isRequestedWithin(kTimeForLatecomers)) serve();
+}
+
+void Launcher::serve() {
+  const Message message = readMessage(receiver_.record());
+  // What has been acknowledged has been written down.
+  write(message);
+  receiver_.acknowledge();
+  // The sender does not wait for the command, nor do later messages.
+  if (message.kind == Message::Kind::stopPrint) runCommand(message);
+  done_ = done_ || isDoneAfter(message.kind);
+}
+
+void Launcher::write(const Message& message) {
+  const std::wstring command = fromAnsi(message.command);
+  switch (message.kind) {
+    case Message::Kind::startPrint:
+      log_.writeLine(logLine({command, fromAnsi(message.printerName)}));
+      break;
+    case Message::Kind::stopPrint:
+      log_.writeLine(logLine({command, fromAnsi(message.printerName), fromAnsi(message.outputPath),
+                              fromAnsi(message.documentName)}));
+      break;
+    case Message::Kind::unknownCommand:
+      log_.writeLine(logLine({L"unknown command", command}));
+      break;
+    case Message::Kind::endlessText:
+      log_.writeLine(logLine({L"text without an end", command}));
+      break;
+  }
+}
+
+void Launcher::runCommand(const Message& message) {
+  if (!options_.command) return;
+  const std::wstring path = fromAnsi(message.outputPath);
+  // A job that went wrong in the queue has lost its file. And who may write messages need not be the printer:
+  // no command for what is no file.
+  if (!isFile(path)) {
+    log_.writeLine(logLine({L"no such file", path}));
+    return;
+  }
+  const std::wstring commandLine = options_.command->commandLine(path, fromAnsi(message.documentName));
+  if (!startProgram(commandLine)) log_.writeLine(logLine({L"cannot run", commandLine}));
+}
+
+bool Launcher::isDoneAfter(Message::Kind kind) const {
+  switch (options_.leaveAfter) {
+    case LeaveAfter::nothing:
+      return false;
+    case LeaveAfter::firstMessage:
+      return true;
+    case LeaveAfter::firstStopPrint:
+      return kind == Message::Kind::stopPrint;
+  }
+  return false;
+}
+
+}  // namespace quillpress::launcher

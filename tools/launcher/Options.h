@@ -1,0 +1,28 @@
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tools/launcher/CommandTemplate.h"
+
+namespace quillpress::launcher {
+
+// When the launcher leaves by itself.
+enum class LeaveAfter { nothing, firstMessage, firstStopPrint };
+
+struct Options {
+  std::wstring logFile;  // empty: standard output
+  std::optional<CommandTemplate> command;
+  LeaveAfter leaveAfter = LeaveAfter::nothing;
+  std::optional<std::chrono::seconds> timeLimit;
+  bool help = false;
+};
+
+extern const wchar_t* const kHelpText;
+
+// None, and why, when the arguments make no sense.
+std::optional<Options> parseOptions(const std::vector<std::wstring>& arguments, std::wstring& complaint);
+
+}  // namespace quillpress::launcher

@@ -1,0 +1,32 @@
+#include "tools/launcher/StopSignal.h"
+
+namespace quillpress::launcher {
+namespace {
+
+// Milliseconds; the system itself is not more patient with a program that is told to end.
+constexpr DWORD kTimeToEnd = 5000;
+
+}  // namespace
+
+StopSignal* StopSignal::instance_ = nullptr;
+
+StopSignal::StopSignal() : stop_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
+  instance_ = this;
+  SetConsoleCtrlHandler(&onControl, TRUE);
+}
+
+StopSignal::~StopSignal() {
+  SetConsoleCtrlHandler(&onControl, FALSE);
+  instance_ = nullptr;
+}
+
+// Runs on a thread of its own.
+BOOL WINAPI StopSignal::onControl(DWORD kind) {
+  SetEvent(instance_->stop_.get());
+  const bool endsWithThisCall =
+      kind == CTRL_CLOSE_EVENT || kind == CTRL_LOGOFF_EVENT || kind == CTRL_SHUTDOWN_EVENT;
+  if (endsWithThisCall) Sleep(kTimeToEnd);  // the end of the process ends this thread
+  return TRUE;
+}
+
+}  // namespace quillpress::launcher

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "win32/Handles.h"
+
+namespace quillpress::launcher {
+
+// Signalled when the program shall end: Ctrl+C, Ctrl+Break, its window closed, the user logging off.
+// REQUIRES: one in a process
+class StopSignal {
+ public:
+  StopSignal();
+  StopSignal(const StopSignal&) = delete;
+  StopSignal& operator=(const StopSignal&) = delete;
+  ~StopSignal();
+
+  // An event that stays signalled.
+  [[nodiscard]] HANDLE event() const { return stop_.get(); }
+
+ private:
+  static BOOL WINAPI onControl(DWORD kind);
+
+  static StopSignal* instance_;
+
+  KernelHandle stop_;
+};
+
+}  // namespace quillpress::launcher

@@ -1,0 +1,79 @@
+#include <array>
+
+#include "tools/launcher/CommandLine.h"
+#include "tools/launcher/Launcher.h"
+#include "tools/launcher/Log.h"
+#include "tools/launcher/Options.h"
+#include "tools/launcher/Receiver.h"
+#include "tools/launcher/StopSignal.h"
+#include "win32/UserName.h"
+#include "win32/Windows.h"
+#include "win32/WindowsVersion.h"
+
+namespace {
+
+using namespace quillpress;
+using namespace quillpress::launcher;
+
+enum class ExitCode { left = 0, badOptions = 1, somebodyElseListens = 2, cannotListen = 3 };
+
+std::wstring environmentVariable(const wchar_t* name) {
+  std::array<wchar_t, 4096> value{};
+  const DWORD length = GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size()));
+  return length < value.size() ? std::wstring(value.data(), length) : std::wstring();
+}
+
+// Without the program's own name. The environment comes first, so that the command line has the last word.
+std::vector<std::wstring> arguments() {
+  std::vector<std::wstring> all = splitCommandLine(L"twsmsnd " + environmentVariable(L"TWSMSND_OPTIONS"));
+  const std::vector<std::wstring> own = splitCommandLine(GetCommandLineW());
+  if (!own.empty()) all.insert(all.end(), own.begin() + 1, own.end());
+  all.erase(all.begin());
+  return all;
+}
+
+void say(const std::wstring& text) {
+  Log({}).writeLine(L"twsmsnd: " + text);
+}
+
+ExitCode listen(const Options& options) {
+  Log log(options.logFile);
+  if (!log.isOpen()) {
+    say(L"cannot write to " + options.logFile);
+    return ExitCode::badOptions;
+  }
+  const StopSignal stop;
+  Receiver receiver(channelNames(windowsVersion().sessionPrefix(), kLauncherChannel, userName()));
+  switch (receiver.open()) {
+    case Receiver::Opened::somebodyElseListens:
+      say(L"another launcher listens for this user");
+      return ExitCode::somebodyElseListens;
+    case Receiver::Opened::failed:
+      say(L"the objects of the channel cannot be made");
+      return ExitCode::cannotListen;
+    case Receiver::Opened::listening:
+      break;
+  }
+  Launcher(options, receiver, log).run(stop.event());
+  return ExitCode::left;
+}
+
+ExitCode run() {
+  std::wstring complaint;
+  const std::optional<Options> options = parseOptions(arguments(), complaint);
+  if (!options) {
+    say(complaint + L"\n\n" + kHelpText);
+    return ExitCode::badOptions;
+  }
+  if (options->help) {
+    Log({}).writeLine(kHelpText);
+    return ExitCode::left;
+  }
+  return listen(*options);
+}
+
+}  // namespace
+
+int main() {
+  return static_cast<int>(run());
+}

@@ -41,7 +41,15 @@ bool copyPacketAsUtf8(UmDriver &job, char *buffer, unsigned length) {
 }  // namespace
 }  // namespace quillpress
 
-using namespace quillpress;
+using quillpress::copyPacket;
+using quillpress::copyPacketAsUtf8;
+using quillpress::copyText;
+using quillpress::guarded;
+using quillpress::kPdfaXml;
+using quillpress::kPdfaXmlNarrow;
+using quillpress::textOrEmpty;
+using quillpress::UmDriver;
+using quillpress::validJob;
 
 int QUILLPRESS_CALL getIntVal(unsigned long job, const wchar_t *name, int defaultValue) {
   // Kept: the text names another getter.

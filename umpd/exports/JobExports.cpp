@@ -9,7 +9,15 @@
 #include "win32/ErrorBox.h"
 #include "win32/Trace.h"
 
-using namespace quillpress;
+using quillpress::guarded;
+using quillpress::JobHandle;
+using quillpress::JobTable;
+using quillpress::showErrorBox;
+using quillpress::trace;
+using quillpress::UmDriver;
+using quillpress::UmDriver2k;
+using quillpress::validJob;
+using quillpress::writeBlock;
 
 unsigned long QUILLPRESS_CALL DocStart(wchar_t *printerName) {
   if (printerName == nullptr) {

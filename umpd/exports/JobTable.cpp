@@ -23,7 +23,7 @@ Jobs& jobs() {
 }  // namespace
 
 JobHandle JobTable::add(std::unique_ptr<UmDriver> job) {
-  static_assert(sizeof(JobHandle) == sizeof(UmDriver*));
+  static_assert(sizeof(JobHandle) == sizeof(void*));
   const auto handle = static_cast<JobHandle>(reinterpret_cast<std::uintptr_t>(job.get()));
   const CriticalSection::Lock lock(jobs().section);
   jobs().byHandle.emplace(handle, std::move(job));

@@ -55,7 +55,7 @@ std::wstring rawPath(const NamingRules& rules, std::wstring_view documentName, s
     const std::size_t taken = rules.defaultName.size();
     return folderPart(rules.folder, bufferSize > taken ? bufferSize - taken : 0) + rules.defaultName;
   }
-  const std::wstring folder = folderPart(rules.folder, bufferSize);
+  std::wstring folder = folderPart(rules.folder, bufferSize);
   if (source == NameSource::none) return folder;
   if (source == NameSource::document) {
     const std::wstring_view name = documentName.empty() ? std::wstring_view(rules.defaultName) : documentName;

@@ -12,7 +12,7 @@ bool writeDriverConfigFile(const StringMap& settings) {
                                     FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file) return false;
   const std::wstring text = driverConfigText(settings);
-  const auto size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
+  const DWORD size = static_cast<DWORD>(text.size()) * sizeof(wchar_t);
   DWORD written = 0;
   return WriteFile(file.get(), text.data(), size, &written, nullptr) != 0 && written == size;
 }

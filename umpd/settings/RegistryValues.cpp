@@ -66,7 +66,7 @@ bool writeNumber(HKEY key, const std::wstring& name, int value) {
 }
 
 bool writeText(HKEY key, const std::wstring& name, const std::wstring& value) {
-  const auto size = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
+  const DWORD size = static_cast<DWORD>(value.size() + 1) * sizeof(wchar_t);
   return RegSetValueExW(key, name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()), size) ==
          ERROR_SUCCESS;
 }

@@ -5,6 +5,7 @@
 
 #include "harness/Library.h"
 #include "harness/Printer.h"
+#include "quillpress/driver.h"
 
 namespace quillpress::harness {
 
@@ -14,14 +15,13 @@ using JobHandle = unsigned long;
 struct Driver {
   explicit Driver(const Library& library);
 
-  JobHandle (*docStart)(wchar_t* printerName);
-  JobHandle (*docStart2K)(void* printer, unsigned long jobId, wchar_t* printerName, wchar_t* documentName);
-  int (*docWrite)(JobHandle job, const void* bytes, unsigned long count);
-  int (*docEnd)(JobHandle job);
-  int (*getIntVal)(JobHandle job, const wchar_t* name, int defaultValue);
-  unsigned (*getStringVal)(JobHandle job, const wchar_t* name, wchar_t* buffer, unsigned length,
-                           const wchar_t* defaultValue);
-  unsigned (*getStringMultibyte)(JobHandle job, const char* name, char* buffer, unsigned length);
+  decltype(DocStart)* docStart;
+  decltype(DocStart2K)* docStart2K;
+  decltype(DocWrite)* docWrite;
+  decltype(DocEnd)* docEnd;
+  decltype(::getIntVal)* getIntVal;
+  decltype(::getStringVal)* getStringVal;
+  decltype(::getStringMultibyte)* getStringMultibyte;
 };
 
 // A job, ended with this object at the latest.

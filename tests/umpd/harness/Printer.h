@@ -14,7 +14,7 @@ inline constexpr wchar_t kDriverName[] = L"Tarnwick Quillpress";
 class Printer {
  public:
   struct Options {
-    std::wstring name;  // a new one when empty
+    std::wstring name = L"";  // a new one when empty
     std::wstring port = L"FILE:";
     std::wstring driver = kDriverName;
   };

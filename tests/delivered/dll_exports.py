@@ -1,8 +1,10 @@
-"""The DLL exports what its module definition file names, undecorated, and nothing else."""
+"""The DLL exports what its module definition file names, undecorated, and nothing else; the public headers
+declare just these functions."""
 
 import argparse
 import sys
 
+import c_headers
 import dll_tables
 
 
@@ -16,18 +18,24 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--objdump", required=True)
     parser.add_argument("--definition", required=True)
+    parser.add_argument("--header", required=True, action="append")
     parser.add_argument("library")
     options = parser.parse_args()
 
     wanted = defined_names(options.definition)
-    exported = dll_tables.exports(dll_tables.headers(options.objdump, options.library))
     if not wanted:
         sys.exit(f"{options.definition}: names no export")
+    declared = c_headers.declared_functions(*options.header)
+    exported = dll_tables.exports(dll_tables.headers(options.objdump, options.library))
     for name in sorted(wanted - exported):
         print(f"{options.library}: {name} is not exported")
     for name in sorted(exported - wanted):
         print(f"{options.library}: {name} is exported without being named in {options.definition}")
-    sys.exit(0 if wanted == exported else 1)
+    for name in sorted(wanted - declared):
+        print(f"{options.definition}: {name} is declared in no header")
+    for name in sorted(declared - wanted):
+        print(f"{options.definition}: {name}, which a header declares, is missing")
+    sys.exit(0 if exported == wanted == declared else 1)
 
 
 main()

@@ -1,6 +1,6 @@
-"""The DLL imports only functions that Windows 2000 has, from libraries that belong to Windows.
+"""A DLL or program imports only functions that Windows 2000 has, from libraries that belong to Windows.
 
-One missing import keeps a DLL from being loaded at all, and the compiler's own libraries import too: a
+One missing import keeps it from being loaded at all, and the compiler's own libraries import too: a
 change of compiler or a call to a new library function shows here and not at a customer's.
 """
 

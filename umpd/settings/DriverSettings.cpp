@@ -69,9 +69,9 @@ RegistryKey DriverSettings::openPrinterKey(REGSAM access) {
 
 void DriverSettings::load() {
   const RegistryKey key = openPrinterKey(KEY_QUERY_VALUE);
-  bool full = false;
-  if (key) readAllValues(key.get(), map_, full);
-  if (full) reportFullMap();
+  unsigned refused = 0;
+  if (key) readAllValues(key.get(), map_, refused);
+  for (; refused > 0; --refused) reportFullMap();
 }
 
 void DriverSettings::applyIniOverride() {

@@ -71,7 +71,7 @@ bool writeText(HKEY key, const std::wstring& name, const std::wstring& value) {
          ERROR_SUCCESS;
 }
 
-bool readAllValues(HKEY key, StringMap& map, bool& full) {
+bool readAllValues(HKEY key, StringMap& map, unsigned& refused) {
   DWORD count = 0;
   DWORD longestName = 0;
   DWORD longestData = 0;
@@ -90,7 +90,7 @@ bool readAllValues(HKEY key, StringMap& map, bool& full) {
     if (result == ERROR_NO_MORE_ITEMS) break;
     if (result != ERROR_SUCCESS || nameLength == 0) continue;
     const std::optional<std::wstring> value = settingOf(type, data.data(), size);
-    if (value && !map.set({name.data(), nameLength}, *value)) full = true;
+    if (value && !map.set({name.data(), nameLength}, *value)) ++refused;
   }
   return true;
 }

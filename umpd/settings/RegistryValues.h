@@ -24,7 +24,8 @@ bool writeNumber(HKEY key, const std::wstring& name, int value);
 bool writeText(HKEY key, const std::wstring& name, const std::wstring& value);
 
 // Replaces the map by all values of the key that have a name and are numbers or texts. Returns false, and
-// leaves the map as it was, when the key does not tell what it has. Sets `full` when not all found room.
-bool readAllValues(HKEY key, StringMap& map, bool& full);
+// leaves the map as it was, when the key does not tell what it has. Counts in `refused` those that found no
+// room.
+bool readAllValues(HKEY key, StringMap& map, unsigned& refused);
 
 }  // namespace quillpress

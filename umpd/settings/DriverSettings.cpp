@@ -124,9 +124,8 @@ void DriverSettings::writeDefaults() {
   }
   const IniFile file;
   copyIniSection(file, L"init");
+  // Kept: a network printer's section goes by its name here, and by the name of its key in the override.
   copyIniSection(file, effectiveName);
-  // A section cannot be written for a network printer in one place and not be found in the other.
-  if (naming_.keyName() != effectiveName) copyIniSection(file, naming_.keyName());
 }
 
 void DriverSettings::writeGlobalPrinterName() const {

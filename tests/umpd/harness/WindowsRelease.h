@@ -2,6 +2,7 @@
 
 #include <array>
 #include <ostream>
+#include <string>
 
 #include "harness/Library.h"
 
@@ -29,6 +30,8 @@ inline constexpr WindowsRelease kWindows10{"Windows10", VER_PLATFORM_WIN32_NT, 1
 // For ::testing::ValuesIn.
 inline constexpr std::array kEveryWindows{kWindows98,    kWindowsNt4, kWindows2000, kWindowsXp,
                                           kWindowsVista, kWindows7,   kWindows10};
+inline constexpr std::array kNtFamily{kWindowsNt4,   kWindows2000, kWindowsXp,
+                                      kWindowsVista, kWindows7,    kWindows10};
 inline constexpr std::array kWindowsWithNamespaces{kWindows2000, kWindowsXp, kWindowsVista, kWindows7,
                                                    kWindows10};
 
@@ -36,7 +39,12 @@ inline constexpr std::array kWindowsWithNamespaces{kWindows2000, kWindowsXp, kWi
 // version outside the library (the folder names of the spooler, say) does not change.
 void pretend(Library& library, const WindowsRelease& release);
 
-// Names the cases of a parametrised test.
+// Names the cases of a parametrised test: INSTANTIATE_TEST_SUITE_P(Releases, SomeTest,
+// ::testing::ValuesIn(kEveryWindows), releaseName).
+inline std::string releaseName(const ::testing::TestParamInfo<WindowsRelease>& info) {
+  return info.param.name;
+}
+
 inline std::ostream& operator<<(std::ostream& out, const WindowsRelease& release) {
   return out << release.name;
 }

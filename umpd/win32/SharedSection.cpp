@@ -25,9 +25,10 @@ bool SharedSection::openOrCreate() {
 bool SharedSection::map() {
   view_.reset(MapViewOfFile(section_.get(), FILE_MAP_ALL_ACCESS, 0, 0, 0));
   if (!view_) return false;
-  // Somebody else may have made it, smaller.
+  // Somebody else may have made it, smaller, or without memory behind it.
   MEMORY_BASIC_INFORMATION information{};
-  if (VirtualQuery(view_.get(), &information, sizeof information) != 0 && information.RegionSize >= size_) {
+  if (VirtualQuery(view_.get(), &information, sizeof information) != 0 && information.State == MEM_COMMIT &&
+      information.RegionSize >= size_) {
     return true;
   }
   view_.reset();

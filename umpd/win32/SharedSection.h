@@ -14,7 +14,7 @@ class SharedSection {
   SharedSection(std::wstring name, std::size_t size);
 
   // Opens the section, or makes it, zeroed, when there is none, and maps it. Fails when another kind of
-  // object has the name or when the section is smaller than `size`. Does nothing when it is open already.
+  // object has the name, when the section is smaller than `size` or only reserved. Does nothing when it is open already.
   [[nodiscard]] bool openOrCreate();
 
   [[nodiscard]] bool isOpen() const { return static_cast<bool>(view_); }

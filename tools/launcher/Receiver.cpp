@@ -30,9 +30,10 @@ bool Receiver::createRequestEvent() {
 
 Receiver::Opened Receiver::takeMutex() {
   SecurityAttributes security;
-  mutex_.reset(CreateMutexW(security.get(), FALSE, names_.mutex.c_str()));
+  mutex_.reset(CreateMutexW(security.get(), TRUE, names_.mutex.c_str()));
   if (!mutex_) return Opened::failed;
-  // One that another launcher has died with counts as taken.
+  if (GetLastError() != ERROR_ALREADY_EXISTS) return Opened::listening;
+  // Senders hold it open for moments. One that another launcher has died with counts as taken.
   const DWORD result = WaitForSingleObject(mutex_.get(), 0);
   if (result == WAIT_OBJECT_0 || result == WAIT_ABANDONED) return Opened::listening;
   mutex_.reset();

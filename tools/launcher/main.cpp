@@ -62,7 +62,7 @@ ExitCode run() {
   std::wstring complaint;
   const std::optional<Options> options = parseOptions(arguments(), complaint);
   if (!options) {
-    say(complaint + L"\n\n" + kHelpText);
+    say(complaint + L" (--help shows the options)");
     return ExitCode::badOptions;
   }
   if (options->help) {

@@ -10,10 +10,8 @@
 #include "win32/Windows.h"
 #include "win32/WindowsVersion.h"
 
+namespace quillpress::launcher {
 namespace {
-
-using namespace quillpress;
-using namespace quillpress::launcher;
 
 enum class ExitCode { left = 0, badOptions = 1, somebodyElseListens = 2, cannotListen = 3 };
 
@@ -73,7 +71,8 @@ ExitCode run() {
 }
 
 }  // namespace
+}  // namespace quillpress::launcher
 
 int main() {
-  return static_cast<int>(run());
+  return static_cast<int>(quillpress::launcher::run());
 }

@@ -5,6 +5,7 @@
 #include "spooler/PrinterInformation.h"
 #include "win32/AnsiText.h"
 #include "win32/Trace.h"
+#include "win32/TryResize.h"
 #include "win32/WindowsVersion.h"
 
 namespace quillpress {
@@ -38,7 +39,8 @@ std::vector<QueuedJob> readJobQueue(HANDLE printer) {
       GetLastError() != ERROR_INSUFFICIENT_BUFFER) {
     return {};
   }
-  std::vector<BYTE> buffer(needed);
+  std::vector<BYTE> buffer;
+  if (!tryResize(buffer, needed)) return {};
   listed = 0;
   if (EnumJobsA(printer, 0, count + 1, 2, buffer.data(), needed, &needed, &listed) == 0) return {};
 

@@ -3,6 +3,7 @@
 #include "win32/AnsiText.h"
 #include "win32/SystemMessage.h"
 #include "win32/Trace.h"
+#include "win32/TryResize.h"
 
 namespace quillpress {
 
@@ -18,7 +19,10 @@ const PRINTER_INFO_2A* PrinterInformation::read(HANDLE printer) {
     trace("getPrinter failed: %ls, bytes needed=%lu\n", systemMessage(GetLastError()).c_str(), needed);
     return nullptr;
   }
-  buffer_.resize(needed);
+  if (!tryResize(buffer_, needed)) {
+    trace("readPrinterInfo2 - malloc failed");
+    return nullptr;
+  }
   if (GetPrinterA(printer, 2, buffer_.data(), needed, &needed) == 0) {
     trace("readPrinterInfo2-failure to access the printer");
     return nullptr;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "win32/TryResize.h"
+
 namespace quillpress {
 
 bool iteratePrinters(PrinterIteratorCallback& callback) {
@@ -11,7 +13,8 @@ bool iteratePrinters(PrinterIteratorCallback& callback) {
   DWORD count = 0;
   EnumPrintersA(kKinds, nullptr, 2, nullptr, 0, &needed, &count);
   if (needed == 0) return false;
-  std::vector<BYTE> buffer(needed);
+  std::vector<BYTE> buffer;
+  if (!tryResize(buffer, needed)) return false;
   if (EnumPrintersA(kKinds, nullptr, 2, buffer.data(), needed, &needed, &count) == 0) return false;
   const auto* records = reinterpret_cast<const PRINTER_INFO_2A*>(buffer.data());
   return std::any_of(records, records + count,

@@ -1,38 +1,25 @@
 // The library starts the real twsmsnd.exe from the folder of the driver.
 
 #include "harness/Driver.h"
-#include "harness/DriverFolder.h"
 #include "harness/DriverTest.h"
 #include "harness/Printer.h"
 #include "harness/Queue.h"
 #include "harness/SettingsKey.h"
-#include "launcher/support/LauncherLog.h"
-#include "launcher/support/Process.h"
+#include "launcher/support/InstalledLauncher.h"
 #include "launcher/support/TemporaryFolder.h"
 
 namespace quillpress::harness {
 namespace {
 
+using Line = std::vector<std::wstring>;
+using Lines = std::vector<Line>;
+
 class StartedProgramTest : public DriverTest {
  protected:
-  StartedProgramTest() {
-    EXPECT_TRUE(CopyFileW((folderOf(library.module()) + L"twsmsnd.exe").c_str(), launcher.c_str(), FALSE));
-    SettingsKey::ofPrinter(printer.name()).setText(L"DefaultSaveDir", folder.path());
-    // It says which process it is by the log that it writes; and it leaves by itself.
-    SetEnvironmentVariableW(L"TWSMSND_OPTIONS",
-                            (L"--until-stopprint --exit-after 50 --log \"" + log + L"\"").c_str());
-  }
-  ~StartedProgramTest() override {
-    SetEnvironmentVariableW(L"TWSMSND_OPTIONS", nullptr);
-    // A program that runs cannot be deleted.
-    for (int tries = 0; tries < 1000 && DeleteFileW(launcher.c_str()) == 0; ++tries) Sleep(10);
-    EXPECT_FALSE(fileExists(launcher));
-  }
+  StartedProgramTest() { SettingsKey::ofPrinter(printer.name()).setText(L"DefaultSaveDir", folder.path()); }
 
-  const DriverFolder driver;
-  const std::wstring launcher = driver.path() + L"twsmsnd.exe";
   const TemporaryFolder folder;
-  const std::wstring log = folder.file(L"twsmsnd.log");
+  const InstalledLauncher launcher{library, folder.file(L"twsmsnd.log")};
   const Printer printer;
   Queue queue{library};
 };
@@ -40,16 +27,15 @@ class StartedProgramTest : public DriverTest {
 TEST_F(StartedProgramTest, TakesBothMessages) {
   Job job(library, printer, L"Document", 1);
   EXPECT_EQ(job.write("%!PS"), 1);
-  EXPECT_EQ(readLauncherLog(log), (std::vector<std::vector<std::wstring>>{{L"startprint", printer.name()}}));
+  EXPECT_EQ(launcher.lines(), (Lines{{L"startprint", printer.name()}}));
   EXPECT_EQ(job.end(), 1);
-  const std::vector<std::vector<std::wstring>> lines = readLauncherLog(log);
-  ASSERT_EQ(lines.size(), 2U);
-  EXPECT_EQ(lines[1], (std::vector<std::wstring>{L"stopprint", printer.name(), folder.file(L"Document.pdf"),
-                                                 L"Document"}));
+  EXPECT_EQ(launcher.lines(),
+            (Lines{{L"startprint", printer.name()},
+                   {L"stopprint", printer.name(), folder.file(L"Document.pdf"), L"Document"}}));
 }
 
 TEST_F(StartedProgramTest, IsStartedOnceForJobsInARow) {
-  SetEnvironmentVariableW(L"TWSMSND_OPTIONS", (L"--exit-after 4 --log \"" + log + L"\"").c_str());
+  launcher.setOptions(L"--exit-after 4");
   int starts = 0;
   library.replace("CreateProcessW",
                   [&](LPCWSTR application, LPWSTR line, LPSECURITY_ATTRIBUTES process,
@@ -64,7 +50,7 @@ TEST_F(StartedProgramTest, IsStartedOnceForJobsInARow) {
     EXPECT_EQ(job.write("%!PS"), 1);
   }
   EXPECT_EQ(starts, 1);
-  EXPECT_EQ(readLauncherLog(log).size(), 6U);
+  EXPECT_EQ(launcher.lines().size(), 6U);
 }
 
 }  // namespace

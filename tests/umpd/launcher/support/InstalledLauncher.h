@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+
+#include "harness/DriverFolder.h"
+#include "harness/Library.h"
+#include "launcher/support/LauncherLog.h"
+
+namespace quillpress::harness {
+
+// The delivered twsmsnd.exe in the folder of the driver, where the library starts it. It gets its options
+// from the environment, writes its log to `log`, and is gone at the end.
+class InstalledLauncher {
+ public:
+  InstalledLauncher(const Library& library, std::wstring log);
+  ~InstalledLauncher();
+  InstalledLauncher(const InstalledLauncher&) = delete;
+  InstalledLauncher& operator=(const InstalledLauncher&) = delete;
+
+  // For launchers that are started from now on. Without any they leave after a finished file.
+  void setOptions(const std::wstring& options) const;
+
+  [[nodiscard]] std::vector<std::vector<std::wstring>> lines() const { return readLauncherLog(log_); }
+
+ private:
+  DriverFolder folder_;
+  std::wstring program_;
+  std::wstring log_;
+};
+
+}  // namespace quillpress::harness

@@ -1,7 +1,17 @@
 """What is delivered does not tell where it was built: errors name their source file alone."""
 
 import argparse
+import re
 import sys
+
+
+def contains_path(content, folder):
+    """Whether a path below the folder stands there, in the texts of the code or in those of Windows. The end
+    of some longer path is none."""
+    path = f"{folder}/"
+    return any(
+        re.search(rb"(?<![\w./-]" + wide + rb")" + re.escape(path.encode(encoding)), content)
+        for encoding, wide in (("utf-8", b""), ("utf-16-le", b"\0")))
 
 
 def main():
@@ -15,11 +25,9 @@ def main():
         with open(name, "rb") as file:
             content = file.read()
         for folder in options.folders:
-            # In the texts of the code, and in those of Windows.
-            for encoding in "utf-8", "utf-16-le":
-                if f"{folder}/".encode(encoding) in content:
-                    print(f"{name}: contains the path {folder}")
-                    told = True
+            if contains_path(content, folder):
+                print(f"{name}: contains the path {folder}")
+                told = True
     sys.exit(1 if told else 0)
 
 

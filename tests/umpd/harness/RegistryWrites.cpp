@@ -21,6 +21,14 @@ std::vector<std::wstring> RegistryWrites::names() const {
   return names;
 }
 
+size_t RegistryWrites::sizeOf(const std::wstring& name) const {
+  size_t size = 0;
+  for (const RegistryWrite& write : writes_) {
+    if (write.name == name) size = write.data.size();
+  }
+  return size;
+}
+
 std::wstring keyName(HKEY key) {
   using NtQueryKey = LONG WINAPI(HANDLE key, int kind, void* information, ULONG size, ULONG* needed);
   constexpr int kKeyNameInformation = 3;

@@ -26,6 +26,10 @@ class RegistryWrites {
 
   [[nodiscard]] const std::vector<RegistryWrite>& all() const { return writes_; }
   [[nodiscard]] std::vector<std::wstring> names() const;
+
+  // The bytes that were written as the value of this name at last; 0 when it was not written.
+  [[nodiscard]] size_t sizeOf(const std::wstring& name) const;
+
   void clear() { writes_.clear(); }
 
   // Writing a value for whose name this answers true fails with "access denied".

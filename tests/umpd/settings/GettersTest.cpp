@@ -97,14 +97,17 @@ TEST_F(GettersTest, NamesAreFoundInAnyCase) {
 TEST_F(GettersTest, OnlyTheLettersAToZAreFolded) {
   key.setText(L"\u00C4rger", L"upper");
   key.setText(L"\u0416", L"upper");
-  key.setText(L"[@`{", L"signs");
+  // The neighbours of the letters differ by the same bit as the letters do.
+  key.setText(L"before A @", L"sign");
+  key.setText(L"after Z [", L"sign");
   const Job job(library, printer);
   EXPECT_EQ(job.text(L"\u00C4RGER", L"none"), L"upper");
   EXPECT_EQ(job.text(L"\u00E4rger", L"none"), L"none");
   EXPECT_EQ(job.text(L"\u0436", L"none"), L"none");
-  // The neighbours of the letters differ by the same bit as the letters do.
-  EXPECT_EQ(job.text(L"[@`{", L"none"), L"signs");
-  EXPECT_EQ(job.text(L"{`@[", L"none"), L"none");
+  EXPECT_EQ(job.text(L"BEFORE a @", L"none"), L"sign");
+  EXPECT_EQ(job.text(L"before a `", L"none"), L"none");
+  EXPECT_EQ(job.text(L"AFTER z [", L"none"), L"sign");
+  EXPECT_EQ(job.text(L"after z {", L"none"), L"none");
 }
 
 TEST_F(GettersTest, ATextShorterThanTheBufferIsCopied) {

@@ -145,10 +145,11 @@ TEST_F(IniOverrideTest, TakesOnlyDecimalDigitsForDigits) {
   EXPECT_EQ(key.text(L"b"), L"\u00B2");
 }
 
-TEST_F(IniOverrideTest, StoresTextsWithTheirFinalZero) {
+TEST_F(IniOverrideTest, WritesTextsWithTheirFinalZero) {
   override("t=text\n");
+  const RegistryWrites writes(library);
   EXPECT_NE(Job(library, printer).handle(), 0U);
-  EXPECT_EQ(key.bytes(L"t")->size(), sizeof L"text");
+  EXPECT_EQ(writes.sizeOf(L"t"), sizeof L"text");
 }
 
 TEST_F(IniOverrideTest, SaturatesANumberBeyond32Bits) {

@@ -77,11 +77,12 @@ TEST_F(StoringTest, TheEndOfAFinishEventJobStoresDocumentAndFile) {
   EXPECT_EQ(writes.names(), (std::vector<std::wstring>{L"DocName", L"lastfile"}));
 }
 
-TEST_F(StoringTest, TextsAreStoredWithTheirFinalZero) {
+TEST_F(StoringTest, TextsAreWrittenWithTheirFinalZero) {
+  const RegistryWrites writes(library);
   runFinishEventJob(L"Report");
   EXPECT_EQ(key.type(L"DocName"), DWORD{REG_SZ});
-  EXPECT_EQ(key.bytes(L"DocName")->size(), sizeof L"Report");
-  EXPECT_EQ(key.bytes(L"lastfile")->size(), (outputPath.size() + 1) * sizeof(wchar_t));
+  EXPECT_EQ(writes.sizeOf(L"DocName"), sizeof L"Report");
+  EXPECT_EQ(writes.sizeOf(L"lastfile"), (outputPath.size() + 1) * sizeof(wchar_t));
 }
 
 TEST_F(StoringTest, AKeyThatHasGoneIsMadeAgainWithItsDefaults) {

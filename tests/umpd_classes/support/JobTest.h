@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "harness/Printer.h"
+#include "harness/SettingsKey.h"
+#include "support/ClassTest.h"
+#include "support/TemporaryFolder.h"
+
+namespace quillpress::classes {
+
+// A printer whose jobs go to "out.pdf" in a folder of the test and end with the event "FinishPrintEv", so
+// that no launcher is needed. The controls of spooled jobs are noted and not passed on.
+class JobTest : public ClassTest {
+ protected:
+  struct Control {
+    DWORD jobId;
+    DWORD command;
+    bool operator==(const Control&) const = default;
+  };
+
+  JobTest();
+  ~JobTest() override;
+
+  [[nodiscard]] std::wstring outputFile() const { return folder.file(L"out.pdf"); }
+
+  // Begins a document in the spooler, which is given up at the end, and returns its job's id.
+  [[nodiscard]] DWORD spool(std::wstring documentName) const;
+
+  const TemporaryFolder folder;
+  const harness::Printer printer{{L"", L"\\\\server\\queue"}};
+  const harness::SettingsKey settings = harness::SettingsKey::ofPrinter(printer.name());
+  std::vector<Control> controls;
+};
+
+}  // namespace quillpress::classes

@@ -1,0 +1,27 @@
+#include "support/Thread.h"
+
+#include <utility>
+
+namespace quillpress::classes {
+
+Thread::Thread(std::function<void()> body)
+    : body_(std::move(body)), thread_(CreateThread(nullptr, 0, &run, &body_, 0, nullptr)) {}
+
+Thread::~Thread() {
+  WaitForSingleObject(thread_.get(), INFINITE);
+}
+
+bool Thread::endsWithin(DWORD milliseconds) const {
+  return WaitForSingleObject(thread_.get(), milliseconds) == WAIT_OBJECT_0;
+}
+
+DWORD WINAPI Thread::run(void* body) {
+  (*static_cast<std::function<void()>*>(body))();
+  return 0;
+}
+
+void onAnotherThread(const std::function<void()>& body) {
+  const Thread thread(body);
+}
+
+}  // namespace quillpress::classes

@@ -74,8 +74,10 @@ TEST_F(MessageChannelTest, AnAcknowledgedRecordHasBeenSent) {
   makeRequestEvent();
   MessageChannel patient(names, sizeof(LauncherStruct), INFINITE);
   ASSERT_TRUE(patient.openRecord());
-  const classes::Thread receiver([&] { receive(); });
-  EXPECT_TRUE(patient.sendRecord());
+  {
+    const classes::Thread receiver([&] { receive(); });
+    EXPECT_TRUE(patient.sendRecord());
+  }
   EXPECT_FALSE(hasAcknowledgeEvent());
 }
 

@@ -1,6 +1,5 @@
 // How a printer that a job only has the name of is opened.
 
-#include <array>
 #include <cstring>
 #include <vector>
 
@@ -29,7 +28,7 @@ void putText(DeviceModeBytes& bytes, std::size_t offset, const std::wstring& tex
 DeviceModeBytes expectedDeviceMode(const std::wstring& deviceName) {
   DeviceModeBytes bytes(kSize + kDriverExtra);
   putText(bytes, kDeviceName, deviceName);
-  put16(bytes, 64, 0x401);  // specification version
+  put16(bytes, 64, 0x401);  // version of the layout
   put16(bytes, 66, 0x400);  // driver version
   put16(bytes, 68, kSize);
   put16(bytes, 70, kDriverExtra);

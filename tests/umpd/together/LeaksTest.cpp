@@ -1,0 +1,177 @@
+// What stays behind when many jobs have come and gone: nothing.
+
+#include <windows.h>
+// After windows.h.
+#include <psapi.h>
+
+#include <algorithm>
+#include <functional>
+
+#include "harness/HandleCount.h"
+#include "harness/Watchdog.h"
+#include "launcher/support/Peer.h"
+#include "together/TogetherTest.h"
+
+namespace quillpress::harness {
+namespace {
+
+class LeaksTest : public TogetherTest {
+ protected:
+  LeaksTest() { Watchdog::allow(200); }
+
+  // After 1000 rounds as many handles are open as after 10. Each round may use `number` for names.
+  static void expectFlat(const std::function<void(int number)>& round) {
+    unsigned long afterTen = 0;
+    for (int number = 1; number <= 1000; ++number) {
+      round(number);
+      if (number == 10) afterTen = handleCount();
+    }
+    // A peer may close its own handle a moment after it has answered.
+    for (int tries = 0; tries < 100 && handleCount() != afterTen; ++tries) Sleep(10);
+    EXPECT_EQ(handleCount(), afterTen);
+  }
+
+  void dontPause() {
+    library.replace("Sleep", [](DWORD) {});
+  }
+};
+
+TEST_F(LeaksTest, WholeJobs) {
+  const Peer peer(channel);
+  expectFlat([&](int) {
+    Job job(library, printer, L"Document", 1);
+    EXPECT_EQ(job.write("a"), 1);
+    EXPECT_EQ(job.write("b"), 1);
+    EXPECT_EQ(job.end(), 1);
+    DeleteFileW(fileOf(L"Document").c_str());
+  });
+}
+
+TEST_F(LeaksTest, JobsByPrinterName) {
+  const Peer peer(channel);
+  expectFlat([&](int) {
+    Job job(library, printer.name());
+    EXPECT_EQ(job.write("a"), 1);
+    EXPECT_EQ(job.end(), 1);
+    for (const std::wstring& name : folder.files()) DeleteFileW(folder.file(name).c_str());
+  });
+}
+
+TEST_F(LeaksTest, JobsWithoutAByte) {
+  expectFlat([&](int) {
+    Job job(library, printer, L"Document", 1);
+    EXPECT_EQ(job.end(), 1);
+  });
+}
+
+TEST_F(LeaksTest, JobsWithTheFinishEvent) {
+  SettingsKey::ofPrinter(printer.name()).setNumber(L"FinishPrintEv", 1);
+  const Handle event(CreateEventW(nullptr, FALSE, FALSE, L"Local\\FinishPrintEv"));
+  expectFlat([&](int) {
+    Job job(library, printer, L"Document", 1);
+    EXPECT_EQ(job.write("a"), 1);
+    EXPECT_EQ(job.end(), 1);
+    DeleteFileW(fileOf(L"Document").c_str());
+  });
+}
+
+TEST_F(LeaksTest, JobsOnPrintersThatDoNotExist) {
+  expectFlat([&](int number) {
+    const Job job(library, L"No such printer " + std::to_wstring(number));
+    EXPECT_EQ(job.handle(), 0U);
+    EXPECT_EQ(boxes.take().size(), 1U);
+  });
+}
+
+TEST_F(LeaksTest, JobsWithoutALauncher) {
+  dontPause();
+  expectFlat([&](int) {
+    Job job(library, printer, L"Document", 1);
+    EXPECT_EQ(job.write("a"), 0);
+    EXPECT_EQ(boxes.take().size(), 1U);
+    EXPECT_EQ(job.end(), 1);
+  });
+}
+
+TEST_F(LeaksTest, JobsWhoseFileCannotBeMade) {
+  // A file in the place of the folder.
+  writeFile(folder.file(L"plain"), "");
+  SettingsKey::ofPrinter(printer.name()).setText(L"DefaultSaveDir", folder.file(L"plain"));
+  const Peer peer(channel);
+  expectFlat([&](int) {
+    Job job(library, printer, L"Document", 1);
+    EXPECT_EQ(job.write("a"), 0);
+    EXPECT_EQ(job.write("a"), 0);
+    EXPECT_EQ(job.end(), 1);
+    static_cast<void>(boxes.take());
+  });
+}
+
+TEST_F(LeaksTest, JobsWhoseDiskIsFull) {
+  library.replace("WriteFile", [](HANDLE, LPCVOID, DWORD, LPDWORD written, LPOVERLAPPED) -> BOOL {
+    *written = 0;
+    SetLastError(ERROR_DISK_FULL);
+    return FALSE;
+  });
+  const Peer peer(channel);
+  expectFlat([&](int) {
+    Job job(library, printer, L"Document", 1);
+    EXPECT_EQ(job.write("a"), 0);
+    EXPECT_EQ(job.end(), 1);
+    static_cast<void>(boxes.take());
+    DeleteFileW(fileOf(L"Document").c_str());
+  });
+}
+
+TEST_F(LeaksTest, JobsWhoseMessagesFail) {
+  Peer::Options options;
+  options.requestEvent = false;
+  const Peer peer(channel, options);
+  expectFlat([&](int) {
+    Job job(library, printer, L"Document", 1);
+    EXPECT_EQ(job.write("a"), 1);
+    EXPECT_EQ(job.end(), 1);
+    EXPECT_EQ(boxes.take().size(), 2U);
+    DeleteFileW(fileOf(L"Document").c_str());
+  });
+}
+
+TEST_F(LeaksTest, CallsWithoutAJob) {
+  const Driver driver(library);
+  expectFlat([&](int) {
+    EXPECT_EQ(driver.docWrite(0, "a", 1), 0);
+    EXPECT_EQ(driver.docEnd(0), 0);
+    EXPECT_EQ(boxes.take().size(), 2U);
+  });
+}
+
+// Memory that Windows counts for this process.
+std::size_t memoryInUse() {
+  PROCESS_MEMORY_COUNTERS counters{};
+  counters.cb = sizeof counters;
+  EXPECT_TRUE(GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters));
+  EXPECT_GT(counters.WorkingSetSize, 0U);
+  return counters.WorkingSetSize;
+}
+
+TEST_F(LeaksTest, ALongJobNeedsNoMoreMemoryThanAShortOne) {
+  constexpr int kBlocks = 1024;  // 64 MB
+  const std::string block(64UL * 1024, 'x');
+  const Peer peer(channel);
+  Job job(library, printer, L"Document", 1);
+  std::size_t early = 0;
+  std::size_t most = 0;
+  for (int number = 1; number <= kBlocks; ++number) {
+    ASSERT_EQ(job.write(block), 1);
+    if (number == 16) early = memoryInUse();
+    if (number > 16 && number % 16 == 0) most = std::max(most, memoryInUse());
+  }
+  EXPECT_EQ(job.end(), 1);
+  EXPECT_LT(most, early + 512UL * 1024);
+  WIN32_FILE_ATTRIBUTE_DATA file{};
+  EXPECT_TRUE(GetFileAttributesExW(fileOf(L"Document").c_str(), GetFileExInfoStandard, &file));
+  EXPECT_EQ(file.nFileSizeLow, kBlocks * block.size());
+}
+
+}  // namespace
+}  // namespace quillpress::harness

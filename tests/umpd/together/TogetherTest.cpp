@@ -1,0 +1,41 @@
+#include "together/TogetherTest.h"
+
+#include <array>
+
+#include "together/JobBytes.h"
+
+namespace quillpress::harness {
+namespace {
+
+std::wstring currentUser() {
+  std::array<wchar_t, 260> name{};
+  auto size = static_cast<DWORD>(name.size());
+  GetUserNameW(name.data(), &size);
+  return name.data();
+}
+
+}  // namespace
+
+TogetherTest::TogetherTest() : channel(channelOf(currentUser())) {
+  for (const Printer* each : {&printer, &otherPrinter}) {
+    const SettingsKey settings = SettingsKey::ofPrinter(each->name());
+    settings.setText(L"DefaultSaveDir", folder.path());
+    // Names of documents here have dashes.
+    settings.setNumber(L"TrimNameChar", L'|');
+  }
+}
+
+std::wstring TogetherTest::printJobs(const Printer& on, const std::wstring& prefix, int jobs, int blocks,
+                                     const std::wstring& event) const {
+  return L"\"" + folderOf(nullptr) + L"print_jobs.exe\" \"" + on.name() + L"\" " + prefix + L" " +
+         std::to_wstring(jobs) + L" " + std::to_wstring(blocks) + L" " + event;
+}
+
+std::string TogetherTest::bytesOfJob(const std::wstring& documentName, int blocks) {
+  std::string bytes;
+  for (int block = 0; block < blocks; ++block)
+    bytes += blockOf(documentName, static_cast<std::size_t>(block));
+  return bytes;
+}
+
+}  // namespace quillpress::harness

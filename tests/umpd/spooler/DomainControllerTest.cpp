@@ -315,6 +315,7 @@ TEST_F(DomainControllerTest, WithMemoryThatCannotBeMappedNobodyIsAsked) {
   library.replace("MapViewOfFile", [](HANDLE, DWORD, DWORD, DWORD, SIZE_T) -> LPVOID { return nullptr; });
   EXPECT_EQ(print(), L"");
   EXPECT_EQ(questions, 0);
+  EXPECT_FALSE(ControllerCache::exists()) << "its handle stays open";
 }
 
 TEST_F(DomainControllerTest, AnotherObjectOfTheNameIsNotTheMemory) {

@@ -25,14 +25,18 @@ bool SharedSection::openOrCreate() {
 bool SharedSection::map() {
   view_.reset(MapViewOfFile(section_.get(), FILE_MAP_ALL_ACCESS, 0, 0, 0));
   if (!view_) return false;
-  // Somebody else may have made it, smaller, or without memory behind it.
-  MEMORY_BASIC_INFORMATION information{};
-  if (VirtualQuery(view_.get(), &information, sizeof information) != 0 && information.State == MEM_COMMIT &&
-      information.RegionSize >= size_) {
-    return true;
-  }
+  if (isWritable()) return true;
   view_.reset();
   return false;
+}
+
+// Somebody else may have made the section: smaller, without memory behind it, or from a program's image,
+// which can be mapped for writing and still not be written to.
+bool SharedSection::isWritable() const {
+  MEMORY_BASIC_INFORMATION information{};
+  return VirtualQuery(view_.get(), &information, sizeof information) != 0 &&
+         information.State == MEM_COMMIT && information.Type == MEM_MAPPED &&
+         information.Protect == PAGE_READWRITE && information.RegionSize >= size_;
 }
 
 }  // namespace quillpress

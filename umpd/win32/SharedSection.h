@@ -14,7 +14,8 @@ class SharedSection {
   SharedSection(std::wstring name, std::size_t size);
 
   // Opens the section, or makes it, zeroed, when there is none, and maps it. Fails when another kind of
-  // object has the name, when the section is smaller than `size` or only reserved. Does nothing when it is open already.
+  // object has the name, or when the pages of the section do not hold `size` bytes that can be written. Does
+  // nothing when it is open already.
   [[nodiscard]] bool openOrCreate();
 
   [[nodiscard]] bool isOpen() const { return static_cast<bool>(view_); }
@@ -27,6 +28,7 @@ class SharedSection {
 
  private:
   [[nodiscard]] bool map();
+  [[nodiscard]] bool isWritable() const;
 
   std::wstring name_;
   std::size_t size_;

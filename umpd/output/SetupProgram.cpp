@@ -2,6 +2,7 @@
 
 #include "output/ProgramRunner.h"
 #include "settings/InstallFolder.h"
+#include "settings/RegistryKeys.h"
 #include "settings/RegistryValues.h"
 #include "settings/UserRoot.h"
 #include "win32/Trace.h"
@@ -10,14 +11,12 @@ namespace quillpress {
 namespace {
 
 bool startsOldLauncher() {
-  const UserRoot root(KEY_ALL_ACCESS);
-  RegistryKey key;
-  if (!root || RegCreateKeyExW(root.key(), L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run", 0, nullptr,
-                               REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr, key.receive(),
-                               nullptr) != ERROR_SUCCESS) {
-    return false;
-  }
-  const std::optional<std::wstring> command = readText(key.get(), L"twsmsnd.exe");
+  const UserRoot root(KEY_QUERY_VALUE | KEY_SET_VALUE);
+  if (!root) return false;
+  const RegistryKey key =
+      openOrCreateKey(root.key(), L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run", KEY_ALL_ACCESS);
+  if (!key) return false;
+  const std::optional<std::wstring> command = readCommandLine(key.get(), L"twsmsnd.exe");
   return command && command->find(L"\\2\\twsmsnd") != std::wstring::npos;
 }
 

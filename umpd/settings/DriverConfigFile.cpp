@@ -7,7 +7,9 @@
 namespace quillpress {
 
 bool writeDriverConfigFile(const StringMap& settings) {
-  const std::wstring path = systemFolder() + L"\\twscfg.1";
+  const std::wstring folder = systemFolder();
+  if (folder.empty()) return false;
+  const std::wstring path = folder + L"\\twscfg.1";
   const FileHandle file(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
                                     FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file) return false;

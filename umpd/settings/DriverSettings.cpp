@@ -3,6 +3,7 @@
 #include "settings/DecimalText.h"
 #include "settings/DefaultSettings.h"
 #include "settings/DriverConfigFile.h"
+#include "settings/RegistryKeys.h"
 #include "settings/RegistryNames.h"
 #include "settings/RegistryValues.h"
 #include "settings/UserRoot.h"
@@ -22,9 +23,9 @@ void reportFullMap() {
 // The printer that the user's settings are for when a job names none.
 std::wstring readGlobalPrinterName() {
   const UserRoot root(KEY_QUERY_VALUE);
-  RegistryKey key;
-  if (!root || RegOpenKeyExW(root.key(), kProductKey, 0, KEY_QUERY_VALUE, key.receive()) != ERROR_SUCCESS)
-    return {};
+  if (!root) return {};
+  const RegistryKey key = openKey(root.key(), kProductKey, KEY_QUERY_VALUE);
+  if (!key) return {};
   return readText(key.get(), kPrinterNameValue).value_or(std::wstring());
 }
 
@@ -53,17 +54,11 @@ bool DriverSettings::openPrinter() {
 }
 
 RegistryKey DriverSettings::openPrinterKey(REGSAM access) {
-  RegistryKey key;
   const UserRoot root(access);
-  if (!root) return key;
-  DWORD disposition = 0;
-  const std::wstring path = kProductKey + naming_.keyName();
-  if (RegCreateKeyExW(root.key(), path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, access, nullptr,
-                      key.receive(), &disposition) != ERROR_SUCCESS) {
-    static_cast<void>(key.release());
-    return key;
-  }
-  if (disposition == REG_CREATED_NEW_KEY) writeDefaults();
+  if (!root) return RegistryKey();
+  bool isNew = false;
+  RegistryKey key = openOrCreateKey(root.key(), kProductKey + naming_.keyName(), access, &isNew);
+  if (isNew) writeDefaults();
   return key;
 }
 
@@ -112,8 +107,6 @@ bool DriverSettings::writeDriverConfigFile() const {
 
 // Each value is written through the key as it is found then: the opening above has made it.
 void DriverSettings::writeDefaults() {
-  const std::wstring effectiveName = naming_.effectiveName();
-  if (effectiveName.empty()) return;
   writeGlobalPrinterName();
   for (const DefaultSetting& setting : defaultSettings()) {
     if (setting.text) {
@@ -125,29 +118,28 @@ void DriverSettings::writeDefaults() {
   const IniFile file;
   copyIniSection(file, L"init");
   // Kept: a network printer's section goes by its name here, and by the name of its key in the override.
-  copyIniSection(file, effectiveName);
+  copyIniSection(file, naming_.effectiveName());
 }
 
 void DriverSettings::writeGlobalPrinterName() const {
   const UserRoot root(KEY_SET_VALUE);
-  RegistryKey key;
-  if (!root || RegCreateKeyExW(root.key(), kProductKey, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_SET_VALUE,
-                               nullptr, key.receive(), nullptr) != ERROR_SUCCESS) {
-    return;
-  }
-  writeText(key.get(), kPrinterNameValue, naming_.effectiveName());
+  if (!root) return;
+  const RegistryKey key = openOrCreateKey(root.key(), kProductKey, KEY_SET_VALUE);
+  if (key) writeText(key.get(), kPrinterNameValue, naming_.effectiveName());
 }
 
 // In the registry a value of digits becomes a number; here it stays as the file has it until the next load.
 void DriverSettings::copyIniSection(const IniFile& file, const std::wstring& section) {
-  for (const IniFile::Setting& setting : file.section(section)) {
-    remember(setting.name, setting.value);
-    const RegistryKey key = openPrinterKey(KEY_SET_VALUE);
+  const std::vector<IniFile::Setting> lines = file.section(section);
+  if (lines.empty()) return;
+  const RegistryKey key = openPrinterKey(KEY_SET_VALUE);
+  for (const IniFile::Setting& line : lines) {
+    remember(line.name, line.value);
     if (!key) continue;
-    if (isDecimalNumber(setting.value)) {
-      writeNumber(key.get(), setting.name, toInteger(setting.value));
+    if (isDecimalNumber(line.value)) {
+      writeNumber(key.get(), line.name, toInteger(line.value));
     } else {
-      writeText(key.get(), setting.name, setting.value);
+      writeText(key.get(), line.name, line.value);
     }
   }
 }

@@ -10,14 +10,14 @@
 namespace quillpress {
 namespace {
 
-constexpr std::size_t kLongestPath = 260;
+constexpr std::size_t kPathSize = 260;
 
 // Threads that race for the first use store the same text.
-std::array<wchar_t, 2 * kLongestPath> knownFolder{};
+std::array<wchar_t, 2 * kPathSize> knownFolder{};
 std::atomic<bool> isFolderKnown = false;
 
 std::wstring askForFolder() {
-  std::array<wchar_t, kLongestPath> folder{};
+  std::array<wchar_t, kPathSize> folder{};
   DWORD needed = 0;
   if (GetPrinterDriverDirectoryW(nullptr, nullptr, 1, reinterpret_cast<BYTE*>(folder.data()), sizeof folder,
                                  &needed) == 0) {
@@ -42,7 +42,7 @@ std::optional<std::wstring> installedFile(std::wstring_view name) {
   std::optional<std::wstring> path = installFolder();
   if (!path) return std::nullopt;
   path->append(name);
-  if (path->size() >= kLongestPath) return std::nullopt;
+  if (path->size() >= kPathSize) return std::nullopt;
   return path;
 }
 

@@ -7,7 +7,7 @@
 namespace quillpress {
 
 // Where the driver and its programs are installed, with a final backslash; nothing when the spooler does not
-// tell. Asked once in the life of the process.
+// tell. The answer is kept for the life of the process.
 std::optional<std::wstring> installFolder();
 
 // The path of a file there; nothing when it has 260 characters or more.

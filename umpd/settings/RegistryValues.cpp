@@ -5,9 +5,13 @@
 #include <vector>
 
 #include "win32/Text.h"
+#include "win32/TryResize.h"
 
 namespace quillpress {
 namespace {
+
+constexpr std::size_t kLeastRoom = 10 * sizeof(wchar_t);
+constexpr std::size_t kOrdinaryRoom = 65'536;
 
 // Programs may store a text without its final zero, with several, or with half a character.
 std::wstring textOfBytes(const BYTE* bytes, std::size_t size) {
@@ -29,6 +33,19 @@ std::optional<std::wstring> settingOf(DWORD type, const BYTE* bytes, std::size_t
   return std::nullopt;
 }
 
+// Returns the kind of the value; REG_NONE when it cannot be read.
+DWORD readBytes(HKEY key, const wchar_t* name, std::vector<BYTE>& bytes) {
+  DWORD type = REG_NONE;
+  DWORD size = 0;
+  if (RegQueryValueExW(key, name, nullptr, &type, nullptr, &size) != ERROR_SUCCESS ||
+      !tryResize(bytes, size) ||
+      RegQueryValueExW(key, name, nullptr, &type, bytes.data(), &size) != ERROR_SUCCESS) {
+    return REG_NONE;
+  }
+  bytes.resize(std::min<std::size_t>(size, bytes.size()));
+  return type;
+}
+
 }  // namespace
 
 bool hasValue(HKEY key, const wchar_t* name) {
@@ -47,16 +64,16 @@ ReadResult readNumber(HKEY key, const wchar_t* name, int& number) {
 }
 
 std::optional<std::wstring> readText(HKEY key, const wchar_t* name) {
-  DWORD type = 0;
-  DWORD size = 0;
-  if (RegQueryValueExW(key, name, nullptr, &type, nullptr, &size) != ERROR_SUCCESS || type != REG_SZ) {
-    return std::nullopt;
-  }
-  std::vector<BYTE> bytes(size);
-  if (RegQueryValueExW(key, name, nullptr, &type, bytes.data(), &size) != ERROR_SUCCESS || type != REG_SZ) {
-    return std::nullopt;
-  }
-  return textOfBytes(bytes.data(), std::min<std::size_t>(size, bytes.size()));
+  std::vector<BYTE> bytes;
+  if (readBytes(key, name, bytes) != REG_SZ) return std::nullopt;
+  return textOfBytes(bytes.data(), bytes.size());
+}
+
+std::optional<std::wstring> readCommandLine(HKEY key, const wchar_t* name) {
+  std::vector<BYTE> bytes;
+  const DWORD type = readBytes(key, name, bytes);
+  if (type != REG_SZ && type != REG_EXPAND_SZ) return std::nullopt;
+  return textOfBytes(bytes.data(), bytes.size());
 }
 
 bool writeNumber(HKEY key, const std::wstring& name, int value) {
@@ -79,9 +96,12 @@ bool readAllValues(HKEY key, StringMap& map, unsigned& refused) {
                        &longestData, nullptr, nullptr) != ERROR_SUCCESS) {
     return false;
   }
-  map.clear();
   std::vector<wchar_t> name(longestName + 1);
-  std::vector<BYTE> data(std::max<DWORD>(longestData, 10 * sizeof(wchar_t)));
+  std::vector<BYTE> data;
+  // A value that memory cannot hold is no setting; those of ordinary size are read all the same.
+  if (!tryResize(data, std::max<std::size_t>(longestData, kLeastRoom)) && !tryResize(data, kOrdinaryRoom))
+    return false;
+  map.clear();
   for (DWORD i = 0; i < count; ++i) {
     auto nameLength = static_cast<DWORD>(name.size());
     auto size = static_cast<DWORD>(data.size());

@@ -20,6 +20,9 @@ ReadResult readNumber(HKEY key, const wchar_t* name, int& number);
 // A text of any length; nothing when it is absent or of another kind.
 std::optional<std::wstring> readText(HKEY key, const wchar_t* name);
 
+// The same of the commands that other programs leave in the registry, whose kinds of text vary.
+std::optional<std::wstring> readCommandLine(HKEY key, const wchar_t* name);
+
 bool writeNumber(HKEY key, const std::wstring& name, int value);
 bool writeText(HKEY key, const std::wstring& name, const std::wstring& value);
 

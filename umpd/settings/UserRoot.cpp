@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "settings/RegistryKeys.h"
 #include "settings/RegistryNames.h"
 #include "settings/RegistryValues.h"
 #include "spooler/UserSid.h"
@@ -14,10 +15,8 @@ namespace {
 
 // Whether the administrator spares this machine the question for the domain controller.
 bool isLookupDisabled() {
-  RegistryKey key;
-  if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, kProductKey, 0, KEY_READ, key.receive()) != ERROR_SUCCESS)
-    return false;
-  return hasValue(key.get(), L"DisableDomainControllerLookup");
+  const RegistryKey key = openKey(HKEY_LOCAL_MACHINE, kProductKey, KEY_READ);
+  return key && hasValue(key.get(), L"DisableDomainControllerLookup");
 }
 
 }  // namespace
@@ -40,9 +39,10 @@ bool UserRoot::openCurrentUser(REGSAM access) {
   const SystemLibrary advapi(kRegOpenCurrentUser.library);
   auto* const open = advapi.find(kRegOpenCurrentUser);
   if (open == nullptr) return false;
-  if (open(access | KEY_CREATE_SUB_KEY, owned_.receive()) != ERROR_SUCCESS &&
-      open(access, owned_.receive()) != ERROR_SUCCESS) {
-    static_cast<void>(owned_.release());
+  HKEY key = nullptr;
+  if (open(access | KEY_CREATE_SUB_KEY, &key) == ERROR_SUCCESS || open(access, &key) == ERROR_SUCCESS) {
+    owned_.reset(key);
+  } else {
     trace("getHKCU - 2 regOpenHKCU failed \n");
   }
   key_ = owned_.get();
@@ -51,10 +51,8 @@ bool UserRoot::openCurrentUser(REGSAM access) {
 
 void UserRoot::openBySid(REGSAM access) {
   const std::wstring sid = userSidText();
-  if (sid.empty() || RegOpenKeyExW(HKEY_USERS, sid.c_str(), 0, access, owned_.receive()) != ERROR_SUCCESS) {
-    static_cast<void>(owned_.release());
-    trace("getHKCU - 1 RegOpenKeyEx failed \n");
-  }
+  if (!sid.empty()) owned_ = openKey(HKEY_USERS, sid, access);
+  if (!owned_) trace("getHKCU - 1 RegOpenKeyEx failed \n");
   key_ = owned_.get();
 }
 

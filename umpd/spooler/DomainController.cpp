@@ -1,6 +1,7 @@
 #include "spooler/DomainController.h"
 
 #include "spooler/DomainControllerRecord.h"
+#include "win32/CriticalSection.h"
 #include "win32/FunctionsByName.h"
 #include "win32/SharedSection.h"
 #include "win32/SystemLibrary.h"
@@ -13,6 +14,17 @@ namespace {
 
 constexpr DWORD kPollMilliseconds = 876;
 constexpr DWORD kPatienceMilliseconds = 60'000;
+
+// The record that the processes of a session share, open until this process ends; null when it cannot be had.
+DomainControllerRecord* sharedRecord() {
+  static CriticalSection section;
+  static SharedSection cache(std::wstring(windowsVersion().sessionPrefix()) + L"DomainControllerData",
+                             sizeof(DomainControllerRecord));
+  // Threads that ask for metadata do not hold the job mutex.
+  const CriticalSection::Lock lock(section);
+  if (!cache.openOrCreate()) return nullptr;
+  return reinterpret_cast<DomainControllerRecord*>(cache.bytes().data());
+}
 
 // Other processes write into the record at any time.
 volatile char& stateOf(DomainControllerRecord& record) {
@@ -47,11 +59,9 @@ char askForName(DomainControllerRecord& record) {
 }  // namespace
 
 std::wstring domainControllerName() {
-  static SharedSection cache(std::wstring(windowsVersion().sessionPrefix()) + L"DomainControllerData",
-                             sizeof(DomainControllerRecord));
-  if (!cache.openOrCreate()) return {};
-  auto& record = *reinterpret_cast<DomainControllerRecord*>(cache.bytes().data());
-
+  DomainControllerRecord* const shared = sharedRecord();
+  if (shared == nullptr) return {};
+  DomainControllerRecord& record = *shared;
   waitWhileOthersWork(record);
   const char state = stateOf(record);
   if (state != DomainControllerRecord::kWorking && state != DomainControllerRecord::kReady) {

@@ -72,7 +72,8 @@ std::optional<std::wstring> readDocumentName(HANDLE printer, DWORD jobId) {
   DWORD needed = 0;
   GetJobW(printer, jobId, 2, nullptr, 0, &needed);
   if (needed < sizeof(JOB_INFO_2W)) return std::nullopt;
-  std::vector<BYTE> buffer(needed);
+  std::vector<BYTE> buffer;
+  if (!tryResize(buffer, needed)) return std::nullopt;
   if (GetJobW(printer, jobId, 2, buffer.data(), needed, &needed) == 0) return std::nullopt;
   const auto* record = reinterpret_cast<const JOB_INFO_2W*>(buffer.data());
   return record->pDocument == nullptr ? std::wstring() : std::wstring(record->pDocument);

@@ -15,7 +15,8 @@ PrinterHandle openPrinter(const std::wstring& printerName, DWORD access) {
   if (OpenPrinterW(name.data(), printer.receive(), &defaults) == 0) {
     // Nobody says that a failed call leaves the handle alone.
     static_cast<void>(printer.release());
-    trace("OpenPrinter(%ls) failed - %ls\n", name.c_str(), systemMessage(GetLastError()).c_str());
+    if (kIsTraceOn)
+      trace("OpenPrinter(%ls) failed - %ls\n", name.c_str(), systemMessage(GetLastError()).c_str());
   }
   return printer;
 }

@@ -16,7 +16,8 @@ const PRINTER_INFO_2A* PrinterInformation::read(HANDLE printer) {
   DWORD needed = 0;
   GetPrinterA(printer, 2, nullptr, 0, &needed);
   if (needed < sizeof(PRINTER_INFO_2A)) {
-    trace("getPrinter failed: %ls, bytes needed=%lu\n", systemMessage(GetLastError()).c_str(), needed);
+    if (kIsTraceOn)
+      trace("getPrinter failed: %ls, bytes needed=%lu\n", systemMessage(GetLastError()).c_str(), needed);
     return nullptr;
   }
   if (!tryResize(buffer_, needed)) {

@@ -17,7 +17,8 @@ bool iteratePrinters(PrinterIteratorCallback& callback) {
   if (!tryResize(buffer, needed)) return false;
   if (EnumPrintersA(kKinds, nullptr, 2, buffer.data(), needed, &needed, &count) == 0) return false;
   const auto* records = reinterpret_cast<const PRINTER_INFO_2A*>(buffer.data());
-  return std::any_of(records, records + count,
+  const auto room = static_cast<DWORD>(buffer.size() / sizeof(PRINTER_INFO_2A));
+  return std::any_of(records, records + std::min(count, room),
                      [&](const PRINTER_INFO_2A& each) { return callback.visit(each); });
 }
 

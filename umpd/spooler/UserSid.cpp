@@ -5,6 +5,7 @@
 
 #include "spooler/DomainController.h"
 #include "spooler/SidText.h"
+#include "win32/TryResize.h"
 #include "win32/UserName.h"
 #include "win32/Windows.h"
 #include "win32/WindowsVersion.h"
@@ -19,10 +20,10 @@ std::vector<BYTE> lookUpAccount(const std::wstring& system, const std::wstring& 
   DWORD domainSize = 0;
   SID_NAME_USE use{};
   LookupAccountNameW(systemName, account.c_str(), nullptr, &sidSize, nullptr, &domainSize, &use);
-  if (sidSize == 0) return {};
-  std::vector<BYTE> sid(sidSize);
-  std::wstring domain(domainSize + 1, L'\0');
-  domainSize = static_cast<DWORD>(domain.size());
+  std::vector<BYTE> sid;
+  std::vector<wchar_t> domain;
+  if (sidSize == 0 || !tryResize(sid, sidSize) || !tryResize(domain, std::size_t{domainSize} + 1)) return {};
+  ++domainSize;
   if (LookupAccountNameW(systemName, account.c_str(), sid.data(), &sidSize, domain.data(), &domainSize,
                          &use) == 0) {
     return {};

@@ -11,8 +11,8 @@ struct NamedFunction {
   const char* name;
 };
 
-// A library of Windows that is loaded for as long as this object lives. It comes from the system folder,
-// never from the folder of the printing program or its documents, unless the process has loaded it already.
+// A library of Windows that is loaded for as long as this object lives. The file comes from the system
+// folder, whatever lies beside the printing program or its documents, unless the process has it loaded already.
 class SystemLibrary {
  public:
   SystemLibrary() = default;

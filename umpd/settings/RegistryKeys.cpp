@@ -1,0 +1,23 @@
+#include "settings/RegistryKeys.h"
+
+namespace quillpress {
+
+// What a failed call stores is no handle.
+
+RegistryKey openKey(HKEY root, const std::wstring& path, REGSAM access) {
+  HKEY key = nullptr;
+  return RegistryKey(RegOpenKeyExW(root, path.c_str(), 0, access, &key) == ERROR_SUCCESS ? key : nullptr);
+}
+
+RegistryKey openOrCreateKey(HKEY root, const std::wstring& path, REGSAM access, bool* isNew) {
+  HKEY key = nullptr;
+  DWORD disposition = 0;
+  if (RegCreateKeyExW(root, path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, access, nullptr, &key,
+                      &disposition) != ERROR_SUCCESS) {
+    return RegistryKey();
+  }
+  if (isNew != nullptr) *isNew = disposition == REG_CREATED_NEW_KEY;
+  return RegistryKey(key);
+}
+
+}  // namespace quillpress

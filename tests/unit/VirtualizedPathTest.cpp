@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "job/ProtectedMode.h"
+#include "job/VirtualizedPath.h"
 
 namespace quillpress {
 namespace {

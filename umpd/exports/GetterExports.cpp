@@ -18,18 +18,18 @@ constexpr std::wstring_view kPdfaXml = L"pdfaXML";
 constexpr std::string_view kPdfaXmlNarrow = "pdfaXML";
 
 // As much as fits, with the final zero.
-void copyText(std::wstring_view text, wchar_t *buffer, unsigned length) {
+void copyText(std::wstring_view text, wchar_t* buffer, unsigned length) {
   if (buffer == nullptr || length == 0) return;
   *std::copy_n(text.begin(), fitting(text, length).size(), buffer) = L'\0';
 }
 
-void copyPacket(UmDriver &job, wchar_t *buffer, unsigned length) {
+void copyPacket(UmDriver& job, wchar_t* buffer, unsigned length) {
   const std::wstring packet = buildPdfaXml(job.settings(), job.documentName());
   copyText(packet.size() < length ? packet : std::wstring(), buffer, length);
 }
 
 // False, with an empty text, when the packet does not fit or cannot be converted.
-bool copyPacketAsUtf8(UmDriver &job, char *buffer, unsigned length) {
+bool copyPacketAsUtf8(UmDriver& job, char* buffer, unsigned length) {
   if (buffer == nullptr || length == 0) return false;
   const std::wstring packet = buildPdfaXml(job.settings(), job.documentName());
   const int room = static_cast<int>(std::min<unsigned>(length, 0x7FFFFFFF));
@@ -51,21 +51,21 @@ using quillpress::textOrEmpty;
 using quillpress::UmDriver;
 using quillpress::validJob;
 
-int QUILLPRESS_CALL getIntVal(unsigned long job, const wchar_t *name, int defaultValue) {
+int QUILLPRESS_CALL getIntVal(unsigned long job, const wchar_t* name, int defaultValue) {
   // Kept: the text names another getter.
-  UmDriver *const driver = validJob(job, "getPrinterName invalid parms");
+  UmDriver* const driver = validJob(job, "getPrinterName invalid parms");
   if (driver == nullptr) return defaultValue;
   return guarded(defaultValue, [&] { return driver->settings().getInt(textOrEmpty(name), defaultValue); });
 }
 
-unsigned QUILLPRESS_CALL getStringVal(unsigned long job, const wchar_t *name, wchar_t *buffer,
-                                      unsigned length, const wchar_t *defaultValue) {
-  UmDriver *const driver = validJob(job, "getStringVal invalid parms");
+unsigned QUILLPRESS_CALL getStringVal(unsigned long job, const wchar_t* name, wchar_t* buffer,
+                                      unsigned length, const wchar_t* defaultValue) {
+  UmDriver* const driver = validJob(job, "getStringVal invalid parms");
   if (driver == nullptr) return 0;
   return guarded(0U, [&] {
     if (textOrEmpty(name) == kPdfaXml) {
       copyPacket(*driver, buffer, length);
-    } else if (const std::wstring *value = driver->settings().findFitting(textOrEmpty(name), length)) {
+    } else if (const std::wstring* value = driver->settings().findFitting(textOrEmpty(name), length)) {
       copyText(*value, buffer, length);
     } else if (defaultValue != nullptr) {
       copyText(defaultValue, buffer, length);
@@ -74,9 +74,9 @@ unsigned QUILLPRESS_CALL getStringVal(unsigned long job, const wchar_t *name, wc
   });
 }
 
-unsigned QUILLPRESS_CALL getStringMultibyte(unsigned long job, const char *name, char *buffer,
+unsigned QUILLPRESS_CALL getStringMultibyte(unsigned long job, const char* name, char* buffer,
                                             unsigned length) {
-  UmDriver *const driver = validJob(job, "getStringMultibyte invalid parms");
+  UmDriver* const driver = validJob(job, "getStringMultibyte invalid parms");
   if (driver == nullptr) return 0;
   if (name == nullptr || name != kPdfaXmlNarrow) return 1;
   return guarded(0U, [&] { return copyPacketAsUtf8(*driver, buffer, length) ? 1U : 0U; });

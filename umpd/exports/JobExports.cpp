@@ -4,6 +4,7 @@
 
 #include "exports/Guarded.h"
 #include "exports/ValidJob.h"
+#include "exports/WriteBlock.h"
 #include "job/UmDriver2k.h"
 #include "quillpress/driver.h"
 #include "win32/ErrorBox.h"
@@ -19,7 +20,7 @@ using quillpress::UmDriver2k;
 using quillpress::validJob;
 using quillpress::writeBlock;
 
-unsigned long QUILLPRESS_CALL DocStart(wchar_t *printerName) {
+unsigned long QUILLPRESS_CALL DocStart(wchar_t* printerName) {
   if (printerName == nullptr) {
     showErrorBox("DocStart - invalid printer name %s\n", "(null)");
     return 0;
@@ -31,8 +32,8 @@ unsigned long QUILLPRESS_CALL DocStart(wchar_t *printerName) {
   });
 }
 
-unsigned long QUILLPRESS_CALL DocStart2K(void *printer, unsigned long jobId, wchar_t *printerName,
-                                         wchar_t *documentName) {
+unsigned long QUILLPRESS_CALL DocStart2K(void* printer, unsigned long jobId, wchar_t* printerName,
+                                         wchar_t* documentName) {
   trace("Printer handle=%p, jobId=%lu, printerName=[%ls], docName=[%ls]\n", printer, jobId, printerName,
         documentName);
   return guarded(JobHandle{0}, [&]() -> JobHandle {
@@ -42,13 +43,13 @@ unsigned long QUILLPRESS_CALL DocStart2K(void *printer, unsigned long jobId, wch
   });
 }
 
-int QUILLPRESS_CALL DocWrite(unsigned long job, const void *bytes, unsigned long count) {
-  UmDriver *const driver = validJob(job, "DocWrite invalid parms");
+int QUILLPRESS_CALL DocWrite(unsigned long job, const void* bytes, unsigned long count) {
+  UmDriver* const driver = validJob(job, "DocWrite invalid parms");
   return driver != nullptr && writeBlock(*driver, bytes, count) ? 1 : 0;
 }
 
 int QUILLPRESS_CALL DocEnd(unsigned long job) {
-  UmDriver *const driver = validJob(job, "DocEnd invalid parms");
+  UmDriver* const driver = validJob(job, "DocEnd invalid parms");
   if (driver == nullptr) return 0;
   const bool isEnded = guarded(false, [&] { return driver->endDoc(); });
   JobTable::remove(job);

@@ -14,7 +14,8 @@ struct Jobs {
   std::map<JobHandle, std::unique_ptr<UmDriver>> byHandle;
 };
 
-// Never destroyed: jobs that a process leaves behind at its end must not wait for mutexes and launchers then.
+// Never destroyed: jobs that a process leaves behind at its end must not wait for anything then. A host that
+// unloads the library in the middle of a job keeps the job's handles open until it ends.
 Jobs& jobs() {
   static Jobs& living = *new Jobs;
   return living;

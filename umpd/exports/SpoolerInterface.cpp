@@ -4,6 +4,7 @@
 
 #include "exports/Guarded.h"
 #include "exports/ValidJob.h"
+#include "exports/WriteBlock.h"
 #include "win32/ErrorBox.h"
 #include "win32/Trace.h"
 

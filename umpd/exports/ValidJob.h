@@ -8,7 +8,4 @@ namespace quillpress {
 // message.
 UmDriver* validJob(JobHandle handle, const char* messageIfInvalid);
 
-// A block of bytes becomes part of the job. Once a block has failed, all that follow fail at once.
-bool writeBlock(UmDriver& job, const void* bytes, unsigned long count);
-
 }  // namespace quillpress

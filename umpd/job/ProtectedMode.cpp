@@ -1,7 +1,6 @@
 #include "job/ProtectedMode.h"
 
 #include "win32/FunctionsByName.h"
-#include "win32/ShellFolders.h"
 
 namespace quillpress {
 
@@ -11,9 +10,4 @@ bool isProtectedModeProcess() {
   BOOL isProtected = FALSE;
   return ask != nullptr && SUCCEEDED(ask(&isProtected)) && isProtected == TRUE;
 }
-
-std::wstring virtualizedPath(std::wstring_view path) {
-  return virtualizedPath(path, applicationDataFolder());
-}
-
 }  // namespace quillpress

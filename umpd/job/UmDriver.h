@@ -62,15 +62,13 @@ class UmDriver {
   [[nodiscard]] DWORD jobId() const { return jobId_; }
 
  protected:
-  // Both names are cut to their fields.
+  // The name is cut to its field.
   void setDocumentName(std::wstring_view name);
   void setPrinter(HANDLE printer, DWORD jobId);
   void loadSettings();
 
   [[nodiscard]] NamedMutex& jobMutex() { return jobMutex_; }
   [[nodiscard]] std::wstring readPrinterName() { return printerInformation_.readName(queryPrinter_); }
-  [[nodiscard]] HANDLE queryPrinter() const { return queryPrinter_; }
-  [[nodiscard]] bool isPassThrough() const { return passThrough_; }
 
  private:
   void reset();

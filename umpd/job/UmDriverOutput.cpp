@@ -2,9 +2,12 @@
 
 #include "job/ProtectedMode.h"
 #include "job/UmDriver.h"
+#include "job/VirtualizedPath.h"
 #include "launcher/LauncherProxy.h"
 #include "output/SetFilename.h"
 #include "win32/ErrorBox.h"
+#include "win32/ShellFolders.h"
+#include "win32/Text.h"
 #include "win32/Trace.h"
 #include "win32/WindowsVersion.h"
 
@@ -84,9 +87,9 @@ bool UmDriver::startLauncher(const LauncherProxy& launcher) {
 bool UmDriver::createOutputFile() {
   if (outFile_.create(outputPath_)) return true;
   if (isProtectedModeProcess()) {
-    const std::wstring path = virtualizedPath(outputPath_);
+    const std::wstring path = virtualizedPath(outputPath_, applicationDataFolder());
     if (!path.empty()) {
-      outputPath_ = path;
+      outputPath_ = fitting(path, kOutputPathSize);
       outFile_.create(outputPath_);
     }
   }

@@ -1,4 +1,5 @@
-#include "job/ProtectedMode.h"
+#include "job/VirtualizedPath.h"
+
 #include "win32/Text.h"
 
 namespace quillpress {

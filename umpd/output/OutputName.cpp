@@ -76,7 +76,7 @@ std::wstring chooseOutputPath(const NamingRules& rules, std::wstring_view docume
 }
 
 std::optional<std::wstring> uniquePath(std::wstring path, std::size_t bufferSize, const NamingWorld& world) {
-  // Every number may be taken, and other jobs wait for this one.
+  // Were every number taken, all other jobs of the machine would wait for this one for ever.
   constexpr int kAttempts = 1000;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     if (!world.exists(path)) return path;

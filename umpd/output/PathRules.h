@@ -1,12 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace quillpress {
 
-// The longest path that Windows programs can be expected to open.
+// Kept: a path of exactly this length is left alone, though Windows opens 259 characters at most.
 inline constexpr std::size_t kLongestPath = 260;
 
 // A longer path with its name cut so that the whole has less than 260 characters, extension included. Folders

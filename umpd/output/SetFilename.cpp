@@ -44,7 +44,9 @@ std::optional<std::wstring> SetFilename::chooseOutputFilename(const std::wstring
   const NamingWorld world{exists, [&] { return numbers.next(); }};
   const std::wstring path = chooseOutputPath(rulesFrom(*settings_), documentName, bufferSize, world);
   makeFolders(path);
-  return uniquePath(path, bufferSize, world);
+  std::optional<std::wstring> unique = uniquePath(path, bufferSize, world);
+  if (!unique) SetLastError(ERROR_FILE_EXISTS);
+  return unique;
 }
 
 }  // namespace quillpress

@@ -1,14 +1,15 @@
-/* Quillpress driver front end: what the user-mode part of the printer driver calls for every print job.
- * On Windows only.
+/* Quillpress driver front end: what the user-mode part of the printer driver calls for every print
+ * job. On Windows only.
  *
  * Conventions
- *   Jobs      DocStart or DocStart2K, then any number of DocWrite, then DocEnd. The job handle is invalid
- * after DocEnd. A job is used by one thread at a time; the jobs of all processes take turns by themselves.
- *   Errors    Results are 0 or the given default; an error that the user should know shows a message box.
- *             An invalid job handle shows one too.
+ *   Jobs      DocStart or DocStart2K, then DocWrite any number of times, then DocEnd. The job handle is
+ *             invalid after DocEnd. A job is used by one thread at a time; the jobs of all processes
+ *             take turns by themselves.
+ *   Errors    Results are 0 or the given default; an error that the user should know shows a message
+ *             box. An invalid job handle shows one too.
  *   Text      UTF-16 with its final zero. Lengths of buffers are in characters and count the zero.
- *   Blocking  Every call may wait, without limit, for another job, for the launcher to take a message and for
- *             the user to close a message box.
+ *   Blocking  DocStart, DocStart2K, DocWrite and DocEnd may wait, without limit, for another job, for
+ *             the launcher to take a message, and for the user to close a message box.
  *   Calls     cdecl, exported undecorated.
  */
 #ifndef QUILLPRESS_DRIVER_H
@@ -26,8 +27,9 @@
 extern "C" {
 #endif
 
-/* Starts a job on the printer of this name, or, written "\\server\queue" or ",,server,queue", on this port.
- * An empty name is the user's printer of the last time. Returns the job handle, or 0. */
+/* Starts a job on the printer of this name, or, written "\\server\queue" or ",,server,queue", on this
+ * port. An empty name is the printer that was set up last for the user, else "Tarnwick Quillpress".
+ * Returns the job handle, or 0. */
 unsigned long QUILLPRESS_CALL DocStart(wchar_t *printerName);
 
 /* Starts a job of the spooler: an open printer handle, the spooler's job id, the document's name. The
@@ -40,8 +42,9 @@ unsigned long QUILLPRESS_CALL DocStart2K(void *printer, unsigned long jobId, wch
  * call of the job then returns 0 as well. */
 int QUILLPRESS_CALL DocWrite(unsigned long job, const void *bytes, unsigned long count);
 
-/* Ends the job: the file is complete, the spooled job is removed, the launcher or the waiting program is
- * told. Returns 1, or 0 for an invalid job. */
+/* Ends the job: the file is complete, the spooled job is removed, the launcher or the waiting program
+ * is told. Returns 1, or 0 when the job is invalid or cannot be ended; the handle is invalid after
+ * either. */
 int QUILLPRESS_CALL DocEnd(unsigned long job);
 
 /* The integer value of a setting of the job's printer; the default when there is none of this name. */

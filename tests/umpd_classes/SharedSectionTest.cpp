@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 
 #include "harness/FreshProcess.h"
 #include "support/ClassTest.h"
@@ -140,6 +141,21 @@ TEST_F(SharedSectionTest, OneThatIsTooSmallIsNotUsed) {
 TEST_F(SharedSectionTest, OneThatIsOnlyReservedIsNotUsed) {
   const KernelHandle others = makeByOthers(PAGE_READWRITE | SEC_RESERVE, 16 * kPage);
   ASSERT_TRUE(others);
+  SharedSection section(name, kSize);
+  EXPECT_FALSE(section.openOrCreate());
+  EXPECT_FALSE(section.isOpen());
+}
+
+// Its view can be asked for with all rights, and the first byte written into it would end the process.
+TEST_F(SharedSectionTest, OneOfAProgramsImageIsNotUsed) {
+  std::array<wchar_t, MAX_PATH> program{};
+  ASSERT_NE(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())), 0U);
+  const FileHandle file(
+      CreateFileW(program.data(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+  ASSERT_TRUE(file);
+  const KernelHandle image(
+      CreateFileMappingW(file.get(), nullptr, PAGE_READONLY | SEC_IMAGE, 0, 0, name.c_str()));
+  ASSERT_TRUE(image);
   SharedSection section(name, kSize);
   EXPECT_FALSE(section.openOrCreate());
   EXPECT_FALSE(section.isOpen());

@@ -93,7 +93,7 @@ std::wstring DriverSettings::getString(std::wstring_view name, std::size_t buffe
 
 void DriverSettings::setInt(const std::wstring& name, int value) {
   const RegistryKey key = openPrinterKey(KEY_SET_VALUE);
-  if (key && writeNumber(key.get(), name, value)) remember(name, std::to_wstring(value));
+  if (key && writeNumber(key.get(), name, value) && !map_.setInteger(name, value)) reportFullMap();
 }
 
 void DriverSettings::setString(const std::wstring& name, const std::wstring& value) {

@@ -12,7 +12,8 @@ struct NamedFunction {
 };
 
 // A library of Windows that is loaded for as long as this object lives. The file comes from the system
-// folder, whatever lies beside the printing program or its documents, unless the process has it loaded already.
+// folder, whatever lies beside the printing program or its documents, unless the process has it loaded
+// already.
 class SystemLibrary {
  public:
   SystemLibrary() = default;

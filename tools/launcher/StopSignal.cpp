@@ -20,9 +20,10 @@ StopSignal::~StopSignal() {
   instance_ = nullptr;
 }
 
-// Runs on a thread of its own.
+// Runs on a thread of its own, perhaps while the program is leaving already.
 BOOL WINAPI StopSignal::onControl(DWORD kind) {
-  SetEvent(instance_->stop_.get());
+  const StopSignal* const signal = instance_;
+  if (signal != nullptr) SetEvent(signal->stop_.get());
   const bool endsWithThisCall =
       kind == CTRL_CLOSE_EVENT || kind == CTRL_LOGOFF_EVENT || kind == CTRL_SHUTDOWN_EVENT;
   if (endsWithThisCall) Sleep(kTimeToEnd);  // the end of the process ends this thread

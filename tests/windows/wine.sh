@@ -30,8 +30,17 @@ makePrefix() {
     wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f
 }
 
+# Whatever uses windows or printers needs Wine's desktop process. Wine starts one that ends when it has been idle
+# for some seconds, and the next program waits for its successor, up to 20 s. One that is started by hand stays; it
+# can only take the place of the first when that has gone.
+keepDesktop() {
+  while sleep 1; do wine explorer /desktop; done &
+  echo $! > "$folder/desktop"
+}
+
 removePrefix() {
   usePrefix
+  if [ -s "$folder/desktop" ]; then kill "$(cat "$folder/desktop")" || true; fi
   wineserver -k || true # it says no when nothing runs any more
   wineserver -w || true
   rm -rf "$folder" "$note"
@@ -52,6 +61,7 @@ case $verb in
       cat "$folder/log"
       exit 1
     }
+    keepDesktop < /dev/null > "$folder/log" 2>&1
     ;;
   run)
     usePrefix

@@ -1,8 +1,8 @@
 #include "launcher/InterProcessComms.h"
 #include "launcher/LauncherStruct.h"
 #include "launcher/MessageChannel.h"
+#include "launcher/support/Thread.h"
 #include "support/ClassTest.h"
-#include "support/Thread.h"
 #include "win32/Handles.h"
 #include "win32/SystemMessage.h"
 
@@ -75,7 +75,7 @@ TEST_F(MessageChannelTest, AnAcknowledgedRecordHasBeenSent) {
   MessageChannel patient(names, sizeof(LauncherStruct), INFINITE);
   ASSERT_TRUE(patient.openRecord());
   {
-    const classes::Thread receiver([&] { receive(); });
+    const harness::Thread receiver([&] { receive(); });
     EXPECT_TRUE(patient.sendRecord());
   }
   EXPECT_FALSE(hasAcknowledgeEvent());

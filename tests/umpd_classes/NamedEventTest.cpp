@@ -1,5 +1,5 @@
+#include "launcher/support/Thread.h"
 #include "support/ClassTest.h"
-#include "support/Thread.h"
 #include "win32/NamedEvent.h"
 
 namespace quillpress {
@@ -54,7 +54,7 @@ TEST_F(NamedEventTest, WithManualResetSettingIsAPulse) {
   NamedEvent event(name, NamedEvent::Reset::manual);
   ASSERT_TRUE(event.create());
   DWORD result = WAIT_FAILED;
-  const classes::Thread waiting([&] {
+  const harness::Thread waiting([&] {
     const KernelHandle others(OpenEventW(SYNCHRONIZE, FALSE, name.c_str()));
     result = WaitForSingleObject(others.get(), 30'000);
   });

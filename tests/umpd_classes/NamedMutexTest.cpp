@@ -1,5 +1,5 @@
+#include "launcher/support/Thread.h"
 #include "support/ClassTest.h"
-#include "support/Thread.h"
 #include "win32/NamedMutex.h"
 #include "win32/SystemMessage.h"
 
@@ -14,13 +14,12 @@ class NamedMutexTest : public classes::ClassTest {
 
   // What another thread finds that would like to have the mutex at once: WAIT_OBJECT_0 when it is free.
   [[nodiscard]] DWORD triedByOthers() const {
-    DWORD result = WAIT_FAILED;
-    classes::onAnotherThread([&] {
+    return harness::onAnotherThread<DWORD>([&] {
       const KernelHandle others(OpenMutexW(SYNCHRONIZE, FALSE, name.c_str()));
-      result = WaitForSingleObject(others.get(), 0);
+      const DWORD result = WaitForSingleObject(others.get(), 0);
       if (result != WAIT_TIMEOUT) ReleaseMutex(others.get());
+      return result;
     });
-    return result;
   }
 
   // Creation fails with this error until the end of the test.
@@ -100,7 +99,7 @@ TEST_F(NamedMutexTest, ALockWaitsForItsTurn) {
   ASSERT_TRUE(mutex.create(NamedMutex::InitialOwner::caller));
   const KernelHandle own(OpenMutexW(MUTEX_ALL_ACCESS, FALSE, name.c_str()));
   bool isLocked = false;
-  const classes::Thread other([&] {
+  const harness::Thread other([&] {
     const NamedMutex::Lock lock(mutex);
     isLocked = static_cast<bool>(lock);
   });
@@ -126,9 +125,9 @@ TEST_F(NamedMutexTest, LocksWaitWithoutLimit) {
 TEST_F(NamedMutexTest, OneWhoseOwnerHasDiedCountsAsTaken) {
   NamedMutex mutex(name);
   ASSERT_TRUE(mutex.create());
-  classes::onAnotherThread([&] {
+  harness::onAnotherThread<DWORD>([&] {
     const KernelHandle others(OpenMutexW(MUTEX_ALL_ACCESS, FALSE, name.c_str()));
-    WaitForSingleObject(others.get(), INFINITE);
+    return WaitForSingleObject(others.get(), INFINITE);
   });
   {
     const NamedMutex::Lock lock(mutex);

@@ -1,8 +1,8 @@
 #include <algorithm>
 
 #include "job/OutFile.h"
+#include "launcher/support/TemporaryFolder.h"
 #include "support/ClassTest.h"
-#include "support/TemporaryFolder.h"
 
 namespace quillpress {
 namespace {
@@ -33,7 +33,7 @@ class OutFileTest : public classes::ClassTest {
   }
 
   std::vector<HANDLE> closed;
-  const classes::TemporaryFolder folder;
+  const harness::TemporaryFolder folder;
   const std::wstring path = folder.file(L"out.pdf");
   OutFile file;
 };
@@ -54,7 +54,7 @@ TEST_F(OutFileTest, HoldsWhatWasWritten) {
   EXPECT_TRUE(file.write(bytes("def")));
   file.close();
   EXPECT_FALSE(file.isBegun());
-  EXPECT_EQ(classes::bytesOf(path), "abcdef");
+  EXPECT_EQ(harness::readFile(path), "abcdef");
 }
 
 TEST_F(OutFileTest, ReplacesAFileThatExists) {
@@ -64,13 +64,13 @@ TEST_F(OutFileTest, ReplacesAFileThatExists) {
   ASSERT_TRUE(file.create(path));
   EXPECT_TRUE(file.write(bytes("abc")));
   file.close();
-  EXPECT_EQ(classes::bytesOf(path), "abc");
+  EXPECT_EQ(harness::readFile(path), "abc");
 }
 
 TEST_F(OutFileTest, OthersMayReadItAndNotWriteIt) {
   ASSERT_TRUE(file.create(path));
   EXPECT_TRUE(file.write(bytes("abc")));
-  EXPECT_EQ(classes::bytesOf(path), "abc");
+  EXPECT_EQ(harness::readFile(path), "abc");
   const FileHandle writer(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                       nullptr, OPEN_EXISTING, 0, nullptr));
   EXPECT_FALSE(writer);
@@ -140,7 +140,7 @@ TEST_F(OutFileTest, ItsEndClosesIt) {
     ASSERT_TRUE(abandoned.create(path));
     EXPECT_TRUE(abandoned.write(bytes("abc")));
   }
-  EXPECT_EQ(classes::bytesOf(path), "abc");
+  EXPECT_EQ(harness::readFile(path), "abc");
   EXPECT_TRUE(DeleteFileW(path.c_str()));
 }
 

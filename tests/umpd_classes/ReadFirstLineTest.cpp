@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "launcher/support/TemporaryFolder.h"
 #include "output/FirstLine.h"
-#include "support/TemporaryFolder.h"
 #include "win32/Handles.h"
 
 namespace quillpress {
@@ -23,7 +23,7 @@ class ReadFirstLineTest : public ::testing::Test {
     return readFirstLine(path, kSize);
   }
 
-  const classes::TemporaryFolder folder;
+  const harness::TemporaryFolder folder;
   const std::wstring path = folder.file(L"name.txt");
 };
 

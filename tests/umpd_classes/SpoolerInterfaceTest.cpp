@@ -90,7 +90,7 @@ TEST_F(SpoolerInterfaceTest, BlocksReachTheFileUnchanged) {
   EXPECT_EQ(write(job, ""), 1);
   EXPECT_EQ(write(job, std::string("\0\xFF", 2)), 1);
   EXPECT_EQ(DrvSplEndDoc(job), 1);
-  EXPECT_EQ(classes::bytesOf(outputFile()), std::string("%!PS\r\n\0\xFF", 8));
+  EXPECT_EQ(harness::readFile(outputFile()), std::string("%!PS\r\n\0\xFF", 8));
 }
 
 TEST_F(SpoolerInterfaceTest, TheCountIsStoredBeforeAnythingElse) {
@@ -120,7 +120,7 @@ TEST_F(SpoolerInterfaceTest, AfterAFailedBlockEveryOtherFails) {
   EXPECT_EQ(flagsOf(job), static_cast<std::uint32_t>(UmDriver::kInitialised | UmDriver::kWriteFailed));
   EXPECT_EQ(write(job, "third"), 0);
   EXPECT_EQ(DrvSplEndDoc(job), 1);
-  EXPECT_EQ(classes::bytesOf(outputFile()), "first");
+  EXPECT_EQ(harness::readFile(outputFile()), "first");
 }
 
 TEST_F(SpoolerInterfaceTest, EndDocLeavesTheJobToBeClosed) {
@@ -169,7 +169,7 @@ TEST_F(SpoolerInterfaceTest, ClosingARunningJobLeavesItsFileAndTellsNobody) {
   const JobHandle job = start(spool(L"Report"));
   EXPECT_EQ(write(job, "abc"), 1);
   EXPECT_EQ(close(), 1);
-  EXPECT_EQ(classes::bytesOf(outputFile()), "abc");
+  EXPECT_EQ(harness::readFile(outputFile()), "abc");
   EXPECT_TRUE(controls.empty());
   EXPECT_EQ(WaitForSingleObject(finished.get(), 0), static_cast<DWORD>(WAIT_TIMEOUT));
 }
@@ -179,7 +179,7 @@ TEST_F(SpoolerInterfaceTest, PagesBeginAndEndWithoutTrace) {
   EXPECT_EQ(DrvSplStartPage(job), 1);
   EXPECT_EQ(DrvSplEndPage(job), 1);
   EXPECT_EQ(flagsOf(job), static_cast<std::uint32_t>(UmDriver::kInitialised));
-  EXPECT_FALSE(classes::fileExists(outputFile()));
+  EXPECT_FALSE(harness::fileExists(outputFile()));
 }
 
 TEST_F(SpoolerInterfaceTest, AbortOnlySetsItsFlag) {
@@ -190,7 +190,7 @@ TEST_F(SpoolerInterfaceTest, AbortOnlySetsItsFlag) {
   EXPECT_EQ(write(job, ", after"), 1);
   EXPECT_EQ(DrvSplStartPage(job), 1);
   EXPECT_EQ(DrvSplEndDoc(job), 1);
-  EXPECT_EQ(classes::bytesOf(outputFile()), "before, after");
+  EXPECT_EQ(harness::readFile(outputFile()), "before, after");
 }
 
 }  // namespace

@@ -129,7 +129,7 @@ TEST_F(UmDriverTest, PassedThroughBlocksDoNotCount) {
   ASSERT_TRUE(job.init(printer.handle(), 0, nullptr));
   EXPECT_TRUE(job.write(bytes("abc")));
   EXPECT_EQ(job.bytesWritten(), 0U);
-  EXPECT_FALSE(classes::fileExists(outputFile()));
+  EXPECT_FALSE(harness::fileExists(outputFile()));
 }
 
 TEST_F(UmDriverTest, TheEndResetsTheJob) {

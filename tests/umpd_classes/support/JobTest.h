@@ -5,8 +5,8 @@
 
 #include "harness/Printer.h"
 #include "harness/SettingsKey.h"
+#include "launcher/support/TemporaryFolder.h"
 #include "support/ClassTest.h"
-#include "support/TemporaryFolder.h"
 
 namespace quillpress::classes {
 
@@ -28,7 +28,7 @@ class JobTest : public ClassTest {
   // Begins a document in the spooler, which is given up at the end, and returns its job's id.
   [[nodiscard]] DWORD spool(std::wstring documentName) const;
 
-  const TemporaryFolder folder;
+  const harness::TemporaryFolder folder;
   const harness::Printer printer{{L"", L"\\\\server\\queue"}};
   const harness::SettingsKey settings = harness::SettingsKey::ofPrinter(printer.name());
   std::vector<Control> controls;

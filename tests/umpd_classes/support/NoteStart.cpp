@@ -28,11 +28,11 @@ void NoteStart::setExitCode(int code) {
 }
 
 bool NoteStart::hasRun() const {
-  return fileExists(folder_.file(L"note"));
+  return harness::fileExists(folder_.file(L"note"));
 }
 
 std::wstring NoteStart::line(int number) const {
-  const std::string bytes = bytesOf(folder_.file(L"note"));
+  const std::string bytes = harness::readFile(folder_.file(L"note"));
   std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
   std::memcpy(text.data(), bytes.data(), text.size() * sizeof(wchar_t));
   for (int i = 0; i < number; ++i) text.erase(0, text.find(L'\n') + 1);

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "support/TemporaryFolder.h"
+#include "launcher/support/TemporaryFolder.h"
 
 namespace quillpress::classes {
 
@@ -30,7 +30,7 @@ class NoteStart {
  private:
   [[nodiscard]] std::wstring line(int number) const;
 
-  TemporaryFolder folder_;
+  harness::TemporaryFolder folder_;
 };
 
 }  // namespace quillpress::classes

@@ -81,6 +81,7 @@ class UmDriver {
   [[nodiscard]] bool announce(bool showStatus);
   [[nodiscard]] bool startLauncher(const LauncherProxy& launcher);
   [[nodiscard]] bool createOutputFile();
+  void createVirtualizedFile();
   void finishSpooledJob();
   void handOver();
 

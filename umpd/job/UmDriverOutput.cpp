@@ -86,17 +86,20 @@ bool UmDriver::startLauncher(const LauncherProxy& launcher) {
 // way.
 bool UmDriver::createOutputFile() {
   if (outFile_.create(outputPath_)) return true;
-  if (isProtectedModeProcess()) {
-    const std::wstring path = virtualizedPath(outputPath_, applicationDataFolder());
-    if (!path.empty()) {
-      outputPath_ = fitting(path, kOutputPathSize);
-      outFile_.create(outputPath_);
-    }
-  }
+  const DWORD error = GetLastError();
+  if (isProtectedModeProcess()) createVirtualizedFile();
   if (outFile_.isBegun()) return true;
   trace("Error creating %ls\n", outputPath_.c_str());
+  SetLastError(error);
   showSystemErrorBox(outputPath_);
   return false;
+}
+
+void UmDriver::createVirtualizedFile() {
+  const std::wstring path = virtualizedPath(outputPath_, applicationDataFolder());
+  if (path.empty()) return;
+  outputPath_ = fitting(path, kOutputPathSize);
+  outFile_.create(outputPath_);
 }
 
 }  // namespace quillpress

@@ -14,9 +14,15 @@ TemporaryFolder::TemporaryFolder() {
   static int count = 0;
   std::array<wchar_t, MAX_PATH> temporary{};
   GetTempPathW(static_cast<DWORD>(temporary.size()), temporary.data());
-  path_ = std::wstring(temporary.data()) + L"quill" + std::to_wstring(GetCurrentProcessId()) + L"-" +
-          std::to_wstring(++count);
-  EXPECT_TRUE(CreateDirectoryW(path_.c_str(), nullptr)) << "error " << GetLastError();
+  const std::wstring start =
+      std::wstring(temporary.data()) + L"quill" + std::to_wstring(GetCurrentProcessId()) + L"-";
+  // A process of the same number may have left a folder behind.
+  bool isMade = false;
+  do {
+    path_ = start + std::to_wstring(++count);
+    isMade = CreateDirectoryW(path_.c_str(), nullptr) != 0;
+  } while (!isMade && GetLastError() == ERROR_ALREADY_EXISTS);
+  EXPECT_TRUE(isMade) << "error " << GetLastError();
 }
 
 TemporaryFolder::~TemporaryFolder() {

@@ -34,7 +34,7 @@ makePrefix() {
 # for some seconds, and the next program waits for its successor, up to 20 s. One that is started by hand stays; it
 # can only take the place of the first when that has gone.
 keepDesktop() {
-  while sleep 1; do wine explorer /desktop; done &
+  (while sleep 1; do wine explorer /desktop; done) < /dev/null > "$folder/desktop.log" 2>&1 &
   echo $! > "$folder/desktop"
 }
 
@@ -61,7 +61,7 @@ case $verb in
       cat "$folder/log"
       exit 1
     }
-    keepDesktop < /dev/null > "$folder/log" 2>&1
+    keepDesktop
     ;;
   run)
     usePrefix

@@ -2,40 +2,13 @@
 
 #include <array>
 
+#include "AddPrinter.h"
 #include "Check.h"
 #include "DriverLibrary.h"
 
 namespace {
 
 constexpr wchar_t kSettings[] = L"Software\\Quillpress\\";
-
-void addDriver(std::wstring name) {
-  std::wstring file = L"wineps.drv";
-  std::wstring dataType = L"RAW";
-  DRIVER_INFO_3W driver{};
-  driver.cVersion = 3;
-  driver.pName = name.data();
-  driver.pDriverPath = file.data();
-  driver.pDataFile = file.data();
-  driver.pConfigFile = file.data();
-  driver.pDefaultDataType = dataType.data();
-  check(AddPrinterDriverW(nullptr, 3, reinterpret_cast<BYTE*>(&driver)) != 0 ||
-            GetLastError() == ERROR_PRINTER_DRIVER_ALREADY_INSTALLED,
-        "AddPrinterDriver");
-}
-
-HANDLE addPrinter(std::wstring name, std::wstring driver) {
-  std::wstring port = L"FILE:";
-  std::wstring processor = L"winprint";
-  std::wstring dataType = L"RAW";
-  PRINTER_INFO_2W printer{};
-  printer.pPrinterName = name.data();
-  printer.pDriverName = driver.data();
-  printer.pPortName = port.data();
-  printer.pPrintProcessor = processor.data();
-  printer.pDatatype = dataType.data();
-  return AddPrinterW(nullptr, 2, reinterpret_cast<BYTE*>(&printer));
-}
 
 std::wstring temporaryFolder() {
   std::array<wchar_t, MAX_PATH> path{};
@@ -45,15 +18,10 @@ std::wstring temporaryFolder() {
 
 }  // namespace
 
-Printer::Printer() : name_(L"Quill bench " + std::to_wstring(GetCurrentProcessId())) {
-  const std::wstring driver = L"Tarnwick Quillpress";
-  addDriver(driver);
-  const HANDLE added = addPrinter(name_, driver);
-  check(added != nullptr, "AddPrinter");
-  ClosePrinter(added);
-  PRINTER_DEFAULTSW defaults{};
-  defaults.DesiredAccess = PRINTER_ALL_ACCESS;
-  check(OpenPrinterW(name_.data(), &handle_, &defaults) != 0, "OpenPrinter");
+Printer::Printer()
+    : name_(L"Quill bench " + std::to_wstring(GetCurrentProcessId())),
+      handle_(quillpress::testing::addPrinter(name_, L"Tarnwick Quillpress", L"FILE:")) {
+  check(handle_ != nullptr, "AddPrinter");
 
   // The first job of a printer makes its settings.
   const DriverLibrary library;

@@ -55,4 +55,9 @@ unsigned long handleCount() {
   return count;
 }
 
+void expectNoMoreHandlesThan(unsigned long before) {
+  for (int tries = 0; tries < 100 && handleCount() > before; ++tries) Sleep(10);
+  EXPECT_LE(handleCount(), before);
+}
+
 }  // namespace quillpress::harness

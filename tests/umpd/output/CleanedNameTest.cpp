@@ -1,6 +1,5 @@
 // How the name of a document becomes the name of its file.
 
-#include <ostream>
 #include <string>
 
 #include "output/NamingTest.h"
@@ -8,48 +7,40 @@
 namespace quillpress::harness {
 namespace {
 
-struct Name {
-  const wchar_t* document;
-  const wchar_t* file;
-};
-
-std::ostream& operator<<(std::ostream& out, const Name& name) {
-  return out << narrow(name.document);
-}
-
 using CleanedNameTest = NamingTest;
 
-class FileNameTest : public NamingTest, public ::testing::WithParamInterface<Name> {};
+using FileNameTest = NamedFileTest;
 
 TEST_P(FileNameTest, IsTheCleanedName) {
   EXPECT_EQ(place(GetParam().document), inFolder(GetParam().file));
 }
 
 INSTANTIATE_TEST_SUITE_P(Application, FileNameTest,
-                         ::testing::Values(Name{L"Microsoft Word - Report.doc", L"Report.pdf"},
-                                           Name{L"one-two-three", L"two-three.pdf"}, Name{L"-x", L"x.pdf"},
-                                           Name{L"a -    b", L"b.pdf"}, Name{L"a-\tb", L"_b.pdf"},
-                                           Name{L"Word -", L".pdf"}, Name{L"Word -   ", L".pdf"},
-                                           Name{L"  x", L"  x.pdf"}));
+                         ::testing::Values(NamedFile{L"Microsoft Word - Report.doc", L"Report.pdf"},
+                                           NamedFile{L"one-two-three", L"two-three.pdf"},
+                                           NamedFile{L"-x", L"x.pdf"}, NamedFile{L"a -    b", L"b.pdf"},
+                                           NamedFile{L"a-\tb", L"_b.pdf"}, NamedFile{L"Word -", L".pdf"},
+                                           NamedFile{L"Word -   ", L".pdf"}, NamedFile{L"  x", L"  x.pdf"}));
 
 INSTANTIATE_TEST_SUITE_P(Extension, FileNameTest,
-                         ::testing::Values(Name{L"notes.backup", L"notes.backup.pdf"},
-                                           Name{L"x.doc", L"x.pdf"}, Name{L"x.docx", L"x.docx.pdf"},
-                                           Name{L"x.c", L"x.pdf"}, Name{L"x.", L"x.pdf"},
-                                           Name{L"archive.tar.gz", L"archive.tar.pdf"},
-                                           Name{L"v1.2.longer", L"v1.2.longer.pdf"},
-                                           Name{L".doc", L".doc.pdf"}, Name{L"a.doc", L"a.pdf"},
-                                           Name{L"Word - .doc", L".doc.pdf"}, Name{L"x.PDF", L"x.pdf"}));
+                         ::testing::Values(NamedFile{L"notes.backup", L"notes.backup.pdf"},
+                                           NamedFile{L"x.doc", L"x.pdf"}, NamedFile{L"x.docx", L"x.docx.pdf"},
+                                           NamedFile{L"x.c", L"x.pdf"}, NamedFile{L"x.", L"x.pdf"},
+                                           NamedFile{L"archive.tar.gz", L"archive.tar.pdf"},
+                                           NamedFile{L"v1.2.longer", L"v1.2.longer.pdf"},
+                                           NamedFile{L".doc", L".doc.pdf"}, NamedFile{L"a.doc", L"a.pdf"},
+                                           NamedFile{L"Word - .doc", L".doc.pdf"},
+                                           NamedFile{L"x.PDF", L"x.pdf"}));
 
 INSTANTIATE_TEST_SUITE_P(Characters, FileNameTest,
-                         ::testing::Values(Name{L"C:\\a/b", L"C__a_b.pdf"},
-                                           Name{L"\\ / : * ? \" < > |", L"_ _ _ _ _ _ _ _ _.pdf"},
-                                           Name{L"+;='", L"____.pdf"},
-                                           Name{L",()[].$`@{}~!#()&_^ x", L",()[].$`@{}~!#()&_^ x.pdf"},
-                                           Name{L"\u00C9t\u00E9 \u00D7\u00F7\u00FF\u00C0",
-                                                L"\u00C9t\u00E9 \u00D7\u00F7\u00FF\u00C0.pdf"},
-                                           Name{L"\u00BF\u0100\u03A9\u2603\u4E2D", L"_____.pdf"},
-                                           Name{L"\U0001F600", L"__.pdf"}));
+                         ::testing::Values(NamedFile{L"C:\\a/b", L"C__a_b.pdf"},
+                                           NamedFile{L"\\ / : * ? \" < > |", L"_ _ _ _ _ _ _ _ _.pdf"},
+                                           NamedFile{L"+;='", L"____.pdf"},
+                                           NamedFile{L",()[].$`@{}~!#()&_^ x", L",()[].$`@{}~!#()&_^ x.pdf"},
+                                           NamedFile{L"\u00C9t\u00E9 \u00D7\u00F7\u00FF\u00C0",
+                                                     L"\u00C9t\u00E9 \u00D7\u00F7\u00FF\u00C0.pdf"},
+                                           NamedFile{L"\u00BF\u0100\u03A9\u2603\u4E2D", L"_____.pdf"},
+                                           NamedFile{L"\U0001F600", L"__.pdf"}));
 
 TEST_F(CleanedNameTest, HasEachCharacterAllowedOrReplaced) {
   keepDashes();

@@ -1,6 +1,5 @@
 // Escapes in the path of an output file.
 
-#include <ostream>
 #include <string>
 
 #include "output/NamingTest.h"
@@ -8,35 +7,28 @@
 namespace quillpress::harness {
 namespace {
 
-struct Name {
-  const wchar_t* document;
-  const wchar_t* file;
-};
-
-std::ostream& operator<<(std::ostream& out, const Name& name) {
-  return out << narrow(name.document);
-}
-
 using DecodingTest = NamingTest;
 
-class DecodedFileNameTest : public NamingTest, public ::testing::WithParamInterface<Name> {};
+using DecodedFileNameTest = NamedFileTest;
 
 TEST_P(DecodedFileNameTest, IsOnDisk) {
   EXPECT_EQ(place(GetParam().document), inFolder(GetParam().file));
 }
 
 INSTANTIATE_TEST_SUITE_P(Names, DecodedFileNameTest,
-                         ::testing::Values(Name{L"%41b", L"Ab.pdf"}, Name{L"a%20b", L"a b.pdf"},
-                                           Name{L"a%3Ab", L"a_b.pdf"}, Name{L"a%5Cb", L"a_b.pdf"},
-                                           Name{L"100%25", L"100%.pdf"}, Name{L"%%41", L"%A.pdf"},
-                                           Name{L"a%4gb", L"a_b.pdf"}, Name{L"caf%E9", L"caf\u00E9.pdf"}));
+                         ::testing::Values(NamedFile{L"%41b", L"Ab.pdf"}, NamedFile{L"a%20b", L"a b.pdf"},
+                                           NamedFile{L"a%3Ab", L"a_b.pdf"}, NamedFile{L"a%5Cb", L"a_b.pdf"},
+                                           NamedFile{L"100%25", L"100%.pdf"}, NamedFile{L"%%41", L"%A.pdf"},
+                                           NamedFile{L"a%4gb", L"a_b.pdf"},
+                                           NamedFile{L"caf%E9", L"caf\u00E9.pdf"}));
 
 // Cleaning comes first, and leaves nothing of them.
-INSTANTIATE_TEST_SUITE_P(Plus, DecodedFileNameTest, ::testing::Values(Name{L"a+b", L"a_b.pdf"}));
+INSTANTIATE_TEST_SUITE_P(Plus, DecodedFileNameTest, ::testing::Values(NamedFile{L"a+b", L"a_b.pdf"}));
 
 // The extension is a part of the path by then: a dot is no digit.
 INSTANTIATE_TEST_SUITE_P(Zero, DecodedFileNameTest,
-                         ::testing::Values(Name{L"a%zzb", L"a"}, Name{L"a%", L"a"}, Name{L"a%00b", L"a"}));
+                         ::testing::Values(NamedFile{L"a%zzb", L"a"}, NamedFile{L"a%", L"a"},
+                                           NamedFile{L"a%00b", L"a"}));
 
 TEST_F(DecodingTest, CoversTheFolder) {
   setFolder(inFolder(L"one+two%41"));

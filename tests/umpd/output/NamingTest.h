@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <ostream>
 #include <string>
 
 #include "harness/Driver.h"
@@ -52,6 +53,18 @@ class NamingTest : public DriverTest {
 
   std::wstring formerCurrentFolder_;
 };
+
+// What the name of a document becomes on disk.
+struct NamedFile {
+  const wchar_t* document;
+  const wchar_t* file;
+};
+
+inline std::ostream& operator<<(std::ostream& out, const NamedFile& name) {
+  return out << narrow(name.document);
+}
+
+class NamedFileTest : public NamingTest, public ::testing::WithParamInterface<NamedFile> {};
 
 // Whether `path` is `before`, a decimal number, and `after`.
 bool isNumbered(const std::wstring& path, const std::wstring& before, const std::wstring& after);

@@ -40,8 +40,8 @@ TEST_F(DocumentTitleTest, IsMissingWhenTheNameEndsInASeparator) {
 
 TEST_F(DocumentTitleTest, IsTheTitleOfTheSettingsUntouchedWhenThereIsOne) {
   settings.setNumber(L"DocInfoEnable", 1);
-  settings.setText(L"DocInfoTitle", L"Part 1/2 \\ draft");
-  EXPECT_EQ(title(L"Document"), L"Part 1/2 \\ draft");
+  settings.setText(L"DocInfoTitle", L"Half 1/2 \\ draft");
+  EXPECT_EQ(title(L"Document"), L"Half 1/2 \\ draft");
 }
 
 TEST_F(DocumentTitleTest, IsEscaped) {

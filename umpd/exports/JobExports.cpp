@@ -34,7 +34,7 @@ unsigned long QUILLPRESS_CALL DocStart(wchar_t* printerName) {
 
 unsigned long QUILLPRESS_CALL DocStart2K(void* printer, unsigned long jobId, wchar_t* printerName,
                                          wchar_t* documentName) {
-  trace("Printer handle=%p, jobId=%lu, printerName=[%ls], docName=[%ls]\n", printer, jobId, printerName,
+  trace(L"Printer handle=%d, jobId=%d, printerName=[%s], docName=[%s]\n", printer, jobId, printerName,
         documentName);
   return guarded(JobHandle{0}, [&]() -> JobHandle {
     auto job = std::make_unique<UmDriver2k>();

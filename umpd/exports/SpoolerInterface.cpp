@@ -11,11 +11,11 @@
 namespace quillpress {
 
 JobHandle DrvSplStartDoc(void* printer, unsigned long jobId) {
-  trace("DrvSplStartDoc hPrinter=%p\n", printer);
+  trace(L"DrvSplStartDoc hPrinter=%d\n", printer);
   return guarded(JobHandle{0}, [&]() -> JobHandle {
     auto job = std::make_unique<UmDriver>();
     if (!job->init(printer, jobId, nullptr)) {
-      trace("DrvSplStartDoc driver init failed\n");
+      trace(L"DrvSplStartDoc driver init failed\n");
       return 0;
     }
     return JobTable::add(std::move(job));
@@ -27,7 +27,7 @@ int DrvSplWritePrinter(JobHandle job, const void* bytes, unsigned long count, un
   UmDriver* const driver = validJob(job, "DrvSplWritePrinter - invalid parms");
   if (driver == nullptr) return 0;
   if (writeBlock(*driver, bytes, count)) return 1;
-  trace("DrvSplWritePrinter returning FALSE\n");
+  trace(L"DrvSplWritePrinter returning FALSE\n");
   return 0;
 }
 

@@ -6,6 +6,7 @@
 #include "win32/AnsiText.h"
 #include "win32/ErrorBox.h"
 #include "win32/Text.h"
+#include "win32/Trace.h"
 #include "win32/UserName.h"
 #include "win32/WindowsVersion.h"
 
@@ -118,6 +119,7 @@ void UmDriver::identifyDocument() {
     setDocumentName(readDocumentName(jobPrinter_, jobId_).value_or(std::wstring()));
     return;
   }
+  trace(L">getCurrentPrintJobDocName %s printer %d\n", settings_.naming().printerName.c_str(), queryPrinter_);
   const QueuedJob job = currentPrintJob(queryPrinter_);
   setDocumentName(job.documentName);
   if (jobId_ == 0) jobId_ = job.id;

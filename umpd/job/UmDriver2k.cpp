@@ -8,7 +8,7 @@
 namespace quillpress {
 
 bool UmDriver2k::init(HANDLE printer, DWORD jobId, const wchar_t* documentName) {
-  trace("> UmDriver2k::init %p\n", static_cast<void*>(this));
+  trace(L"> UmDriver2k::init %x\n", this);
   const NamedMutex::Lock lock(jobMutex());
   if (!lock) return false;
   setPrinter(printer, jobId);
@@ -22,8 +22,7 @@ bool UmDriver2k::init(HANDLE printer, DWORD jobId, const wchar_t* documentName) 
   runSetupProgramIfNeeded(printerName);
   loadSettings();
   setStateFlag(kInitialised);
-  trace("< UmDriver2k::init %p finishprintev = %d\n", static_cast<void*>(this),
-        settings().getInt(L"FinishPrintEv", 0));
+  trace(L"< UmDriver2k::init %x finishprintev = %d\n", this, settings().getInt(L"FinishPrintEv", 0));
   return true;
 }
 

@@ -20,10 +20,10 @@ void signalFinished() {
 }  // namespace
 
 bool UmDriver::endDoc() {
-  trace("> UmDriver::endDoc() %p\n", static_cast<void*>(this));
+  trace(L"> UmDriver::endDoc() %x\n", this);
   const NamedMutex::Lock lock(jobMutex_);
   if (!lock) return false;
-  trace("> UmDriver::inside mutex %p\n", static_cast<void*>(this));
+  trace(L"> UmDriver::inside mutex %x\n", this);
   if (doPrint_) settings_.setInt(L"DoPrint", 0);
   if (!passThrough_ && outFile_.isBegun()) {
     finishSpooledJob();
@@ -31,7 +31,7 @@ bool UmDriver::endDoc() {
   }
   reset();
   setStateFlag(kEnded);
-  trace("< UmDriver::endDoc() %p \n", static_cast<void*>(this));
+  trace(L"< UmDriver::endDoc() %x \n", this);
   return true;
 }
 
@@ -46,12 +46,12 @@ void UmDriver::finishSpooledJob() {
 
 void UmDriver::handOver() {
   const bool isFinishEventWanted = settings_.getInt(L"FinishPrintEv", 0) != 0;
-  trace("> finishPrintEv = %d\n", isFinishEventWanted ? 1 : 0);
+  trace(L"> finishPrintEv = %d\n", isFinishEventWanted ? 1 : 0);
   const std::wstring name = decodeDocumentName(documentName_);
   if (isFinishEventWanted) {
     settings_.setString(L"DocName", name);
     settings_.setString(L"lastfile", outputPath_);
-    trace("> UmDriver::endDoc() about to signal finished print\n");
+    trace(L"> UmDriver::endDoc() about to signal finished print\n");
     signalFinished();
     return;
   }

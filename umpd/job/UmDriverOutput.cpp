@@ -26,7 +26,7 @@ bool UmDriver::write(std::span<const std::byte> bytes) {
   if (passThrough_ && jobPrinter_ != nullptr) return writeToPrinter(bytes);
   if (!outFile_.isBegun() && !beginOutput()) return false;
   if (!outFile_.write(bytes)) {
-    trace("Error writing to %ls\n", outputPath_.c_str());
+    trace(L"Error writing to %s\n", outputPath_.c_str());
     return false;
   }
   bytesWritten_ += static_cast<std::uint32_t>(bytes.size());
@@ -45,7 +45,7 @@ bool UmDriver::beginOutput() {
   const bool isFinishEventWanted = settings_.getInt(L"FinishPrintEv", 0) != 0;
   // Who waits for the event shows the status itself.
   const bool showStatus = settings_.getInt(L"showPrintStatusWin", 1) != 0 && !isFinishEventWanted;
-  trace("umdriver::write showUserInerface = %d\n", showStatus ? 1 : 0);
+  trace(L"umdriver::write showUserInerface = %d\n", showStatus ? 1 : 0);
   if (!isFinishEventWanted && !announce(showStatus)) return false;
 
   std::optional<std::wstring> path =
@@ -72,7 +72,7 @@ bool UmDriver::startLauncher(const LauncherProxy& launcher) {
     showSystemErrorBox(L"Error:twsmsnd.exe is not running.  Please run it before printing to Quillpress.");
     return false;
   }
-  trace("Launcher not running, attempting to start it\n");
+  trace(L"Launcher not running, attempting to start it\n");
   for (int i = 0; i < kLauncherTries; ++i) {
     launcher.startLauncher();
     Sleep(kLauncherPauseMilliseconds);
@@ -89,7 +89,7 @@ bool UmDriver::createOutputFile() {
   const DWORD error = GetLastError();
   if (isProtectedModeProcess()) createVirtualizedFile();
   if (outFile_.isBegun()) return true;
-  trace("Error creating %ls\n", outputPath_.c_str());
+  trace(L"Error creating %s\n", outputPath_.c_str());
   SetLastError(error);
   showSystemErrorBox(outputPath_);
   return false;

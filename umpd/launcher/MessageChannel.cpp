@@ -18,14 +18,14 @@ bool MessageChannel::isReceiverReady() const {
 
 bool MessageChannel::openRecord() {
   if (section_.openOrCreate()) return true;
-  trace("Aquire failed\n");
+  trace(L"Aquire failed\n");
   return false;
 }
 
 bool MessageChannel::sendRecord() const {
   if (!section_.isOpen()) return false;
   if (!isReceiverReady()) {
-    trace("IPC sendMsg isReceiverReady failed\n");
+    trace(L"IPC sendMsg isReceiverReady failed\n");
     return false;
   }
   // It must exist before the receiver can want to set it.
@@ -40,7 +40,7 @@ bool MessageChannel::sendRecord() const {
     return false;
   }
   if (acknowledged.wait(waitMilliseconds_) == WAIT_TIMEOUT) {
-    trace("IPC sendMsg listen.block failed\n");
+    trace(L"IPC sendMsg listen.block failed\n");
     return false;
   }
   return true;

@@ -40,7 +40,7 @@ std::wstring randomPath(const std::wstring& folder, const NamingRules& rules, co
   std::wstring path;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     const std::wstring number = std::to_wstring(world.random());
-    trace("randstring [%ls]\n", number.c_str());
+    trace(L"randstring [%s]\n", number.c_str());
     path = folder + number + rules.extension;
     if (!world.exists(path)) break;
   }

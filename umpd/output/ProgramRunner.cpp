@@ -25,7 +25,7 @@ bool runProgram(const ProgramRun& run, unsigned long* exitCode) {
   std::wstring commandLine = run.commandLine;
   STARTUPINFOW startup = startupFor(run);
   PROCESS_INFORMATION process{};
-  trace("about to execute [%ls]\n", commandLine.c_str());
+  trace(L"about to execute [%s]\n", commandLine.c_str());
   if (CreateProcessW(run.application.c_str(), commandLine.data(), nullptr, nullptr, FALSE,
                      DETACHED_PROCESS | NORMAL_PRIORITY_CLASS, nullptr,
                      run.workingFolder.empty() ? nullptr : run.workingFolder.c_str(), &startup,

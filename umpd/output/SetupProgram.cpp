@@ -26,7 +26,7 @@ void runSetupProgramIfNeeded(const std::wstring& printerName) {
   if (!startsOldLauncher()) return;
   const std::optional<std::wstring> path = installedFile(L"twssetup.exe");
   if (!path) {
-    trace("execSetupProg getFilename failed\n");
+    trace(L"execSetupProg getFilename failed\n");
     return;
   }
   ProgramRun run;

@@ -43,7 +43,7 @@ bool UserRoot::openCurrentUser(REGSAM access) {
   if (open(access | KEY_CREATE_SUB_KEY, &key) == ERROR_SUCCESS || open(access, &key) == ERROR_SUCCESS) {
     owned_.reset(key);
   } else {
-    trace("getHKCU - 2 regOpenHKCU failed \n");
+    trace(L"getHKCU - 2 regOpenHKCU failed \n");
   }
   key_ = owned_.get();
   return true;
@@ -52,7 +52,7 @@ bool UserRoot::openCurrentUser(REGSAM access) {
 void UserRoot::openBySid(REGSAM access) {
   const std::wstring sid = userSidText();
   if (!sid.empty()) owned_ = openKey(HKEY_USERS, sid, access);
-  if (!owned_) trace("getHKCU - 1 RegOpenKeyEx failed \n");
+  if (!owned_) trace(L"getHKCU - 1 RegOpenKeyEx failed \n");
   key_ = owned_.get();
 }
 

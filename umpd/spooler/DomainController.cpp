@@ -35,7 +35,7 @@ void waitWhileOthersWork(DomainControllerRecord& record) {
   const DWORD start = GetTickCount();
   while (stateOf(record) == DomainControllerRecord::kWorking &&
          GetTickCount() - start < kPatienceMilliseconds) {
-    trace("Waiting for domain name cache\n");
+    trace(L"Waiting for domain name cache\n");
     Sleep(kPollMilliseconds);
   }
 }
@@ -65,7 +65,7 @@ std::wstring domainControllerName() {
   waitWhileOthersWork(record);
   const char state = stateOf(record);
   if (state != DomainControllerRecord::kWorking && state != DomainControllerRecord::kReady) {
-    trace("Working out domain controller name\n");
+    trace(L"Working out domain controller name\n");
     stateOf(record) = DomainControllerRecord::kWorking;
     stateOf(record) = askForName(record);
   }

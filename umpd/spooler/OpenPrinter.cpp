@@ -16,7 +16,7 @@ PrinterHandle openPrinter(const std::wstring& printerName, DWORD access) {
     // Nobody says that a failed call leaves the handle alone.
     static_cast<void>(printer.release());
     if (kIsTraceOn)
-      trace("OpenPrinter(%ls) failed - %ls\n", name.c_str(), systemMessage(GetLastError()).c_str());
+      trace(L"OpenPrinter(%s) failed - %s\n", name.c_str(), systemMessage(GetLastError()).c_str());
   }
   return printer;
 }

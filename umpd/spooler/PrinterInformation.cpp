@@ -10,22 +10,22 @@ namespace quillpress {
 const PRINTER_INFO_2A* PrinterInformation::read(HANDLE printer) {
   buffer_.clear();
   if (printer == nullptr) {
-    trace("readPrinterInfo2 - No printer handle");
+    trace(L"readPrinterInfo2 - No printer handle");
     return nullptr;
   }
   DWORD needed = 0;
   GetPrinterA(printer, 2, nullptr, 0, &needed);
   if (needed < sizeof(PRINTER_INFO_2A)) {
     if (kIsTraceOn)
-      trace("getPrinter failed: %ls, bytes needed=%lu\n", systemMessage(GetLastError()).c_str(), needed);
+      trace(L"getPrinter failed: %s, bytes needed=%d\n", systemMessage(GetLastError()).c_str(), needed);
     return nullptr;
   }
   if (!tryResize(buffer_, needed)) {
-    trace("readPrinterInfo2 - malloc failed");
+    trace(L"readPrinterInfo2 - malloc failed");
     return nullptr;
   }
   if (GetPrinterA(printer, 2, buffer_.data(), needed, &needed) == 0) {
-    trace("readPrinterInfo2-failure to access the printer");
+    trace(L"readPrinterInfo2-failure to access the printer");
     return nullptr;
   }
   return reinterpret_cast<const PRINTER_INFO_2A*>(buffer_.data());

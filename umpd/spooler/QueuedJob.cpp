@@ -9,22 +9,22 @@ namespace {
 
 struct BadStatus {
   std::uint32_t bit;
-  const char* message;
+  const wchar_t* message;
 };
 
 constexpr BadStatus kBadStatuses[] = {
-    {0x2, "Error Status\n"},     {0x20, "Offline Status\n"}, {0x40, "Paperout Status\n"},
-    {0x200, "Blocked Status\n"}, {0x1, "Paused Status\n"},
+    {0x2, L"Error Status\n"},     {0x20, L"Offline Status\n"}, {0x40, L"Paperout Status\n"},
+    {0x200, L"Blocked Status\n"}, {0x1, L"Paused Status\n"},
 };
 
 constexpr std::uint32_t kDeleting = 0x4;
 
 bool isStatusOk(std::uint32_t status) {
-  if ((status & kDeleting) != 0) trace("Deleting Status\n");
+  if ((status & kDeleting) != 0) trace(L"Deleting Status\n");
   bool ok = true;
   for (const BadStatus& bad : kBadStatuses) {
     if ((status & bad.bit) == 0) continue;
-    trace("%s", bad.message);
+    trace(bad.message);
     ok = false;
   }
   return ok;

@@ -2,9 +2,9 @@
 
 namespace quillpress {
 
-// The diagnostic trace of the front end, in the manner of printf (%ls for wide texts). It is compiled
-// silent; to follow a job, give the function a body and set the constant.
+// The diagnostic trace of the front end, in the manner of wprintf on Windows: %s is a wide text. It is
+// compiled silent; to follow a job, give the function a body and set the constant.
 inline constexpr bool kIsTraceOn = false;
-[[gnu::format(printf, 1, 2)]] inline void trace(const char* /*format*/, ...) {}
+inline void trace(const wchar_t* /*format*/, ...) {}
 
 }  // namespace quillpress

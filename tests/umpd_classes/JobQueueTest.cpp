@@ -8,12 +8,8 @@ namespace {
 // A document that the spooler is receiving.
 class OpenDocument {
  public:
-  OpenDocument(const harness::Printer& printer, std::wstring name) : printer_(printer.handle()) {
-    wchar_t dataType[] = L"RAW";
-    DOC_INFO_1W document{name.data(), nullptr, dataType};
-    id_ = StartDocPrinterW(printer_, 1, reinterpret_cast<BYTE*>(&document));
-    EXPECT_NE(id_, 0U) << "error " << GetLastError();
-  }
+  OpenDocument(const harness::Printer& printer, const std::wstring& name)
+      : printer_(printer.handle()), id_(printer.beginDocument(name)) {}
   ~OpenDocument() { AbortPrinter(printer_); }
   OpenDocument(const OpenDocument&) = delete;
   OpenDocument& operator=(const OpenDocument&) = delete;
@@ -22,7 +18,7 @@ class OpenDocument {
 
  private:
   HANDLE printer_;
-  DWORD id_ = 0;
+  DWORD id_;
 };
 
 class JobQueueTest : public classes::ClassTest {

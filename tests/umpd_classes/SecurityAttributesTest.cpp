@@ -1,6 +1,6 @@
-#include <cstring>
 #include <vector>
 
+#include "launcher/support/ObjectSecurity.h"
 #include "support/ClassTest.h"
 #include "win32/NamedEvent.h"
 #include "win32/NamedMutex.h"
@@ -11,48 +11,17 @@
 namespace quillpress {
 namespace {
 
-constexpr SECURITY_INFORMATION kLabelInformation = 0x10;
-constexpr BYTE kLabelEntry = 0x11;
-constexpr DWORD kNoWriteUp = 1;
-
-// A security descriptor of a kernel object, as Windows hands it out.
-std::vector<BYTE> descriptorOf(HANDLE object, SECURITY_INFORMATION information) {
-  DWORD size = 0;
-  GetKernelObjectSecurity(object, information, nullptr, 0, &size);
-  std::vector<BYTE> descriptor(size);
-  EXPECT_TRUE(GetKernelObjectSecurity(object, information, descriptor.data(), size, &size));
-  return descriptor;
-}
-
 // A list that is present but null.
 bool isOpenToEverybody(HANDLE object) {
-  std::vector<BYTE> descriptor = descriptorOf(object, DACL_SECURITY_INFORMATION);
-  BOOL present = FALSE;
-  BOOL defaulted = FALSE;
-  ACL* list = nullptr;
-  EXPECT_TRUE(GetSecurityDescriptorDacl(descriptor.data(), &present, &list, &defaulted));
-  return present != FALSE && list == nullptr;
+  return harness::securityOf(object).isListNull;
 }
 
-// Whether the object carries the label of the low level, without write-up, and no other entry.
+// The label of the low level, without write-up.
 bool hasLowLabel(HANDLE object) {
-  std::vector<BYTE> descriptor = descriptorOf(object, kLabelInformation);
-  BOOL present = FALSE;
-  BOOL defaulted = FALSE;
-  ACL* list = nullptr;
-  EXPECT_TRUE(GetSecurityDescriptorSacl(descriptor.data(), &present, &list, &defaulted));
-  if (present == FALSE || list == nullptr || list->AceCount == 0) return false;
-  void* first = nullptr;
-  EXPECT_TRUE(GetAce(list, 0, &first));
-  ACCESS_ALLOWED_ACE entry{};  // the label's entry has the same shape
-  std::memcpy(&entry, first, sizeof entry);
-  PSID sid = static_cast<BYTE*>(first) + offsetof(ACCESS_ALLOWED_ACE, SidStart);
-  EXPECT_EQ(list->AceCount, 1);
-  EXPECT_EQ(entry.Header.AceType, kLabelEntry);
-  EXPECT_EQ(entry.Header.AceFlags, 0);
-  EXPECT_EQ(entry.Mask, kNoWriteUp);
-  EXPECT_EQ(GetSidIdentifierAuthority(sid)->Value[5], 16);
-  EXPECT_EQ(*GetSidSubAuthority(sid, 0), 0x1000U);
+  const harness::ObjectSecurity security = harness::securityOf(object);
+  if (!security.label) return false;
+  EXPECT_EQ(security.label, harness::kLowIntegrity);
+  EXPECT_EQ(security.labelPolicy, harness::kNoWriteUp);
   return true;
 }
 

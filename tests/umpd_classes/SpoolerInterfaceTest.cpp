@@ -56,7 +56,7 @@ TEST_F(SpoolerInterfaceTest, StartDocGivesAnInitialisedJob) {
 }
 
 TEST_F(SpoolerInterfaceTest, StartDocKnowsTheSpoolersJob) {
-  const DWORD id = spool(L"Report");
+  const DWORD id = printer.beginDocument(L"Report");
   const UmDriver* driver = JobTable::find(start(id));
   ASSERT_NE(driver, nullptr);
   EXPECT_EQ(driver->jobId(), id);
@@ -124,7 +124,7 @@ TEST_F(SpoolerInterfaceTest, AfterAFailedBlockEveryOtherFails) {
 }
 
 TEST_F(SpoolerInterfaceTest, EndDocLeavesTheJobToBeClosed) {
-  const JobHandle job = start(spool(L"Report"));
+  const JobHandle job = start(printer.beginDocument(L"Report"));
   EXPECT_EQ(write(job, "abc"), 1);
   EXPECT_EQ(DrvSplEndDoc(job), 1);
   EXPECT_EQ(flagsOf(job), static_cast<std::uint32_t>(UmDriver::kEnded));
@@ -166,7 +166,7 @@ TEST_F(SpoolerInterfaceTest, AClosedJobIsInvalidForAll) {
 
 TEST_F(SpoolerInterfaceTest, ClosingARunningJobLeavesItsFileAndTellsNobody) {
   const KernelHandle finished(CreateEventW(nullptr, FALSE, FALSE, L"Local\\FinishPrintEv"));
-  const JobHandle job = start(spool(L"Report"));
+  const JobHandle job = start(printer.beginDocument(L"Report"));
   EXPECT_EQ(write(job, "abc"), 1);
   EXPECT_EQ(close(), 1);
   EXPECT_EQ(harness::readFile(outputFile()), "abc");

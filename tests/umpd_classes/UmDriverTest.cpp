@@ -65,7 +65,7 @@ TEST_F(UmDriverTest, TheMutexIsTheMachines) {
 }
 
 TEST_F(UmDriverTest, InitReadsWhatTheSpoolerKnows) {
-  const DWORD id = spool(L"Report");
+  const DWORD id = printer.beginDocument(L"Report");
   UmDriver job;
   ASSERT_TRUE(job.init(printer.handle(), id, nullptr));
   EXPECT_EQ(job.stateFlags(), 1U);
@@ -134,7 +134,7 @@ TEST_F(UmDriverTest, PassedThroughBlocksDoNotCount) {
 
 TEST_F(UmDriverTest, TheEndResetsTheJob) {
   UmDriver job;
-  ASSERT_TRUE(job.init(printer.handle(), spool(L"Report"), nullptr));
+  ASSERT_TRUE(job.init(printer.handle(), printer.beginDocument(L"Report"), nullptr));
   EXPECT_TRUE(job.write(bytes("abc")));
   job.setStateFlag(UmDriver::kAborted);
   EXPECT_TRUE(job.endDoc());
@@ -144,7 +144,7 @@ TEST_F(UmDriverTest, TheEndResetsTheJob) {
 
 TEST_F(UmDriverTest, SoDoesTheEndOfAnEmptyJobAndOfAPassedOne) {
   UmDriver empty;
-  ASSERT_TRUE(empty.init(printer.handle(), spool(L"Report"), nullptr));
+  ASSERT_TRUE(empty.init(printer.handle(), printer.beginDocument(L"Report"), nullptr));
   EXPECT_TRUE(empty.endDoc());
   EXPECT_EQ(empty.stateFlags(), 2U);
   expectReset(empty);
@@ -241,7 +241,7 @@ TEST_F(UmDriverTest, ANewerJobFailsWithoutThePrintersName) {
 
 TEST_F(UmDriverTest, ANewerJobTakesItsDocumentsNameAsGiven) {
   UmDriver2k job;
-  ASSERT_TRUE(job.init(printer.handle(), spool(L"The spooler's"), L"The caller's"));
+  ASSERT_TRUE(job.init(printer.handle(), printer.beginDocument(L"The spooler's"), L"The caller's"));
   EXPECT_EQ(job.documentName(), L"The caller's");
   UmDriver2k nameless;
   ASSERT_TRUE(nameless.init(printer.handle(), 1, nullptr));

@@ -20,6 +20,14 @@ Printer::~Printer() {
   SettingsKey::ofPrinter(name_).removeTree();
 }
 
+DWORD Printer::beginDocument(std::wstring documentName) const {
+  wchar_t dataType[] = L"RAW";
+  DOC_INFO_1W document{documentName.data(), nullptr, dataType};
+  const DWORD job = StartDocPrinterW(handle_, 1, reinterpret_cast<BYTE*>(&document));
+  EXPECT_NE(job, 0U) << "error " << GetLastError();
+  return job;
+}
+
 std::wstring Printer::newName() {
   static int count = 0;
   return L"Quill " + std::to_wstring(GetCurrentProcessId()) + L"." + std::to_wstring(++count);

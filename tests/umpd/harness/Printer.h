@@ -28,6 +28,9 @@ class Printer {
   [[nodiscard]] HANDLE handle() const { return handle_; }
   [[nodiscard]] const std::wstring& name() const { return name_; }
 
+  // Has the spooler receive a document; returns its job.
+  [[nodiscard]] DWORD beginDocument(std::wstring documentName) const;
+
   // A name that no printer has yet.
   static std::wstring newName();
 

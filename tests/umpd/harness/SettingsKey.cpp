@@ -32,6 +32,20 @@ class OpenKey {
 
 constexpr DWORD kLongestName = 16384;
 
+// What RegEnumValueW or RegEnumKeyExW lists.
+template <typename Enumerate>
+std::vector<std::wstring> listNames(const OpenKey& key, Enumerate enumerate) {
+  std::vector<std::wstring> names;
+  std::wstring name(kLongestName, L'\0');
+  DWORD length = kLongestName;
+  for (DWORD i = 0; key.get() != nullptr && enumerate(key.get(), i, name.data(), &length, nullptr, nullptr,
+                                                      nullptr, nullptr) == ERROR_SUCCESS;
+       ++i, length = kLongestName) {
+    names.push_back(name.substr(0, length));
+  }
+  return names;
+}
+
 void removeTreeBelow(HKEY root, const std::wstring& path) {
   for (const std::wstring& name : SettingsKey(root, path).subkeys()) {
     removeTreeBelow(root, path + L"\\" + name);
@@ -56,29 +70,11 @@ bool SettingsKey::exists() const {
 }
 
 std::vector<std::wstring> SettingsKey::names() const {
-  const OpenKey key(root_, path_, KEY_READ);
-  std::vector<std::wstring> names;
-  std::wstring name(kLongestName, L'\0');
-  DWORD length = kLongestName;
-  for (DWORD i = 0; key.get() != nullptr && RegEnumValueW(key.get(), i, name.data(), &length, nullptr,
-                                                          nullptr, nullptr, nullptr) == ERROR_SUCCESS;
-       ++i, length = kLongestName) {
-    names.push_back(name.substr(0, length));
-  }
-  return names;
+  return listNames(OpenKey(root_, path_, KEY_READ), RegEnumValueW);
 }
 
 std::vector<std::wstring> SettingsKey::subkeys() const {
-  const OpenKey key(root_, path_, KEY_READ);
-  std::vector<std::wstring> names;
-  std::wstring name(kLongestName, L'\0');
-  DWORD length = kLongestName;
-  for (DWORD i = 0; key.get() != nullptr && RegEnumKeyExW(key.get(), i, name.data(), &length, nullptr,
-                                                          nullptr, nullptr, nullptr) == ERROR_SUCCESS;
-       ++i, length = kLongestName) {
-    names.push_back(name.substr(0, length));
-  }
-  return names;
+  return listNames(OpenKey(root_, path_, KEY_READ), RegEnumKeyExW);
 }
 
 std::optional<DWORD> SettingsKey::number(const std::wstring& name) const {

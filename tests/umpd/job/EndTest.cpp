@@ -47,10 +47,7 @@ TEST_F(EndTest, RemovesAJobOfTheRealSpooler) {
     isRemoved = ::SetJobW(handle, id, level, data, command);
     return isRemoved;
   });
-  std::wstring name = L"Document";
-  std::wstring dataType = L"RAW";
-  DOC_INFO_1W document{name.data(), nullptr, dataType.data()};
-  const DWORD id = StartDocPrinterW(printer.handle(), 1, reinterpret_cast<BYTE*>(&document));
+  const DWORD id = printer.beginDocument(L"Document");
   ASSERT_NE(id, 0U);
   Job job(library, printer, L"Document", id);
   EXPECT_EQ(job.write("x"), 1);

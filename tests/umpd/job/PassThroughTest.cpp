@@ -138,10 +138,7 @@ TEST_F(PassThroughTest, FailsOutsideADocumentOfTheSpooler) {
 }
 
 TEST_F(PassThroughTest, FillsADocumentOfTheSpooler) {
-  std::wstring name = L"Document";
-  std::wstring dataType = L"RAW";
-  DOC_INFO_1W document{name.data(), nullptr, dataType.data()};
-  const DWORD id = StartDocPrinterW(printer.handle(), 1, reinterpret_cast<BYTE*>(&document));
+  const DWORD id = printer.beginDocument(L"Document");
   ASSERT_NE(id, 0U);
   Job job(library, printer, L"Document", id);
   EXPECT_EQ(job.write("one"), 1);

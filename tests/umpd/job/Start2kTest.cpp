@@ -1,5 +1,6 @@
 // How a job begins by the handle of its printer.
 
+#include "harness/PrinterName.h"
 #include "job/JobTest.h"
 
 namespace quillpress::harness {
@@ -29,13 +30,7 @@ TEST_F(Start2kTest, OnAPrinterWithoutInformationShowsABoxAndGivesNoJob) {
 }
 
 TEST_F(Start2kTest, OnAPrinterThatTellsNoNameShowsABoxAndGivesNoJob) {
-  library.replace("GetPrinterA",
-                  [](HANDLE handle, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed) -> BOOL {
-                    if (!::GetPrinterA(handle, level, buffer, size, needed)) return FALSE;
-                    static char empty[] = "";
-                    reinterpret_cast<PRINTER_INFO_2A*>(buffer)->pPrinterName = empty;
-                    return TRUE;
-                  });
+  pretendPrinterName(library, "");
   EXPECT_EQ(Job(library, printer).handle(), 0U);
   expectErrorBox(L"umpd - Could not retrieve printer info");
 }

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <vector>
 
+#include "harness/PrinterName.h"
 #include "job/JobTest.h"
 
 namespace quillpress::harness {
@@ -83,13 +84,7 @@ TEST_F(StartTest, OnAPrinterWithoutInformationShowsABoxAndGivesNoJob) {
 }
 
 TEST_F(StartTest, OnAPrinterThatTellsNoNameShowsABoxAndGivesNoJob) {
-  library.replace("GetPrinterA",
-                  [](HANDLE handle, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed) -> BOOL {
-                    if (!::GetPrinterA(handle, level, buffer, size, needed)) return FALSE;
-                    static char empty[] = "";
-                    reinterpret_cast<PRINTER_INFO_2A*>(buffer)->pPrinterName = empty;
-                    return TRUE;
-                  });
+  pretendPrinterName(library, "");
   EXPECT_EQ(Job(library, printer.name()).handle(), 0U);
   EXPECT_EQ(boxes.takeOne().text.find(L"umpd - Could not retrieve printer info - handle ["), 0U);
 }

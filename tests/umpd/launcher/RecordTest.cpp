@@ -1,10 +1,10 @@
 // The bytes that the launcher finds in the shared memory.
 
-#include <algorithm>
 #include <array>
 #include <string>
 #include <vector>
 
+#include "harness/PrinterName.h"
 #include "launcher/support/HandOverTest.h"
 
 namespace quillpress::harness {
@@ -32,22 +32,6 @@ class RecordTest : public HandOverTest {
 
   [[nodiscard]] std::string printerName() const { return narrow(printer.name()); }
   [[nodiscard]] std::string pathOf(const std::wstring& name) const { return narrow(folder.file(name)); }
-
-  // Has the spooler tell this name of the printer.
-  void nameThePrinter(const std::string& name) {
-    library.replace(
-        "GetPrinterA", [name](HANDLE handle, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed) -> BOOL {
-          const auto extra = static_cast<DWORD>(name.size()) + 1;
-          const DWORD left = size > extra ? size - extra : 0;
-          const BOOL done = ::GetPrinterA(handle, level, left > 0 ? buffer : nullptr, left, needed);
-          *needed += extra;
-          if (done == 0) return FALSE;
-          char* copy = reinterpret_cast<char*>(buffer) + left;
-          std::copy_n(name.c_str(), extra, copy);
-          reinterpret_cast<PRINTER_INFO_2A*>(buffer)->pPrinterName = copy;
-          return TRUE;
-        });
-  }
 };
 
 TEST_F(RecordTest, StartPrintWritesTheCommandAndThePrinterNameOnly) {
@@ -151,7 +135,7 @@ TEST_F(RecordTest, APrinterNameIsCutAtItsFieldsEnd) {
   for (const std::size_t length : {258U, 259U, 260U, 300U, 1000U}) {
     std::string name(length, 'p');
     name.back() = '!';
-    nameThePrinter(name);
+    pretendPrinterName(library, name);
     const Records records = printAndTake(L"Document");
     const std::string expected = padded(name.substr(0, 259), field::kPrinterName);
     EXPECT_EQ(bytesOf(records.start, field::kPrinterName), expected) << length;

@@ -26,14 +26,6 @@ class RoadTest : public DriverTest {
     return readFile(folder.file(L"spooled"));
   }
 
-  // A job that the spooler knows.
-  [[nodiscard]] DWORD spoolJob() const {
-    std::wstring name = L"Program - Drawing";
-    std::wstring dataType = L"RAW";
-    DOC_INFO_1W document{name.data(), nullptr, dataType.data()};
-    return StartDocPrinterW(printer.handle(), 1, reinterpret_cast<BYTE*>(&document));
-  }
-
   const TemporaryFolder folder;
   // Wine's spooler makes an empty file of this name when a job of the spooler ends.
   const Printer printer{{.name = L"", .port = folder.file(L"port")}};
@@ -61,7 +53,7 @@ std::string part(const std::string& job, const std::string& from, const std::str
 TEST_F(RoadTest, WhatAProgramDrawsArrivesAtTheLauncherByteForByte) {
   const std::string bytes = printedBytes();
   ASSERT_EQ(bytes.substr(0, 4), "%!PS");
-  const DWORD id = spoolJob();
+  const DWORD id = printer.beginDocument(L"Program - Drawing");
   ASSERT_NE(id, 0U);
   for (const std::size_t blockSize : {std::size_t{100000}, std::size_t{4096}, std::size_t{77}}) {
     Job job(library, printer, L"Program - Drawing", id);
@@ -83,7 +75,7 @@ TEST_F(RoadTest, WhatAProgramDrawsArrivesAtTheLauncherByteForByte) {
 }
 
 TEST_F(RoadTest, EachJobHasAFileOfItsOwn) {
-  const DWORD id = spoolJob();
+  const DWORD id = printer.beginDocument(L"Program - Drawing");
   std::vector<std::wstring> files;
   for (const std::string bytes : {"first", "second"}) {
     Job job(library, printer, L"Program - Drawing", id);
@@ -99,7 +91,7 @@ TEST_F(RoadTest, EachJobHasAFileOfItsOwn) {
 
 TEST_F(RoadTest, TheFileOfTheLauncherBecomesPageContent) {
   const std::string bytes = printedBytes();
-  Job job(library, printer, L"Program - Drawing", spoolJob());
+  Job job(library, printer, L"Program - Drawing", printer.beginDocument(L"Program - Drawing"));
   EXPECT_EQ(job.write(bytes), 1);
   EXPECT_EQ(job.end(), 1);
   const std::string file = readFile(launcher.lines().back()[2]);

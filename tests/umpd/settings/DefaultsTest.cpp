@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "harness/PrinterName.h"
 #include "harness/RegistryWrites.h"
 #include "settings/SettingsTest.h"
 #include "settings/ShellFolders.h"
@@ -197,13 +198,7 @@ TEST_F(DefaultsTest, TakeTheIniFileAlsoWhenItDoesNotOverride) {
 
 // Unlike the override, which looks for the name of the key.
 TEST_F(DefaultsTest, TakeTheIniSectionByTheNameOfThePrinterAsItStands) {
-  library.replace("GetPrinterA",
-                  [](HANDLE handle, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed) -> BOOL {
-                    static char name[] = "\\\\server\\queue";
-                    if (!::GetPrinterA(handle, level, buffer, size, needed)) return FALSE;
-                    reinterpret_cast<PRINTER_INFO_2A*>(buffer)->pPrinterName = name;
-                    return TRUE;
-                  });
+  pretendPrinterName(library, "\\\\server\\queue");
   const SettingsKey networkKey = SettingsKey::ofPrinter(L"\\\\server\\queue");
   networkKey.removeTree();
   folder.writeIni("[\\\\server\\queue]\nimageDPI=600\n[,,server,queue]\nresIndex=9\n");

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "harness/PrinterName.h"
 #include "harness/RegistryWrites.h"
 #include "settings/SettingsTest.h"
 
@@ -99,13 +100,7 @@ TEST_F(IniOverrideTest, LeavesOtherPrintersSectionsAlone) {
 }
 
 TEST_F(IniOverrideTest, FindsTheSectionOfANetworkPrinterByCommas) {
-  library.replace("GetPrinterA",
-                  [](HANDLE handle, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed) -> BOOL {
-                    static char name[] = "\\\\server\\queue";
-                    if (!::GetPrinterA(handle, level, buffer, size, needed)) return FALSE;
-                    reinterpret_cast<PRINTER_INFO_2A*>(buffer)->pPrinterName = name;
-                    return TRUE;
-                  });
+  pretendPrinterName(library, "\\\\server\\queue");
   const SettingsKey networkKey = SettingsKey::ofPrinter(L"\\\\server\\queue");
   networkKey.setText(L"in use", L"yes");
   override("[,,server,queue]\nimageDPI=600\n[\\\\server\\queue]\nresIndex=9\n");

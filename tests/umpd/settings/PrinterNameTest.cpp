@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "harness/PrinterName.h"
 #include "settings/SettingsTest.h"
 
 namespace quillpress::harness {
@@ -21,16 +22,6 @@ class PrinterNameTest : public SettingsTest {
   std::wstring markOfJob(const std::wstring& name) {
     const Job job(library, name);
     return job.handle() == 0 ? L"(no job)" : job.text(L"mark");
-  }
-
-  // Has the spooler call the printer, which Wine names by plain names only, like this.
-  void callPrinter(const char* name) {
-    library.replace("GetPrinterA",
-                    [name](HANDLE handle, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed) -> BOOL {
-                      if (!::GetPrinterA(handle, level, buffer, size, needed)) return FALSE;
-                      reinterpret_cast<PRINTER_INFO_2A*>(buffer)->pPrinterName = const_cast<char*>(name);
-                      return TRUE;
-                    });
   }
 };
 
@@ -123,7 +114,7 @@ TEST_F(PrinterNameTest, AHandlesPrinterIsNamedByTheSpooler) {
 }
 
 TEST_F(PrinterNameTest, AHandlesPrinterOnTheNetworkHasItsKeyWithCommas) {
-  callPrinter("\\\\server\\queue");
+  pretendPrinterName(library, "\\\\server\\queue");
   const SettingsKey keyWithCommas(HKEY_CURRENT_USER, L"Software\\Quillpress\\,,server,queue");
   keyWithCommas.setText(L"mark", L"the network printer's");
   EXPECT_EQ(Job(library, printer).text(L"mark"), L"the network printer's");
@@ -132,12 +123,12 @@ TEST_F(PrinterNameTest, AHandlesPrinterOnTheNetworkHasItsKeyWithCommas) {
 TEST_F(PrinterNameTest, AHandlesPrinterOnTheNetworkIsLookedForOnThePorts) {
   const Printer onPort({.port = kPort});
   mark(onPort);
-  callPrinter("\\\\server\\queue");
+  pretendPrinterName(library, "\\\\server\\queue");
   EXPECT_EQ(Job(library, printer).text(L"mark"), onPort.name());
 }
 
 TEST_F(PrinterNameTest, ABackslashInsideANameIsACommaInTheKey) {
-  callPrinter("a\\b");
+  pretendPrinterName(library, "a\\b");
   const SettingsKey keyWithComma(HKEY_CURRENT_USER, L"Software\\Quillpress\\a,b");
   keyWithComma.setText(L"mark", L"a,b");
   EXPECT_EQ(Job(library, printer).text(L"mark"), L"a,b");

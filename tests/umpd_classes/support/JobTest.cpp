@@ -18,12 +18,4 @@ JobTest::~JobTest() {
   AbortPrinter(printer.handle());
 }
 
-DWORD JobTest::spool(std::wstring documentName) const {
-  wchar_t dataType[] = L"RAW";
-  DOC_INFO_1W document{documentName.data(), nullptr, dataType};
-  const DWORD id = StartDocPrinterW(printer.handle(), 1, reinterpret_cast<BYTE*>(&document));
-  EXPECT_NE(id, 0U) << "error " << GetLastError();
-  return id;
-}
-
 }  // namespace quillpress::classes

@@ -25,9 +25,6 @@ class JobTest : public ClassTest {
 
   [[nodiscard]] std::wstring outputFile() const { return folder.file(L"out.pdf"); }
 
-  // Begins a document in the spooler, which is given up at the end, and returns its job's id.
-  [[nodiscard]] DWORD spool(std::wstring documentName) const;
-
   const harness::TemporaryFolder folder;
   const harness::Printer printer{{L"", L"\\\\server\\queue"}};
   const harness::SettingsKey settings = harness::SettingsKey::ofPrinter(printer.name());

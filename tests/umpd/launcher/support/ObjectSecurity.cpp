@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstring>
 #include <vector>
 
 namespace quillpress::harness {
@@ -10,6 +12,7 @@ namespace {
 // From Windows Vista on; the headers for Windows 2000 lack them.
 constexpr SECURITY_INFORMATION kLabelInformation = 0x10;
 constexpr BYTE kMandatoryLabelAce = 0x11;
+constexpr BYTE kMandatoryLabelAuthority = 16;
 
 std::vector<BYTE> descriptorOf(HANDLE object, SECURITY_INFORMATION information) {
   DWORD size = 0;
@@ -36,16 +39,18 @@ ObjectSecurity securityOf(HANDLE object) {
   descriptor = descriptorOf(object, kLabelInformation);
   list = nullptr;
   EXPECT_TRUE(GetSecurityDescriptorSacl(descriptor.data(), &present, &list, &defaulted));
-  if (present == FALSE || list == nullptr) return security;
-  for (DWORD index = 0; index < list->AceCount; ++index) {
-    void* found = nullptr;
-    GetAce(list, index, &found);
-    const auto* ace = static_cast<const ACCESS_ALLOWED_ACE*>(found);
-    if (ace->Header.AceType != kMandatoryLabelAce) continue;
-    auto* identifier = const_cast<DWORD*>(&ace->SidStart);
-    security.label = *GetSidSubAuthority(identifier, 0);
-    security.labelPolicy = ace->Mask;
-  }
+  if (present == FALSE || list == nullptr || list->AceCount == 0) return security;
+  EXPECT_EQ(list->AceCount, 1);
+  void* first = nullptr;
+  EXPECT_TRUE(GetAce(list, 0, &first));
+  ACCESS_ALLOWED_ACE entry{};  // the label's entry has the same shape
+  std::memcpy(&entry, first, sizeof entry);
+  EXPECT_EQ(entry.Header.AceType, kMandatoryLabelAce);
+  EXPECT_EQ(entry.Header.AceFlags, 0);
+  PSID sid = static_cast<BYTE*>(first) + offsetof(ACCESS_ALLOWED_ACE, SidStart);
+  EXPECT_EQ(GetSidIdentifierAuthority(sid)->Value[5], kMandatoryLabelAuthority);
+  security.label = *GetSidSubAuthority(sid, 0);
+  security.labelPolicy = entry.Mask;
   return security;
 }
 

@@ -1,8 +1,10 @@
 #include "harness/UserName.h"
 
+#include <gtest/gtest.h>
 #include <windows.h>
 
 #include <algorithm>
+#include <array>
 
 namespace quillpress::harness {
 
@@ -20,6 +22,13 @@ void pretendUser(Library& library, const std::optional<std::wstring>& name) {
     *size = needed;
     return fits;
   });
+}
+
+std::wstring currentUserName() {
+  std::array<wchar_t, 260> name{};
+  auto size = static_cast<DWORD>(name.size());
+  EXPECT_TRUE(GetUserNameW(name.data(), &size)) << "error " << GetLastError();
+  return name.data();
 }
 
 std::wstring ownUserName() {

@@ -29,6 +29,15 @@ class JobMutexTest : public KernelTest {
     });
   }
 
+  // Looks at the mutex when the spooler is asked.
+  void watchTheSpoolersTurn() {
+    library.replace("GetPrinterA",
+                    [this](HANDLE handle, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed) -> BOOL {
+                      isHeldWhileAsked = jobMutexIsTaken();
+                      return ::GetPrinterA(handle, level, buffer, size, needed);
+                    });
+  }
+
   void refuse(bool creation, bool opening) {
     if (creation) calls.refuseCreation = [](const std::wstring& name) { return name == kName; };
     if (opening) calls.refuseOpening = [](const std::wstring& name) { return name == kName; };
@@ -36,6 +45,7 @@ class JobMutexTest : public KernelTest {
 
   std::vector<DWORD> waits;
   unsigned releases = 0;
+  bool isHeldWhileAsked = false;
 };
 
 TEST_F(JobMutexTest, IsTakenWithoutLimitAndGivenBackByEveryCall) {
@@ -72,14 +82,9 @@ TEST_F(JobMutexTest, IsGivenBackByABlockThatFails) {
 }
 
 TEST_F(JobMutexTest, IsHeldWhileTheSpoolerIsAsked) {
-  bool isHeld = false;
-  library.replace("GetPrinterA",
-                  [&](HANDLE handle, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed) -> BOOL {
-                    isHeld = jobMutexIsTaken();
-                    return ::GetPrinterA(handle, level, buffer, size, needed);
-                  });
+  watchTheSpoolersTurn();
   const Job job(library, printer);
-  EXPECT_TRUE(isHeld);
+  EXPECT_TRUE(isHeldWhileAsked);
   EXPECT_FALSE(jobMutexIsTaken());
 }
 
@@ -146,14 +151,9 @@ TEST_F(JobMutexTest, ThatCannotBeMadeIsOpenedByItsName) {
 TEST_F(JobMutexTest, ThatWasOpenedByItsNameServesLikeOneMade) {
   const Handle mutex(CreateMutexW(nullptr, FALSE, kName));
   refuse(true, false);
-  bool isHeld = false;
-  library.replace("GetPrinterA",
-                  [&](HANDLE handle, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed) -> BOOL {
-                    isHeld = jobMutexIsTaken();
-                    return ::GetPrinterA(handle, level, buffer, size, needed);
-                  });
+  watchTheSpoolersTurn();
   const Job job(library, printer);
-  EXPECT_TRUE(isHeld);
+  EXPECT_TRUE(isHeldWhileAsked);
 }
 
 TEST_F(JobMutexTest, ThatIsMadeIsNotOpenedByItsName) {

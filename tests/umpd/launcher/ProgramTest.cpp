@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "harness/Text.h"
+#include "harness/UserName.h"
 #include "harness/WindowsRelease.h"
 #include "launcher/support/LauncherLog.h"
 #include "launcher/support/ObjectSecurity.h"
@@ -13,13 +14,6 @@
 
 namespace quillpress::harness {
 namespace {
-
-std::wstring currentUser() {
-  std::array<wchar_t, 260> name{};
-  auto size = static_cast<DWORD>(name.size());
-  GetUserNameW(name.data(), &size);
-  return name.data();
-}
 
 class ProgramTest : public ::testing::Test {
  protected:
@@ -78,7 +72,7 @@ class ProgramTest : public ::testing::Test {
   }
 
   const std::wstring program = folderOf(nullptr) + LR"(..\..\bin\twsmsnd.exe)";
-  const Channel channel = channelOf(currentUser());
+  const Channel channel = channelOf(currentUserName());
   const TemporaryFolder folder;
   Sender sender{channel};
   std::optional<Process> launcher;

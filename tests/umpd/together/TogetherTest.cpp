@@ -1,22 +1,11 @@
 #include "together/TogetherTest.h"
 
-#include <array>
-
+#include "harness/UserName.h"
 #include "together/JobBytes.h"
 
 namespace quillpress::harness {
-namespace {
 
-std::wstring currentUser() {
-  std::array<wchar_t, 260> name{};
-  auto size = static_cast<DWORD>(name.size());
-  GetUserNameW(name.data(), &size);
-  return name.data();
-}
-
-}  // namespace
-
-TogetherTest::TogetherTest() : channel(channelOf(currentUser())) {
+TogetherTest::TogetherTest() : channel(channelOf(currentUserName())) {
   for (const Printer* each : {&printer, &otherPrinter}) {
     const SettingsKey settings = SettingsKey::ofPrinter(each->name());
     settings.setText(L"DefaultSaveDir", folder.path());

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <string>
 
-#include "Jobs.h"
+#include "bench/Jobs.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "Jobs.h"
+#include "bench/Jobs.h"
 
 #include <random>
 

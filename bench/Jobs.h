@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_BENCH_JOBS_H
-#define QUILLPRESS_BENCH_JOBS_H
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -21,5 +20,3 @@ std::string hexImageJob(std::size_t bytes);
 std::string binaryImageJob(std::size_t bytes);
 
 }  // namespace quillpress::bench
-
-#endif

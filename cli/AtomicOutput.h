@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_ATOMIC_OUTPUT_H
-#define QUILLPRESS_CLI_ATOMIC_OUTPUT_H
+#pragma once
 
 #include <cstdio>
 #include <string>
@@ -41,5 +40,3 @@ class AtomicOutput {
 };
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_BOX_H
-#define QUILLPRESS_CLI_BOX_H
+#pragma once
 
 #include <optional>
 #include <string>
@@ -27,5 +26,3 @@ std::optional<Box> parseBox(std::string_view text);
 std::string pdfNumber(double value);
 
 }  // namespace quillpress::cli
-
-#endif

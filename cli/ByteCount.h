@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_BYTE_COUNT_H
-#define QUILLPRESS_CLI_BYTE_COUNT_H
+#pragma once
 
 #include <cstddef>
 #include <optional>
@@ -14,5 +13,3 @@ namespace quillpress::cli {
 std::optional<std::size_t> parseByteCount(std::string_view text);
 
 }  // namespace quillpress::cli
-
-#endif

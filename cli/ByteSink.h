@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_BYTE_SINK_H
-#define QUILLPRESS_CLI_BYTE_SINK_H
+#pragma once
 
 #include <cstdint>
 #include <string_view>
@@ -22,5 +21,3 @@ class ByteSink {
 };
 
 }  // namespace quillpress::cli
-
-#endif

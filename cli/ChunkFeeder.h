@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_CHUNK_FEEDER_H
-#define QUILLPRESS_CLI_CHUNK_FEEDER_H
+#pragma once
 
 #include <algorithm>
 #include <cstdint>
@@ -33,5 +32,3 @@ class ChunkFeeder {
 };
 
 }  // namespace quillpress::cli
-
-#endif

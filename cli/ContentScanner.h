@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_CONTENT_SCANNER_H
-#define QUILLPRESS_CLI_CONTENT_SCANNER_H
+#pragma once
 
 #include <cstddef>
 #include <string_view>
@@ -46,5 +45,3 @@ class ContentScanner {
 };
 
 }  // namespace quillpress::cli
-
-#endif

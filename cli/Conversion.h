@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_CONVERSION_H
-#define QUILLPRESS_CLI_CONVERSION_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -57,5 +56,3 @@ class Conversion final : public DscHandler {
 };
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,10 +1,11 @@
 #include "cli/Converter.h"
 
+#include <quillpress/converter.h>
+
 #include <array>
 #include <new>
 
 #include "cli/TextScan.h"
-#include "quillpress/converter.h"
 
 namespace quillpress::cli {
 

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_CONVERTER_H
-#define QUILLPRESS_CLI_CONVERTER_H
+#pragma once
 
 #include <optional>
 #include <span>
@@ -38,5 +37,3 @@ class Converter {
 };
 
 }  // namespace quillpress::cli
-
-#endif

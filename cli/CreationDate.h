@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_CREATION_DATE_H
-#define QUILLPRESS_CLI_CREATION_DATE_H
+#pragma once
 
 #include <string>
 
@@ -12,5 +11,3 @@ namespace quillpress::cli {
 std::string creationDate();
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_DEFLATE_TASK_H
-#define QUILLPRESS_CLI_DEFLATE_TASK_H
+#pragma once
 
 #include <string>
 
@@ -18,5 +17,3 @@ inline SpoolWorker::Task deflateTask(const Deflater& deflater, std::string text)
 }
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_DEFLATER_H
-#define QUILLPRESS_CLI_DEFLATER_H
+#pragma once
 
 #include <cstddef>
 #include <memory>
@@ -40,5 +39,3 @@ class Deflater {
 };
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_DOCUMENT_H
-#define QUILLPRESS_CLI_DOCUMENT_H
+#pragma once
 
 #include <optional>
 #include <string>
@@ -28,5 +27,3 @@ struct Document {
 };
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_DOS_EPS_H
-#define QUILLPRESS_CLI_DOS_EPS_H
+#pragma once
 
 #include <cstdint>
 #include <limits>
@@ -21,5 +20,3 @@ struct FileSection {
 FileSection postscriptSection(std::string_view start);
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_DSC_SCANNER_H
-#define QUILLPRESS_CLI_DSC_SCANNER_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -72,5 +71,3 @@ class DscScanner final : public ByteSink {
 };
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_DSC_TEXT_H
-#define QUILLPRESS_CLI_DSC_TEXT_H
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -14,5 +13,3 @@ namespace quillpress::cli {
 std::string dscText(std::string_view value);
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_ENVELOPE_H
-#define QUILLPRESS_CLI_ENVELOPE_H
+#pragma once
 
 #include <string>
 
@@ -44,5 +43,3 @@ class Envelope final : public ByteSink {
 };
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_ERROR_SEARCH_H
-#define QUILLPRESS_CLI_ERROR_SEARCH_H
+#pragma once
 
 #include <cstdint>
 #include <optional>
@@ -16,5 +15,3 @@ namespace quillpress::cli {
 std::optional<std::uint64_t> findError(const std::string& path, std::uint64_t begin, std::uint64_t end);
 
 }  // namespace quillpress::cli
-
-#endif

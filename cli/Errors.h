@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_ERRORS_H
-#define QUILLPRESS_CLI_ERRORS_H
+#pragma once
 
 #include <stdexcept>
 
@@ -21,5 +20,3 @@ class OutputError : public std::runtime_error {
 };
 
 }  // namespace quillpress::cli
-
-#endif

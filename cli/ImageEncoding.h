@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_IMAGE_ENCODING_H
-#define QUILLPRESS_CLI_IMAGE_ENCODING_H
+#pragma once
 
 #include <qpdf/QPDFObjectHandle.hh>
 #include <string>
@@ -36,5 +35,3 @@ class ImageEncoding {
 };
 
 }  // namespace quillpress::cli
-
-#endif

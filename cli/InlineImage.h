@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_INLINE_IMAGE_H
-#define QUILLPRESS_CLI_INLINE_IMAGE_H
+#pragma once
 
 #include <cstddef>
 #include <string_view>
@@ -13,5 +12,3 @@ namespace quillpress::cli {
 std::size_t inlineImageLength(std::string_view text);
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_INPUT_KIND_H
-#define QUILLPRESS_CLI_INPUT_KIND_H
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -10,5 +9,3 @@ namespace quillpress::cli {
 std::string describeInput(std::string_view start);
 
 }  // namespace quillpress::cli
-
-#endif

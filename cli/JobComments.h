@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_JOB_COMMENTS_H
-#define QUILLPRESS_CLI_JOB_COMMENTS_H
+#pragma once
 
 #include <optional>
 #include <string>
@@ -45,5 +44,3 @@ class JobComments {
 };
 
 }  // namespace quillpress::cli
-
-#endif

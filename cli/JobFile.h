@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_JOB_FILE_H
-#define QUILLPRESS_CLI_JOB_FILE_H
+#pragma once
 
 #include <string>
 
@@ -35,5 +34,3 @@ class JobFile {
 };
 
 }  // namespace quillpress::cli
-
-#endif

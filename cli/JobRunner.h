@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_JOB_RUNNER_H
-#define QUILLPRESS_CLI_JOB_RUNNER_H
+#pragma once
 
 #include <cstdint>
 #include <memory>
@@ -44,5 +43,3 @@ class JobRunner {
 };
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_MATRIX_H
-#define QUILLPRESS_CLI_MATRIX_H
+#pragma once
 
 #include <cstddef>
 #include <optional>
@@ -44,5 +43,3 @@ class MatrixStack {
 };
 
 }  // namespace quillpress::cli
-
-#endif

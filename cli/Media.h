@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_MEDIA_H
-#define QUILLPRESS_CLI_MEDIA_H
+#pragma once
 
 #include <optional>
 #include <string>
@@ -22,5 +21,3 @@ std::optional<Box> parseMedia(std::string_view text);
 std::string mediaNames();
 
 }  // namespace quillpress::cli
-
-#endif

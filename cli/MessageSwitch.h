@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_MESSAGE_SWITCH_H
-#define QUILLPRESS_CLI_MESSAGE_SWITCH_H
+#pragma once
 
 #include <optional>
 #include <string>
@@ -21,5 +20,3 @@ class MessageSwitch {
 };
 
 }  // namespace quillpress::cli
-
-#endif

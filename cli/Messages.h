@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_MESSAGES_H
-#define QUILLPRESS_CLI_MESSAGES_H
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -16,5 +15,3 @@ std::string systemReason();
 std::string counted(unsigned long long number, std::string_view singular);
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_NAMES_H
-#define QUILLPRESS_CLI_NAMES_H
+#pragma once
 
 #include <string>
 
@@ -16,5 +15,3 @@ inline std::string outputName(const std::string& path) {
 }
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_OBJECT_DICTIONARY_H
-#define QUILLPRESS_CLI_OBJECT_DICTIONARY_H
+#pragma once
 
 #include <qpdf/QPDFObjectHandle.hh>
 #include <stdexcept>
@@ -25,5 +24,3 @@ QPDFObjectHandle imageDictionary(const std::string& text);
 QPDFObjectHandle patternDictionary(std::string text, const Matrix& place);
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,10 +1,11 @@
 #include "cli/ObjectList.h"
 
+#include <quillpress/converter.h>
+
 #include <string>
 
 #include "cli/Messages.h"
 #include "cli/ObjectDictionary.h"
-#include "quillpress/converter.h"
 
 namespace quillpress::cli {
 

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_OBJECT_LIST_H
-#define QUILLPRESS_CLI_OBJECT_LIST_H
+#pragma once
 
 #include <cstdio>
 #include <map>
@@ -16,5 +15,3 @@ using PageCounts = std::map<unsigned, unsigned>;
 void listObjects(std::span<const PdfObject* const> list, const PageCounts* pages, std::FILE* file);
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,11 +1,12 @@
 #include "cli/ObjectStore.h"
 
+#include <quillpress/converter.h>
+
 #include "cli/DeflateTask.h"
 #include "cli/ImageEncoding.h"
 #include "cli/Messages.h"
 #include "cli/ObjectDictionary.h"
 #include "cli/PatternContent.h"
-#include "quillpress/converter.h"
 
 namespace quillpress::cli {
 

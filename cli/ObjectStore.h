@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_OBJECT_STORE_H
-#define QUILLPRESS_CLI_OBJECT_STORE_H
+#pragma once
 
 #include <map>
 #include <qpdf/QPDFObjectHandle.hh>
@@ -52,5 +51,3 @@ class ObjectStore {
 };
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_OBJECT_USES_H
-#define QUILLPRESS_CLI_OBJECT_USES_H
+#pragma once
 
 #include <map>
 
@@ -28,5 +27,3 @@ class ObjectUseTracker {
 };
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_OPTIONS_H
-#define QUILLPRESS_CLI_OPTIONS_H
+#pragma once
 
 #include <cstddef>
 #include <optional>
@@ -29,5 +28,3 @@ struct Options {
 std::optional<Options> parseOptions(int argc, const char* const* argv, ExitCode& exit);
 
 }  // namespace quillpress::cli
-
-#endif

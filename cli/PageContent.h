@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_PAGE_CONTENT_H
-#define QUILLPRESS_CLI_PAGE_CONTENT_H
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -48,5 +47,3 @@ class PageContent {
 };
 
 }  // namespace quillpress::cli
-
-#endif

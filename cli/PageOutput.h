@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_PAGE_OUTPUT_H
-#define QUILLPRESS_CLI_PAGE_OUTPUT_H
+#pragma once
 
 #include <optional>
 #include <string_view>
@@ -31,5 +30,3 @@ class PageOutput {
 };
 
 }  // namespace quillpress::cli
-
-#endif

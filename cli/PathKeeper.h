@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_PATH_KEEPER_H
-#define QUILLPRESS_CLI_PATH_KEEPER_H
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -43,5 +42,3 @@ class PathKeeper {
 };
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_PATH_TEXT_H
-#define QUILLPRESS_CLI_PATH_TEXT_H
+#pragma once
 
 #include <optional>
 #include <string>
@@ -51,5 +50,3 @@ std::size_t matrixBegin(std::string_view text, std::size_t end);
 std::string pathUnder(std::string_view path, const std::optional<Matrix>& matrix);
 
 }  // namespace quillpress::cli
-
-#endif

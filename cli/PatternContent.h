@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_PATTERN_CONTENT_H
-#define QUILLPRESS_CLI_PATTERN_CONTENT_H
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -21,5 +20,3 @@ struct PatternContent {
 PatternContent readPatternContent(std::string_view captured);
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_PDF_BUILDER_H
-#define QUILLPRESS_CLI_PDF_BUILDER_H
+#pragma once
 
 #include <map>
 #include <memory>
@@ -54,5 +53,3 @@ class PdfBuilder {
 };
 
 }  // namespace quillpress::cli
-
-#endif

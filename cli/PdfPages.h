@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_PDF_PAGES_H
-#define QUILLPRESS_CLI_PDF_PAGES_H
+#pragma once
 
 #include <optional>
 
@@ -43,5 +42,3 @@ class PdfPages final : public PageOutput {
 };
 
 }  // namespace quillpress::cli
-
-#endif

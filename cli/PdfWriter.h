@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_PDF_WRITER_H
-#define QUILLPRESS_CLI_PDF_WRITER_H
+#pragma once
 
 #include <cstdio>
 
@@ -13,5 +12,3 @@ namespace quillpress::cli {
 void writePdf(const Document& document, const ObjectStore& objects, const Spool& spool, std::FILE* file);
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_PNG_FILTER_H
-#define QUILLPRESS_CLI_PNG_FILTER_H
+#pragma once
 
 #include <cstddef>
 #include <string_view>
@@ -31,5 +30,3 @@ void filterRows(std::string_view image, const RowLayout& layout, PngFilter filte
                 std::size_t rows, char* target);
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_PROGRAM_H
-#define QUILLPRESS_CLI_PROGRAM_H
+#pragma once
 
 #include "cli/ExitCode.h"
 #include "cli/Options.h"
@@ -10,5 +9,3 @@ namespace quillpress::cli {
 ExitCode runProgram(const Options& options);
 
 }  // namespace quillpress::cli
-
-#endif

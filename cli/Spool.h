@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_SPOOL_H
-#define QUILLPRESS_CLI_SPOOL_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -55,5 +54,3 @@ void readPiece(const Spool& spool, const Spool::Piece& piece, Take take) {
 }
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_SPOOL_STREAMS_H
-#define QUILLPRESS_CLI_SPOOL_STREAMS_H
+#pragma once
 
 #include <memory>
 #include <qpdf/QPDFObjectHandle.hh>
@@ -29,5 +28,3 @@ class SpoolStreams final : public QPDFObjectHandle::StreamDataProvider,
 };
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_SPOOL_WORKER_H
-#define QUILLPRESS_CLI_SPOOL_WORKER_H
+#pragma once
 
 #include <condition_variable>
 #include <cstddef>
@@ -55,5 +54,3 @@ class SpoolWorker {
 };
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_TEXT_COUNTER_H
-#define QUILLPRESS_CLI_TEXT_COUNTER_H
+#pragma once
 
 #include <cstdint>
 #include <optional>
@@ -28,5 +27,3 @@ class TextCounter {
 };
 
 }  // namespace quillpress::cli
-
-#endif

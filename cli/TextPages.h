@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_TEXT_PAGES_H
-#define QUILLPRESS_CLI_TEXT_PAGES_H
+#pragma once
 
 #include "cli/AtomicOutput.h"
 #include "cli/PageOutput.h"
@@ -26,5 +25,3 @@ class TextPages final : public PageOutput {
 };
 
 }  // namespace quillpress::cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUILLPRESS_CLI_TEXT_SCAN_H
-#define QUILLPRESS_CLI_TEXT_SCAN_H
+#pragma once
 
 #include <optional>
 #include <string>
@@ -29,5 +28,3 @@ std::optional<double> takeNumber(std::string_view& text);
 std::string lowered(std::string_view text);
 
 }  // namespace quillpress::cli
-
-#endif

@@ -19,6 +19,8 @@ set(hiddenFolders
   -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
 
 add_library(quillpress_options INTERFACE)
+# One include root: paths are written from the top folder.
+target_include_directories(quillpress_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(quillpress_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
   $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual>

@@ -1,8 +1,8 @@
-#include "DriverLibrary.h"
+#include "bench/printing/DriverLibrary.h"
 
 #include <bit>
 
-#include "Check.h"
+#include "bench/printing/Check.h"
 
 namespace {
 

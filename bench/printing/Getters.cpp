@@ -2,11 +2,11 @@
 #include <cstdio>
 #include <cstring>
 
-#include "Benchmarks.h"
-#include "Check.h"
-#include "DriverLibrary.h"
-#include "Printer.h"
-#include "Rounds.h"
+#include "bench/printing/Benchmarks.h"
+#include "bench/printing/Check.h"
+#include "bench/printing/DriverLibrary.h"
+#include "bench/printing/Printer.h"
+#include "bench/printing/Rounds.h"
 
 namespace {
 

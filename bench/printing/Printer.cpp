@@ -1,10 +1,10 @@
-#include "Printer.h"
+#include "bench/printing/Printer.h"
 
 #include <array>
 
-#include "AddPrinter.h"
-#include "Check.h"
-#include "DriverLibrary.h"
+#include "bench/printing/Check.h"
+#include "bench/printing/DriverLibrary.h"
+#include "tests/windows/printer/AddPrinter.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 #include <cstdio>
 
-#include "Benchmarks.h"
-#include "Check.h"
-#include "DriverLibrary.h"
-#include "Printer.h"
-#include "Rounds.h"
+#include "bench/printing/Benchmarks.h"
+#include "bench/printing/Check.h"
+#include "bench/printing/DriverLibrary.h"
+#include "bench/printing/Printer.h"
+#include "bench/printing/Rounds.h"
 
 void measureStart(Printer& printer, int rounds) {
   constexpr int kTimes = 50;

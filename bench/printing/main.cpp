@@ -4,8 +4,8 @@
 
 #include <cstdlib>
 
-#include "Benchmarks.h"
-#include "Printer.h"
+#include "bench/printing/Benchmarks.h"
+#include "bench/printing/Printer.h"
 
 int main(int count, char** arguments) {
   const int rounds = count > 1 ? std::atoi(arguments[1]) : 5;

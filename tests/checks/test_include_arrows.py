@@ -1,10 +1,11 @@
 """The check of the includes itself: what it lets through and what it reports."""
 
-import itertools
+import pathlib
+import tempfile
 import unittest
 
 import include_arrows
-from include_arrows import complaint, misplaced
+from include_arrows import FOLDERS, WINDOWS_HEADER, complaint, complaints, folder_of
 
 
 class Case(unittest.TestCase):
@@ -15,112 +16,93 @@ class Case(unittest.TestCase):
         self.assertIsNotNone(complaint(file, quote, header, {header, *beside}), f"{file} includes {header}")
 
 
-class Converter(Case):
-    def test_left_is_allowed(self):
-        self.allow("postscript/lib/pdf/PathOperators.h", "objects/Ref.h")
+class Table(Case):
+    def test_every_folder_sees_itself_and_what_its_row_names_and_nothing_else(self):
+        for source, visible in FOLDERS.items():
+            for target in FOLDERS:
+                for suffix in "h", "cpp":
+                    decide = self.allow if target == source or target in visible else self.report
+                    decide(f"{source}/A.{suffix}", f"{target}/B.h")
 
-    def test_own_folder_is_allowed(self):
-        self.allow("postscript/lib/objects/ObjectStack.h", "objects/Ref.h")
+    def test_rows_name_only_folders_of_the_table(self):
+        for visible in FOLDERS.values():
+            self.assertLessEqual(set(visible), set(FOLDERS))
 
-    def test_right_is_reported(self):
-        self.report("postscript/lib/objects/ObjectStack.h", "pdf/Matrix.h")
+    def test_no_two_folders_see_each_other(self):
+        for source, visible in FOLDERS.items():
+            for target in visible:
+                self.assertNotIn(source, FOLDERS[target])
 
-    def test_exception_holds_for_the_source_only(self):
-        self.allow("postscript/lib/objects/NameObject.cpp", "interpreter/Interpreter.h")
-        self.report("postscript/lib/objects/NameObject.h", "interpreter/Interpreter.h")
+    def test_the_longest_folder_counts(self):
+        self.assertEqual(folder_of("postscript/lib/pdf/Matrix.h"), "postscript/lib/pdf")
+        self.assertIsNone(folder_of("postscript/lib/Matrix.h"))
 
-    def test_interpreter_sees_two_headers_of_the_operators(self):
-        self.allow("postscript/lib/interpreter/Interpreter.cpp", "operators/LanguageOperators.h")
-        self.report("postscript/lib/interpreter/Interpreter.cpp", "operators/MathOperators.h")
 
+class Paths(Case):
     def test_relative_path_is_reported(self):
         self.report("postscript/lib/objects/ObjectStack.h", "Ref.h")
         self.report("postscript/lib/objects/ObjectStack.h", "../base/Ex.h")
+        self.report("postscript/lib/objects/ObjectStack.h", "postscript/lib/objects/../base/Ex.h")
+        self.report("umpd/win32/Text.cpp", "win32/Text.h")
 
-    def test_windows_header_stays_in_one_source(self):
-        self.allow("postscript/lib/base/DebugOutput.cpp", "windows.h", "<")
-        self.report("postscript/lib/objects/Ref.h", "Windows.h", "<")
+    def test_tests_are_never_seen(self):
+        self.report("cli/Program.cpp", "tests/unit/RunInterpreter.h")
 
-    def test_driver_is_never_seen(self):
-        self.report("postscript/lib/api/Exports.cpp", "job/UmDriver.h")
-        self.report("postscript/lib/api/Exports.cpp", "win32/Windows.h")
-        self.report("postscript/lib/api/Exports.cpp", "umpd/job/UmDriver.h")
-        self.report("postscript/lib/api/Exports.cpp", "quillpress/driver.h")
-        self.allow("postscript/lib/api/Exports.cpp", "quillpress/converter.h")
+    def test_file_in_no_folder_is_reported(self):
+        self.assertTrue(list(complaints(pathlib.Path("."), "postscript/lib/Stray.h")))
+
+    def test_a_file_is_read_from_the_project(self):
+        with tempfile.TemporaryDirectory() as folder:
+            project = pathlib.Path(folder)
+            file = project / "postscript/lib/base/Ex.h"
+            file.parent.mkdir(parents=True)
+            file.write_text('#include "postscript/lib/pdf/Matrix.h"\n  #  include "postscript/lib/base/A.h"\n')
+            found = list(complaints(project, "postscript/lib/base/Ex.h"))
+            self.assertEqual(len(found), 1)
+            self.assertIn("postscript/lib/pdf/Matrix.h", found[0])
 
 
-class Driver(Case):
-    # From left to right; those of one group do not see each other.
-    GROUPS = [["win32"], ["spooler"], ["settings"], ["metadata", "launcher", "output"], ["job"], ["exports"]]
+class Exceptions(Case):
+    def test_exception_of_a_source_holds_for_no_header(self):
+        self.allow("postscript/lib/objects/NameObject.cpp", "postscript/lib/interpreter/Interpreter.h")
+        self.report("postscript/lib/objects/NameObject.h", "postscript/lib/interpreter/Interpreter.h")
 
-    def test_every_folder_has_its_place(self):
-        self.assertEqual(sorted(itertools.chain(*self.GROUPS)), sorted(include_arrows.DRIVER_FOLDERS))
-
-    def test_only_left_and_own_are_allowed(self):
-        for (i, sources), (j, targets) in itertools.product(enumerate(self.GROUPS), repeat=2):
-            for source, target in itertools.product(sources, targets):
-                for suffix in "h", "cpp":
-                    decide = self.allow if j < i or source == target else self.report
-                    decide(f"umpd/{source}/A.{suffix}", f"{target}/B.h")
-
-    def test_relative_path_is_reported(self):
-        self.report("umpd/win32/Text.cpp", "Text.h")
-        self.report("umpd/job/UmDriver.cpp", "../win32/Text.h")
-        self.report("umpd/job/UmDriver.cpp", "umpd/win32/Text.h")
+    def test_interpreter_sees_two_headers_of_the_operators(self):
+        interpreter = "postscript/lib/interpreter/Interpreter.cpp"
+        self.allow(interpreter, "postscript/lib/operators/LanguageOperators.h")
+        self.report(interpreter, "postscript/lib/operators/MathOperators.h")
 
     def test_only_job_sees_one_header_of_the_converter(self):
-        self.allow("umpd/job/ConverterObjects.cpp", "pdf/PdfObjectList.h")
-        self.report("umpd/exports/JobExports.cpp", "pdf/PdfObjectList.h")
-        self.report("umpd/job/ConverterObjects.cpp", "pdf/Postscript2Pdf.h")
-        self.report("umpd/job/ConverterObjects.cpp", "base/Ex.h")
+        self.allow("umpd/job/ConverterObjects.cpp", "postscript/lib/pdf/PdfObjectList.h")
+        self.report("umpd/win32/Text.cpp", "postscript/lib/pdf/PdfObjectList.h")
+        self.report("umpd/job/ConverterObjects.cpp", "postscript/lib/pdf/Postscript2Pdf.h")
 
-    def test_only_exports_sees_its_public_header(self):
-        self.allow("umpd/exports/JobExports.cpp", "quillpress/driver.h")
-        self.report("umpd/job/UmDriver.cpp", "quillpress/driver.h")
-        self.report("umpd/exports/JobExports.cpp", "quillpress/converter.h")
-
-    def test_launcher_program_is_not_seen(self):
-        self.report("umpd/launcher/LauncherProxy.cpp", "tools/launcher/Message.h")
-
-    def test_windows_header_comes_through_one_header(self):
-        self.allow("umpd/win32/Windows.h", "windows.h", "<")
-        self.report("umpd/win32/Text.cpp", "windows.h", "<")
-        self.report("umpd/win32/Text.cpp", "Windows.h", "<")
-        self.report("umpd/job/UmDriver.h", "windows.h", "<")
-
-    def test_other_system_headers_stand_beside_it(self):
-        self.allow("umpd/win32/ShellFolders.cpp", "shlobj.h", "<", beside=["win32/Windows.h"])
-        self.report("umpd/win32/ShellFolders.cpp", "shlobj.h", "<")
-        self.allow("umpd/win32/Text.cpp", "string", "<")
+    def test_exceptions_name_folders_or_files_of_the_table(self):
+        for holder in include_arrows.EXCEPTIONS:
+            self.assertTrue(holder in FOLDERS or folder_of(holder))
 
 
-class Launcher(Case):
-    def test_itself_and_win32_are_allowed(self):
-        self.allow("tools/launcher/Launcher.cpp", "tools/launcher/Message.h")
-        self.allow("tools/launcher/Launcher.cpp", "win32/Windows.h")
+class Headers(Case):
+    def test_public_headers_have_their_users(self):
+        self.allow("postscript/lib/api/Converter.cpp", "quillpress/converter.h", "<")
+        self.report("postscript/lib/objects/Ref.h", "quillpress/converter.h", "<")
+        self.report("postscript/lib/api/Converter.cpp", "quillpress/driver.h", "<")
+        self.report("umpd/job/UmDriver.cpp", "quillpress/converter.h", "<")
 
-    def test_the_channel_is_allowed(self):
-        self.allow("tools/launcher/Message.h", "launcher/LauncherStruct.h")
-        self.allow("tools/launcher/Receiver.h", "launcher/ChannelNames.h")
+    def test_windows_header_stays_in_two_files(self):
+        self.allow("postscript/lib/base/DebugOutput.cpp", "windows.h", "<")
+        self.allow(WINDOWS_HEADER, "windows.h", "<")
+        self.report("postscript/lib/objects/Ref.h", "Windows.h", "<")
+        self.report("umpd/job/UmDriver.cpp", "windows.h", "<")
 
-    def test_everything_else_is_reported(self):
-        self.report("tools/launcher/Receiver.cpp", "launcher/LauncherProxy.h")
-        self.report("tools/launcher/Receiver.cpp", "settings/DriverSettings.h")
-        self.report("tools/launcher/Receiver.cpp", "pdf/PdfObjectList.h")
-        self.report("tools/launcher/Receiver.cpp", "quillpress/driver.h")
-        self.report("tools/launcher/Receiver.cpp", "Receiver.h")
-        self.report("tools/launcher/Receiver.cpp", "windows.h", "<")
-        self.report("tools/launcher/Receiver.cpp", "shellapi.h", "<")
+    def test_system_headers_stand_beside_it(self):
+        self.allow("umpd/spooler/FindPort.cpp", "winspool.h", "<", beside=[WINDOWS_HEADER])
+        self.report("umpd/spooler/FindPort.cpp", "winspool.h", "<")
+        self.allow("cli/Descriptor.cpp", "fcntl.h", "<")
 
-
-class Places(unittest.TestCase):
-    def test_known_folders_are_allowed(self):
-        for file in "postscript/lib/pdf/Matrix.h", "umpd/job/UmDriver.h", "tools/launcher/Log.h":
-            self.assertIsNone(misplaced(file))
-
-    def test_others_are_reported(self):
-        for file in "postscript/lib/Matrix.h", "postscript/lib/job/Matrix.h", "umpd/UmDriver.h", "umpd/pdf/A.h":
-            self.assertIsNotNone(misplaced(file))
+    def test_headers_of_the_language_are_free(self):
+        self.allow("umpd/spooler/FindPort.cpp", "vector", "<")
 
 
-unittest.main()
+if __name__ == "__main__":
+    unittest.main()

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <string>
 
-#include "spooler/DeviceMode.h"
+#include "umpd/spooler/DeviceMode.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
-#include "support/ClassTest.h"
-#include "win32/ErrorBox.h"
-#include "win32/SystemMessage.h"
+#include "tests/umpd_classes/support/ClassTest.h"
+#include "umpd/win32/ErrorBox.h"
+#include "umpd/win32/SystemMessage.h"
 
 namespace quillpress {
 namespace {

@@ -1,9 +1,9 @@
 #include <functional>
 
-#include "harness/Printer.h"
-#include "harness/Text.h"
-#include "spooler/FindPort.h"
-#include "support/ClassTest.h"
+#include "tests/umpd/harness/Printer.h"
+#include "tests/umpd/harness/Text.h"
+#include "tests/umpd_classes/support/ClassTest.h"
+#include "umpd/spooler/FindPort.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
-#include "harness/Printer.h"
-#include "spooler/JobQueue.h"
-#include "support/ClassTest.h"
+#include "tests/umpd/harness/Printer.h"
+#include "tests/umpd_classes/support/ClassTest.h"
+#include "umpd/spooler/JobQueue.h"
 
 namespace quillpress {
 namespace {

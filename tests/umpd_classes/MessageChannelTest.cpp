@@ -1,10 +1,10 @@
-#include "launcher/InterProcessComms.h"
-#include "launcher/LauncherStruct.h"
-#include "launcher/MessageChannel.h"
-#include "launcher/support/Thread.h"
-#include "support/ClassTest.h"
-#include "win32/Handles.h"
-#include "win32/SystemMessage.h"
+#include "tests/umpd/launcher/support/Thread.h"
+#include "tests/umpd_classes/support/ClassTest.h"
+#include "umpd/launcher/InterProcessComms.h"
+#include "umpd/launcher/LauncherStruct.h"
+#include "umpd/launcher/MessageChannel.h"
+#include "umpd/win32/Handles.h"
+#include "umpd/win32/SystemMessage.h"
 
 namespace quillpress {
 namespace {

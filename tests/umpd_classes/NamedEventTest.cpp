@@ -1,6 +1,6 @@
-#include "launcher/support/Thread.h"
-#include "support/ClassTest.h"
-#include "win32/NamedEvent.h"
+#include "tests/umpd/launcher/support/Thread.h"
+#include "tests/umpd_classes/support/ClassTest.h"
+#include "umpd/win32/NamedEvent.h"
 
 namespace quillpress {
 namespace {

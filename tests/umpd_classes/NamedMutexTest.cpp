@@ -1,7 +1,7 @@
-#include "launcher/support/Thread.h"
-#include "support/ClassTest.h"
-#include "win32/NamedMutex.h"
-#include "win32/SystemMessage.h"
+#include "tests/umpd/launcher/support/Thread.h"
+#include "tests/umpd_classes/support/ClassTest.h"
+#include "umpd/win32/NamedMutex.h"
+#include "umpd/win32/SystemMessage.h"
 
 namespace quillpress {
 namespace {

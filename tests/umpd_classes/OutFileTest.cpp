@@ -1,8 +1,8 @@
 #include <algorithm>
 
-#include "job/OutFile.h"
-#include "launcher/support/TemporaryFolder.h"
-#include "support/ClassTest.h"
+#include "tests/umpd/launcher/support/TemporaryFolder.h"
+#include "tests/umpd_classes/support/ClassTest.h"
+#include "umpd/job/OutFile.h"
 
 namespace quillpress {
 namespace {

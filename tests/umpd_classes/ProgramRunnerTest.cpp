@@ -1,7 +1,7 @@
-#include "harness/HandleCount.h"
-#include "output/ProgramRunner.h"
-#include "support/ClassTest.h"
-#include "support/NoteStart.h"
+#include "tests/umpd/harness/HandleCount.h"
+#include "tests/umpd_classes/support/ClassTest.h"
+#include "tests/umpd_classes/support/NoteStart.h"
+#include "umpd/output/ProgramRunner.h"
 
 namespace quillpress {
 namespace {

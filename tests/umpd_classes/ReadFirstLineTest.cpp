@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "launcher/support/TemporaryFolder.h"
-#include "output/FirstLine.h"
-#include "win32/Handles.h"
+#include "tests/umpd/launcher/support/TemporaryFolder.h"
+#include "umpd/output/FirstLine.h"
+#include "umpd/win32/Handles.h"
 
 namespace quillpress {
 namespace {

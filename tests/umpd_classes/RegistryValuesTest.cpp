@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "harness/SettingsKey.h"
-#include "settings/RegistryValues.h"
-#include "support/ClassTest.h"
-#include "win32/Handles.h"
+#include "tests/umpd/harness/SettingsKey.h"
+#include "tests/umpd_classes/support/ClassTest.h"
+#include "umpd/settings/RegistryValues.h"
+#include "umpd/win32/Handles.h"
 
 namespace quillpress {
 namespace {

@@ -1,12 +1,12 @@
 #include <vector>
 
-#include "launcher/support/ObjectSecurity.h"
-#include "support/ClassTest.h"
-#include "win32/NamedEvent.h"
-#include "win32/NamedMutex.h"
-#include "win32/SecurityAttributes.h"
-#include "win32/SharedSection.h"
-#include "win32/SystemMessage.h"
+#include "tests/umpd/launcher/support/ObjectSecurity.h"
+#include "tests/umpd_classes/support/ClassTest.h"
+#include "umpd/win32/NamedEvent.h"
+#include "umpd/win32/NamedMutex.h"
+#include "umpd/win32/SecurityAttributes.h"
+#include "umpd/win32/SharedSection.h"
+#include "umpd/win32/SystemMessage.h"
 
 namespace quillpress {
 namespace {

@@ -1,10 +1,10 @@
-#include "harness/DriverFolder.h"
-#include "harness/FreshProcess.h"
-#include "harness/SettingsKey.h"
-#include "output/SetupProgram.h"
-#include "spooler/Winspool.h"
-#include "support/ClassTest.h"
-#include "support/NoteStart.h"
+#include "tests/umpd/harness/DriverFolder.h"
+#include "tests/umpd/harness/FreshProcess.h"
+#include "tests/umpd/harness/SettingsKey.h"
+#include "tests/umpd_classes/support/ClassTest.h"
+#include "tests/umpd_classes/support/NoteStart.h"
+#include "umpd/output/SetupProgram.h"
+#include "umpd/spooler/Winspool.h"
 
 namespace quillpress {
 namespace {

@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <array>
 
-#include "harness/FreshProcess.h"
-#include "support/ClassTest.h"
-#include "win32/SharedSection.h"
+#include "tests/umpd/harness/FreshProcess.h"
+#include "tests/umpd_classes/support/ClassTest.h"
+#include "umpd/win32/SharedSection.h"
 
 namespace quillpress {
 namespace {

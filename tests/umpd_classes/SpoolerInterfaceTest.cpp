@@ -1,8 +1,8 @@
 #include <array>
 #include <optional>
 
-#include "exports/SpoolerInterface.h"
-#include "support/JobTest.h"
+#include "tests/umpd_classes/support/JobTest.h"
+#include "umpd/exports/SpoolerInterface.h"
 
 namespace quillpress {
 namespace {

@@ -1,7 +1,7 @@
-#include "job/UmDriver.h"
-#include "job/UmDriver2k.h"
-#include "pdf/PdfObjectList.h"
-#include "support/JobTest.h"
+#include "postscript/lib/pdf/PdfObjectList.h"
+#include "tests/umpd_classes/support/JobTest.h"
+#include "umpd/job/UmDriver.h"
+#include "umpd/job/UmDriver2k.h"
 
 namespace quillpress {
 namespace {

@@ -3,8 +3,8 @@
 #include <cmath>
 #include <limits>
 
-#include "base/Ex.h"
-#include "pdf/ArcSweep.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/pdf/ArcSweep.h"
 
 namespace quillpress {
 namespace {

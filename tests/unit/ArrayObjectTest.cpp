@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "RunInterpreter.h"
-#include "objects/ArrayObject.h"
+#include "postscript/lib/objects/ArrayObject.h"
+#include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "launcher/ChannelNames.h"
+#include "umpd/launcher/ChannelNames.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "output/CleanedName.h"
+#include "umpd/output/CleanedName.h"
 
 namespace quillpress {
 namespace {

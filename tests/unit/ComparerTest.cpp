@@ -4,8 +4,8 @@
 #include <limits>
 #include <string>
 
-#include "RunInterpreter.h"
-#include "operators/Comparer.h"
+#include "postscript/lib/operators/Comparer.h"
+#include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {
 namespace {

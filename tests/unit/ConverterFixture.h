@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "pdf/Postscript2Pdf.h"
+#include "postscript/lib/pdf/Postscript2Pdf.h"
 
 namespace quillpress {
 

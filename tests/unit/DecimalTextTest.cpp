@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "settings/DecimalText.h"
+#include "umpd/settings/DecimalText.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "objects/DecodeFilters.h"
+#include "postscript/lib/objects/DecodeFilters.h"
 
 namespace quillpress {
 namespace {

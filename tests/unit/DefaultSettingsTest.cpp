@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "settings/DefaultSettings.h"
+#include "umpd/settings/DefaultSettings.h"
 
 namespace quillpress {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <map>
 
-#include "RunInterpreter.h"
-#include "objects/DictionaryData.h"
+#include "postscript/lib/objects/DictionaryData.h"
+#include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {
 namespace {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "RunInterpreter.h"
-#include "objects/DictionaryObject.h"
+#include "postscript/lib/objects/DictionaryObject.h"
+#include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {
 namespace {

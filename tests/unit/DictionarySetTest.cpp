@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 
-#include "RunInterpreter.h"
-#include "interpreter/DictionarySet.h"
-#include "pdf/Postscript2Pdf.h"
+#include "postscript/lib/interpreter/DictionarySet.h"
+#include "postscript/lib/pdf/Postscript2Pdf.h"
+#include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "metadata/DocumentInfo.h"
+#include "umpd/metadata/DocumentInfo.h"
 
 namespace quillpress {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "spooler/DomainControllerRecord.h"
+#include "umpd/spooler/DomainControllerRecord.h"
 
 namespace quillpress {
 namespace {

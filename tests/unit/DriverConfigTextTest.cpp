@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "settings/DriverConfigText.h"
+#include "umpd/settings/DriverConfigText.h"
 
 namespace quillpress {
 namespace {

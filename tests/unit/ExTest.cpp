@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "base/Ex.h"
+#include "postscript/lib/base/Ex.h"
 
 namespace quillpress {
 namespace {

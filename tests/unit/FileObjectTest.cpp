@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "RunInterpreter.h"
-#include "objects/FileObject.h"
+#include "postscript/lib/objects/FileObject.h"
+#include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {
 namespace {

@@ -4,8 +4,8 @@
 #include <initializer_list>
 #include <string>
 
-#include "RunInterpreter.h"
-#include "operators/FileOperators.h"
+#include "postscript/lib/operators/FileOperators.h"
+#include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "output/FirstLine.h"
+#include "umpd/output/FirstLine.h"
 
 namespace quillpress {
 namespace {

@@ -7,9 +7,9 @@
 #include <functional>
 #include <map>
 
-#include "RunInterpreter.h"
-#include "operators/GeneratedOperators.h"
-#include "operators/GeneratedOps.h"
+#include "postscript/lib/operators/GeneratedOperators.h"
+#include "postscript/lib/operators/GeneratedOps.h"
+#include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {
 namespace {
@@ -404,7 +404,7 @@ Ref<NameObject> generatedOperator(std::string_view name) {
   static const std::map<std::string_view, std::function<Ref<NameObject>()>> kFactories{
 #define GENERATED_OP(identifier, className, operatorName, parameters) \
   {operatorName, [] { return Ref<NameObject>(make<className##GeneratedOp>()); }},
-#include "operators/GeneratedOps.def"
+#include "postscript/lib/operators/GeneratedOps.def"
 #undef GENERATED_OP
   };
   const auto found = kFactories.find(name);

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "RunInterpreter.h"
-#include "pdf/GraphicsState.h"
+#include "postscript/lib/pdf/GraphicsState.h"
+#include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {
 namespace {

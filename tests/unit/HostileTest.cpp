@@ -10,8 +10,8 @@
 #include <string_view>
 #include <vector>
 
-#include "RunInterpreter.h"
-#include "pdf/Postscript2Pdf.h"
+#include "postscript/lib/pdf/Postscript2Pdf.h"
+#include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {
 namespace {

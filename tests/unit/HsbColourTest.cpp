@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "pdf/HsbColour.h"
+#include "postscript/lib/pdf/HsbColour.h"
 
 namespace quillpress {
 namespace {

@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
+#include <quillpress/converter.h>
 
 #include <string>
 #include <string_view>
 
-#include "ConverterFixture.h"
-#include "pdf/ImagePlacement.h"
-#include "pdf/Imager.h"
-#include "quillpress/converter.h"
+#include "postscript/lib/pdf/ImagePlacement.h"
+#include "postscript/lib/pdf/Imager.h"
+#include "tests/unit/ConverterFixture.h"
 
 namespace quillpress {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "settings/IniSection.h"
+#include "umpd/settings/IniSection.h"
 
 namespace quillpress {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <limits>
 
-#include "RunInterpreter.h"
-#include "objects/IntegerObject.h"
+#include "postscript/lib/objects/IntegerObject.h"
+#include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {
 namespace {

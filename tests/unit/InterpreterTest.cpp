@@ -4,9 +4,9 @@
 #include <cstdlib>
 #include <string>
 
-#include "RunInterpreter.h"
-#include "interpreter/Interpreter.h"
-#include "pdf/Postscript2Pdf.h"
+#include "postscript/lib/interpreter/Interpreter.h"
+#include "postscript/lib/pdf/Postscript2Pdf.h"
+#include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {
 namespace {

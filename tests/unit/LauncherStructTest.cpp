@@ -3,8 +3,8 @@
 #include <cstring>
 #include <string>
 
-#include "launcher/LauncherMessages.h"
-#include "launcher/LauncherStruct.h"
+#include "umpd/launcher/LauncherMessages.h"
+#include "umpd/launcher/LauncherStruct.h"
 
 namespace quillpress {
 namespace {

@@ -3,8 +3,8 @@
 #include <cmath>
 #include <stdexcept>
 
-#include "RunInterpreter.h"
-#include "operators/MathOperators.h"
+#include "postscript/lib/operators/MathOperators.h"
+#include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {
 namespace {

@@ -3,11 +3,11 @@
 #include <limits>
 #include <vector>
 
-#include "base/Ex.h"
-#include "interpreter/MemorySet.h"
-#include "objects/IntegerObject.h"
-#include "objects/Matrix.h"
-#include "objects/RealObject.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/interpreter/MemorySet.h"
+#include "postscript/lib/objects/IntegerObject.h"
+#include "postscript/lib/objects/Matrix.h"
+#include "postscript/lib/objects/RealObject.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "output/NameCharacters.h"
+#include "umpd/output/NameCharacters.h"
 
 namespace quillpress {
 namespace {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "RunInterpreter.h"
-#include "objects/NameObject.h"
+#include "postscript/lib/objects/NameObject.h"
+#include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {
 namespace {

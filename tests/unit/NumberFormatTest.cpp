@@ -8,7 +8,7 @@
 #include <limits>
 #include <random>
 
-#include "pdf/NumberFormat.h"
+#include "postscript/lib/pdf/NumberFormat.h"
 
 namespace quillpress {
 namespace {

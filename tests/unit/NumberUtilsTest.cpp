@@ -2,8 +2,8 @@
 
 #include <limits>
 
-#include "RunInterpreter.h"
-#include "objects/NumberUtils.h"
+#include "postscript/lib/objects/NumberUtils.h"
+#include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {
 namespace {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "RunInterpreter.h"
-#include "objects/ObjectStack.h"
+#include "postscript/lib/objects/ObjectStack.h"
+#include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {
 namespace {

@@ -3,7 +3,7 @@
 #include <limits>
 #include <vector>
 
-#include "output/OutputName.h"
+#include "umpd/output/OutputName.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "pdf/PageContent.h"
+#include "postscript/lib/pdf/PageContent.h"
 
 namespace quillpress {
 namespace {

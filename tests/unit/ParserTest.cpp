@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "RunInterpreter.h"
-#include "interpreter/Parser.h"
+#include "postscript/lib/interpreter/Parser.h"
+#include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "output/PathRules.h"
+#include "umpd/output/PathRules.h"
 
 namespace quillpress {
 namespace {

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
+#include <quillpress/converter.h>
 
 #include <string>
 #include <string_view>
 
-#include "ConverterFixture.h"
-#include "quillpress/converter.h"
+#include "tests/unit/ConverterFixture.h"
 
 namespace quillpress {
 namespace {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "interpreter/MemorySet.h"
-#include "pdf/PdfObjectList.h"
+#include "postscript/lib/interpreter/MemorySet.h"
+#include "postscript/lib/pdf/PdfObjectList.h"
 
 namespace quillpress {
 namespace {

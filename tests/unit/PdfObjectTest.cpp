@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "interpreter/MemorySet.h"
-#include "pdf/PdfObject.h"
+#include "postscript/lib/interpreter/MemorySet.h"
+#include "postscript/lib/pdf/PdfObject.h"
 
 namespace quillpress {
 namespace {

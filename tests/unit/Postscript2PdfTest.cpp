@@ -1,13 +1,13 @@
 #include <gtest/gtest.h>
+#include <quillpress/converter.h>
 
 #include <new>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 
-#include "ConverterFixture.h"
-#include "base/Ex.h"
-#include "quillpress/converter.h"
+#include "postscript/lib/base/Ex.h"
+#include "tests/unit/ConverterFixture.h"
 
 namespace quillpress {
 namespace {

@@ -3,8 +3,8 @@
 #include <array>
 #include <memory>
 
-#include "RunInterpreter.h"
-#include "objects/PostscriptObject.h"
+#include "postscript/lib/objects/PostscriptObject.h"
+#include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {
 namespace {

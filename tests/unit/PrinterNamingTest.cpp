@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "settings/PrinterNaming.h"
+#include "umpd/settings/PrinterNaming.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "spooler/PrinterPorts.h"
+#include "umpd/spooler/PrinterPorts.h"
 
 namespace quillpress {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "spooler/QueuedJob.h"
+#include "umpd/spooler/QueuedJob.h"
 
 namespace quillpress {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <limits>
 
-#include "RunInterpreter.h"
-#include "objects/RealObject.h"
+#include "postscript/lib/objects/RealObject.h"
+#include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "objects/Ref.h"
+#include "postscript/lib/objects/Ref.h"
 
 namespace quillpress {
 namespace {

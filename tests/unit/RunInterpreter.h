@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "base/Ex.h"
-#include "interpreter/Interpreter.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/interpreter/Interpreter.h"
 
 namespace quillpress {
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "spooler/SidText.h"
+#include "umpd/spooler/SidText.h"
 
 namespace quillpress {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "settings/StringMap.h"
+#include "umpd/settings/StringMap.h"
 
 namespace quillpress {
 namespace {

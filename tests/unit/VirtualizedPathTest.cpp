@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "job/VirtualizedPath.h"
+#include "umpd/job/VirtualizedPath.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "metadata/XmlEscape.h"
+#include "umpd/metadata/XmlEscape.h"
 
 namespace quillpress {
 namespace {

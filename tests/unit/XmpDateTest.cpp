@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "metadata/XmpDate.h"
+#include "umpd/metadata/XmpDate.h"
 
 namespace quillpress {
 namespace {

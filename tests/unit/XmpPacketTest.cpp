@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "metadata/XmpPacket.h"
+#include "umpd/metadata/XmpPacket.h"
 
 namespace quillpress {
 namespace {

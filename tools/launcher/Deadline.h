@@ -3,7 +3,7 @@
 #include <chrono>
 #include <optional>
 
-#include "win32/Windows.h"
+#include "umpd/win32/Windows.h"
 
 namespace quillpress::launcher {
 

@@ -2,8 +2,8 @@
 
 #include "tools/launcher/Deadline.h"
 #include "tools/launcher/LogLine.h"
-#include "win32/AnsiText.h"
-#include "win32/Windows.h"
+#include "umpd/win32/AnsiText.h"
+#include "umpd/win32/Windows.h"
 
 namespace quillpress::launcher {
 namespace {

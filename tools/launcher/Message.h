@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "launcher/LauncherStruct.h"
+#include "umpd/launcher/LauncherStruct.h"
 
 namespace quillpress::launcher {
 

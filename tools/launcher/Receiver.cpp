@@ -3,8 +3,8 @@
 #include <array>
 #include <cstring>
 
-#include "win32/NamedEvent.h"
-#include "win32/SecurityAttributes.h"
+#include "umpd/win32/NamedEvent.h"
+#include "umpd/win32/SecurityAttributes.h"
 
 namespace quillpress::launcher {
 namespace {

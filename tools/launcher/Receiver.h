@@ -2,10 +2,10 @@
 
 #include <optional>
 
-#include "launcher/ChannelNames.h"
-#include "launcher/LauncherStruct.h"
-#include "win32/Handles.h"
-#include "win32/SharedSection.h"
+#include "umpd/launcher/ChannelNames.h"
+#include "umpd/launcher/LauncherStruct.h"
+#include "umpd/win32/Handles.h"
+#include "umpd/win32/SharedSection.h"
 
 namespace quillpress::launcher {
 

@@ -6,9 +6,9 @@
 #include "tools/launcher/Options.h"
 #include "tools/launcher/Receiver.h"
 #include "tools/launcher/StopSignal.h"
-#include "win32/UserName.h"
-#include "win32/Windows.h"
-#include "win32/WindowsVersion.h"
+#include "umpd/win32/UserName.h"
+#include "umpd/win32/Windows.h"
+#include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress::launcher {
 namespace {

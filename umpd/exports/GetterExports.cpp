@@ -1,14 +1,15 @@
 // What the rest of the driver asks a running job.
 
+#include <quillpress/driver.h>
+
 #include <algorithm>
 #include <string_view>
 
-#include "exports/Guarded.h"
-#include "exports/ValidJob.h"
-#include "metadata/PdfaXml.h"
-#include "quillpress/driver.h"
-#include "win32/Text.h"
-#include "win32/Windows.h"
+#include "umpd/exports/Guarded.h"
+#include "umpd/exports/ValidJob.h"
+#include "umpd/metadata/PdfaXml.h"
+#include "umpd/win32/Text.h"
+#include "umpd/win32/Windows.h"
 
 namespace quillpress {
 namespace {

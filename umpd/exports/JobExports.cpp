@@ -1,14 +1,15 @@
 // The life of a job: start, blocks, end.
 
+#include <quillpress/driver.h>
+
 #include <memory>
 
-#include "exports/Guarded.h"
-#include "exports/ValidJob.h"
-#include "exports/WriteBlock.h"
-#include "job/UmDriver2k.h"
-#include "quillpress/driver.h"
-#include "win32/ErrorBox.h"
-#include "win32/Trace.h"
+#include "umpd/exports/Guarded.h"
+#include "umpd/exports/ValidJob.h"
+#include "umpd/exports/WriteBlock.h"
+#include "umpd/job/UmDriver2k.h"
+#include "umpd/win32/ErrorBox.h"
+#include "umpd/win32/Trace.h"
 
 using quillpress::guarded;
 using quillpress::JobHandle;

@@ -1,10 +1,10 @@
-#include "exports/JobTable.h"
+#include "umpd/exports/JobTable.h"
 
 #include <cstdint>
 #include <map>
 #include <utility>
 
-#include "win32/CriticalSection.h"
+#include "umpd/win32/CriticalSection.h"
 
 namespace quillpress {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "job/UmDriver.h"
+#include "umpd/job/UmDriver.h"
 
 namespace quillpress {
 

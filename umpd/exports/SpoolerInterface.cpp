@@ -1,12 +1,12 @@
-#include "exports/SpoolerInterface.h"
+#include "umpd/exports/SpoolerInterface.h"
 
 #include <memory>
 
-#include "exports/Guarded.h"
-#include "exports/ValidJob.h"
-#include "exports/WriteBlock.h"
-#include "win32/ErrorBox.h"
-#include "win32/Trace.h"
+#include "umpd/exports/Guarded.h"
+#include "umpd/exports/ValidJob.h"
+#include "umpd/exports/WriteBlock.h"
+#include "umpd/win32/ErrorBox.h"
+#include "umpd/win32/Trace.h"
 
 namespace quillpress {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "exports/JobTable.h"
+#include "umpd/exports/JobTable.h"
 
 namespace quillpress {
 

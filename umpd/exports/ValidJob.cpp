@@ -1,6 +1,6 @@
-#include "exports/ValidJob.h"
+#include "umpd/exports/ValidJob.h"
 
-#include "win32/ErrorBox.h"
+#include "umpd/win32/ErrorBox.h"
 
 namespace quillpress {
 

@@ -1,6 +1,6 @@
-#include "exports/WriteBlock.h"
+#include "umpd/exports/WriteBlock.h"
 
-#include "exports/Guarded.h"
+#include "umpd/exports/Guarded.h"
 
 namespace quillpress {
 

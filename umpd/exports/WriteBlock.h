@@ -1,6 +1,6 @@
 #pragma once
 
-#include "job/UmDriver.h"
+#include "umpd/job/UmDriver.h"
 
 namespace quillpress {
 

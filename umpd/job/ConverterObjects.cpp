@@ -1,7 +1,7 @@
-#include "job/ConverterObjects.h"
+#include "umpd/job/ConverterObjects.h"
 
-#include "pdf/PdfObjectList.h"
-#include "win32/CriticalSection.h"
+#include "postscript/lib/pdf/PdfObjectList.h"
+#include "umpd/win32/CriticalSection.h"
 
 namespace quillpress {
 

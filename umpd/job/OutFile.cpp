@@ -1,4 +1,4 @@
-#include "job/OutFile.h"
+#include "umpd/job/OutFile.h"
 
 namespace quillpress {
 

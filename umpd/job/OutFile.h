@@ -4,7 +4,7 @@
 #include <span>
 #include <string>
 
-#include "win32/Handles.h"
+#include "umpd/win32/Handles.h"
 
 namespace quillpress {
 

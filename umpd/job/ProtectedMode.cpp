@@ -1,6 +1,6 @@
-#include "job/ProtectedMode.h"
+#include "umpd/job/ProtectedMode.h"
 
-#include "win32/FunctionsByName.h"
+#include "umpd/win32/FunctionsByName.h"
 
 namespace quillpress {
 

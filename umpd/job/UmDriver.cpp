@@ -1,14 +1,14 @@
-#include "job/UmDriver.h"
+#include "umpd/job/UmDriver.h"
 
-#include "job/ConverterObjects.h"
-#include "spooler/JobQueue.h"
-#include "spooler/SpoolerIdentity.h"
-#include "win32/AnsiText.h"
-#include "win32/ErrorBox.h"
-#include "win32/Text.h"
-#include "win32/Trace.h"
-#include "win32/UserName.h"
-#include "win32/WindowsVersion.h"
+#include "umpd/job/ConverterObjects.h"
+#include "umpd/spooler/JobQueue.h"
+#include "umpd/spooler/SpoolerIdentity.h"
+#include "umpd/win32/AnsiText.h"
+#include "umpd/win32/ErrorBox.h"
+#include "umpd/win32/Text.h"
+#include "umpd/win32/Trace.h"
+#include "umpd/win32/UserName.h"
+#include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress {
 namespace {

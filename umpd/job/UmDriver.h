@@ -5,10 +5,10 @@
 #include <span>
 #include <string>
 
-#include "job/OutFile.h"
-#include "settings/DriverSettings.h"
-#include "spooler/PrinterInformation.h"
-#include "win32/NamedMutex.h"
+#include "umpd/job/OutFile.h"
+#include "umpd/settings/DriverSettings.h"
+#include "umpd/spooler/PrinterInformation.h"
+#include "umpd/win32/NamedMutex.h"
 
 namespace quillpress {
 

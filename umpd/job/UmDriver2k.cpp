@@ -1,9 +1,9 @@
-#include "job/UmDriver2k.h"
+#include "umpd/job/UmDriver2k.h"
 
-#include "output/SetupProgram.h"
-#include "win32/ErrorBox.h"
-#include "win32/Text.h"
-#include "win32/Trace.h"
+#include "umpd/output/SetupProgram.h"
+#include "umpd/win32/ErrorBox.h"
+#include "umpd/win32/Text.h"
+#include "umpd/win32/Trace.h"
 
 namespace quillpress {
 

@@ -1,12 +1,12 @@
 // What happens when a document ends.
 
-#include "job/UmDriver.h"
-#include "launcher/LauncherProxy.h"
-#include "output/NameCharacters.h"
-#include "spooler/JobQueue.h"
-#include "win32/NamedEvent.h"
-#include "win32/Trace.h"
-#include "win32/WindowsVersion.h"
+#include "umpd/job/UmDriver.h"
+#include "umpd/launcher/LauncherProxy.h"
+#include "umpd/output/NameCharacters.h"
+#include "umpd/spooler/JobQueue.h"
+#include "umpd/win32/NamedEvent.h"
+#include "umpd/win32/Trace.h"
+#include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress {
 namespace {

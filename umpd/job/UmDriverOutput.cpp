@@ -1,15 +1,15 @@
 // How a job's blocks reach the output file.
 
-#include "job/ProtectedMode.h"
-#include "job/UmDriver.h"
-#include "job/VirtualizedPath.h"
-#include "launcher/LauncherProxy.h"
-#include "output/SetFilename.h"
-#include "win32/ErrorBox.h"
-#include "win32/ShellFolders.h"
-#include "win32/Text.h"
-#include "win32/Trace.h"
-#include "win32/WindowsVersion.h"
+#include "umpd/job/ProtectedMode.h"
+#include "umpd/job/UmDriver.h"
+#include "umpd/job/VirtualizedPath.h"
+#include "umpd/launcher/LauncherProxy.h"
+#include "umpd/output/SetFilename.h"
+#include "umpd/win32/ErrorBox.h"
+#include "umpd/win32/ShellFolders.h"
+#include "umpd/win32/Text.h"
+#include "umpd/win32/Trace.h"
+#include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
-#include "job/VirtualizedPath.h"
+#include "umpd/job/VirtualizedPath.h"
 
-#include "win32/Text.h"
+#include "umpd/win32/Text.h"
 
 namespace quillpress {
 

@@ -1,4 +1,4 @@
-#include "launcher/ChannelNames.h"
+#include "umpd/launcher/ChannelNames.h"
 
 namespace quillpress {
 

@@ -3,7 +3,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "launcher/MessageChannel.h"
+#include "umpd/launcher/MessageChannel.h"
 
 namespace quillpress {
 

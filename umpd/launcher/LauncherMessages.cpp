@@ -1,4 +1,4 @@
-#include "launcher/LauncherMessages.h"
+#include "umpd/launcher/LauncherMessages.h"
 
 #include <algorithm>
 

@@ -1,11 +1,11 @@
-#include "launcher/LauncherProxy.h"
+#include "umpd/launcher/LauncherProxy.h"
 
-#include "launcher/LauncherMessages.h"
-#include "settings/InstallFolder.h"
-#include "win32/AnsiText.h"
-#include "win32/UserName.h"
-#include "win32/Windows.h"
-#include "win32/WindowsVersion.h"
+#include "umpd/launcher/LauncherMessages.h"
+#include "umpd/settings/InstallFolder.h"
+#include "umpd/win32/AnsiText.h"
+#include "umpd/win32/UserName.h"
+#include "umpd/win32/Windows.h"
+#include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress {
 

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "launcher/InterProcessComms.h"
-#include "launcher/LauncherStruct.h"
+#include "umpd/launcher/InterProcessComms.h"
+#include "umpd/launcher/LauncherStruct.h"
 
 namespace quillpress {
 

@@ -1,11 +1,11 @@
-#include "launcher/MessageChannel.h"
+#include "umpd/launcher/MessageChannel.h"
 
 #include <utility>
 
-#include "win32/ErrorBox.h"
-#include "win32/NamedEvent.h"
-#include "win32/NamedMutex.h"
-#include "win32/Trace.h"
+#include "umpd/win32/ErrorBox.h"
+#include "umpd/win32/NamedEvent.h"
+#include "umpd/win32/NamedMutex.h"
+#include "umpd/win32/Trace.h"
 
 namespace quillpress {
 

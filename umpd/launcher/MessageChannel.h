@@ -4,8 +4,8 @@
 #include <span>
 #include <string>
 
-#include "launcher/ChannelNames.h"
-#include "win32/SharedSection.h"
+#include "umpd/launcher/ChannelNames.h"
+#include "umpd/win32/SharedSection.h"
 
 namespace quillpress {
 

@@ -1,6 +1,6 @@
-#include "metadata/DocumentInfo.h"
+#include "umpd/metadata/DocumentInfo.h"
 
-#include "win32/Text.h"
+#include "umpd/win32/Text.h"
 
 namespace quillpress {
 

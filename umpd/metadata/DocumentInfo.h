@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "metadata/XmpPacket.h"
+#include "umpd/metadata/XmpPacket.h"
 
 namespace quillpress {
 

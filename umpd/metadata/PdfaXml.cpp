@@ -1,9 +1,9 @@
-#include "metadata/PdfaXml.h"
+#include "umpd/metadata/PdfaXml.h"
 
-#include "metadata/DocumentInfo.h"
-#include "metadata/XmpDate.h"
-#include "settings/RegistryValues.h"
-#include "win32/Windows.h"
+#include "umpd/metadata/DocumentInfo.h"
+#include "umpd/metadata/XmpDate.h"
+#include "umpd/settings/RegistryValues.h"
+#include "umpd/win32/Windows.h"
 
 namespace quillpress {
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "settings/DriverSettings.h"
+#include "umpd/settings/DriverSettings.h"
 
 namespace quillpress {
 

@@ -1,4 +1,4 @@
-#include "metadata/XmlEscape.h"
+#include "umpd/metadata/XmlEscape.h"
 
 namespace quillpress {
 namespace {

@@ -1,4 +1,4 @@
-#include "metadata/XmpDate.h"
+#include "umpd/metadata/XmpDate.h"
 
 #include <array>
 #include <cstdlib>

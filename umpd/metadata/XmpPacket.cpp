@@ -1,8 +1,8 @@
-#include "metadata/XmpPacket.h"
+#include "umpd/metadata/XmpPacket.h"
 
 #include <string_view>
 
-#include "metadata/XmlEscape.h"
+#include "umpd/metadata/XmlEscape.h"
 
 namespace quillpress {
 namespace {

@@ -1,8 +1,8 @@
-#include "output/CleanedName.h"
+#include "umpd/output/CleanedName.h"
 
 #include <algorithm>
 
-#include "output/NameCharacters.h"
+#include "umpd/output/NameCharacters.h"
 
 namespace quillpress {
 namespace {

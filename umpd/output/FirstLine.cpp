@@ -1,7 +1,7 @@
-#include "output/FirstLine.h"
+#include "umpd/output/FirstLine.h"
 
-#include "win32/AnsiText.h"
-#include "win32/Handles.h"
+#include "umpd/win32/AnsiText.h"
+#include "umpd/win32/Handles.h"
 
 namespace quillpress {
 

@@ -1,4 +1,4 @@
-#include "output/FirstLine.h"
+#include "umpd/output/FirstLine.h"
 
 namespace quillpress {
 

@@ -1,4 +1,4 @@
-#include "output/NameCharacters.h"
+#include "umpd/output/NameCharacters.h"
 
 #include <algorithm>
 

@@ -1,10 +1,10 @@
-#include "output/OutputName.h"
+#include "umpd/output/OutputName.h"
 
-#include "output/CleanedName.h"
-#include "output/NameCharacters.h"
-#include "output/PathRules.h"
-#include "win32/Text.h"
-#include "win32/Trace.h"
+#include "umpd/output/CleanedName.h"
+#include "umpd/output/NameCharacters.h"
+#include "umpd/output/PathRules.h"
+#include "umpd/win32/Text.h"
+#include "umpd/win32/Trace.h"
 
 namespace quillpress {
 namespace {

@@ -1,4 +1,4 @@
-#include "output/PathRules.h"
+#include "umpd/output/PathRules.h"
 
 namespace quillpress {
 namespace {

@@ -1,8 +1,8 @@
-#include "output/ProgramRunner.h"
+#include "umpd/output/ProgramRunner.h"
 
-#include "win32/DriverDebugOutput.h"
-#include "win32/Handles.h"
-#include "win32/Trace.h"
+#include "umpd/win32/DriverDebugOutput.h"
+#include "umpd/win32/Handles.h"
+#include "umpd/win32/Trace.h"
 
 namespace quillpress {
 namespace {

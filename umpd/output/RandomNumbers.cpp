@@ -1,6 +1,6 @@
-#include "output/RandomNumbers.h"
+#include "umpd/output/RandomNumbers.h"
 
-#include "win32/Windows.h"
+#include "umpd/win32/Windows.h"
 
 namespace quillpress {
 namespace {

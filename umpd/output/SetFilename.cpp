@@ -1,10 +1,10 @@
-#include "output/SetFilename.h"
+#include "umpd/output/SetFilename.h"
 
-#include "output/FirstLine.h"
-#include "output/OutputName.h"
-#include "output/PathRules.h"
-#include "output/RandomNumbers.h"
-#include "win32/Windows.h"
+#include "umpd/output/FirstLine.h"
+#include "umpd/output/OutputName.h"
+#include "umpd/output/PathRules.h"
+#include "umpd/output/RandomNumbers.h"
+#include "umpd/win32/Windows.h"
 
 namespace quillpress {
 namespace {

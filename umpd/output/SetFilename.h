@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "settings/DriverSettings.h"
+#include "umpd/settings/DriverSettings.h"
 
 namespace quillpress {
 

@@ -1,11 +1,11 @@
-#include "output/SetupProgram.h"
+#include "umpd/output/SetupProgram.h"
 
-#include "output/ProgramRunner.h"
-#include "settings/InstallFolder.h"
-#include "settings/RegistryKeys.h"
-#include "settings/RegistryValues.h"
-#include "settings/UserRoot.h"
-#include "win32/Trace.h"
+#include "umpd/output/ProgramRunner.h"
+#include "umpd/settings/InstallFolder.h"
+#include "umpd/settings/RegistryKeys.h"
+#include "umpd/settings/RegistryValues.h"
+#include "umpd/settings/UserRoot.h"
+#include "umpd/win32/Trace.h"
 
 namespace quillpress {
 namespace {

@@ -1,4 +1,4 @@
-#include "settings/DecimalText.h"
+#include "umpd/settings/DecimalText.h"
 
 #include <algorithm>
 #include <cstdint>

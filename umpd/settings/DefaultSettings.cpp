@@ -1,8 +1,8 @@
-#include "settings/DefaultSettings.h"
+#include "umpd/settings/DefaultSettings.h"
 
-#include "settings/InstallFolder.h"
-#include "win32/ShellFolders.h"
-#include "win32/Windows.h"
+#include "umpd/settings/InstallFolder.h"
+#include "umpd/win32/ShellFolders.h"
+#include "umpd/win32/Windows.h"
 
 namespace quillpress {
 

@@ -1,4 +1,4 @@
-#include "settings/DefaultSettings.h"
+#include "umpd/settings/DefaultSettings.h"
 
 namespace quillpress {
 namespace {

@@ -1,8 +1,8 @@
-#include "settings/DriverConfigFile.h"
+#include "umpd/settings/DriverConfigFile.h"
 
-#include "settings/DriverConfigText.h"
-#include "win32/Handles.h"
-#include "win32/SystemFolder.h"
+#include "umpd/settings/DriverConfigText.h"
+#include "umpd/win32/Handles.h"
+#include "umpd/win32/SystemFolder.h"
 
 namespace quillpress {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "settings/StringMap.h"
+#include "umpd/settings/StringMap.h"
 
 namespace quillpress {
 

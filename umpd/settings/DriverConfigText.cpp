@@ -1,4 +1,4 @@
-#include "settings/DriverConfigText.h"
+#include "umpd/settings/DriverConfigText.h"
 
 #include <algorithm>
 

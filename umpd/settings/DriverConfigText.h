@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "settings/StringMap.h"
+#include "umpd/settings/StringMap.h"
 
 namespace quillpress {
 

@@ -1,15 +1,15 @@
-#include "settings/DriverSettings.h"
+#include "umpd/settings/DriverSettings.h"
 
-#include "settings/DecimalText.h"
-#include "settings/DefaultSettings.h"
-#include "settings/DriverConfigFile.h"
-#include "settings/RegistryKeys.h"
-#include "settings/RegistryNames.h"
-#include "settings/RegistryValues.h"
-#include "settings/UserRoot.h"
-#include "spooler/FindPort.h"
-#include "spooler/OpenPrinter.h"
-#include "win32/DriverDebugOutput.h"
+#include "umpd/settings/DecimalText.h"
+#include "umpd/settings/DefaultSettings.h"
+#include "umpd/settings/DriverConfigFile.h"
+#include "umpd/settings/RegistryKeys.h"
+#include "umpd/settings/RegistryNames.h"
+#include "umpd/settings/RegistryValues.h"
+#include "umpd/settings/UserRoot.h"
+#include "umpd/spooler/FindPort.h"
+#include "umpd/spooler/OpenPrinter.h"
+#include "umpd/win32/DriverDebugOutput.h"
 
 namespace quillpress {
 namespace {

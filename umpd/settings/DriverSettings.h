@@ -3,11 +3,11 @@
 #include <string>
 #include <string_view>
 
-#include "settings/IniFile.h"
-#include "settings/PrinterNaming.h"
-#include "settings/StringMap.h"
-#include "spooler/PrinterHandle.h"
-#include "win32/Handles.h"
+#include "umpd/settings/IniFile.h"
+#include "umpd/settings/PrinterNaming.h"
+#include "umpd/settings/StringMap.h"
+#include "umpd/spooler/PrinterHandle.h"
+#include "umpd/win32/Handles.h"
 
 namespace quillpress {
 

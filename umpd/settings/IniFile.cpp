@@ -1,8 +1,8 @@
-#include "settings/IniFile.h"
+#include "umpd/settings/IniFile.h"
 
-#include "settings/IniSection.h"
-#include "settings/InstallFolder.h"
-#include "win32/Windows.h"
+#include "umpd/settings/IniSection.h"
+#include "umpd/settings/InstallFolder.h"
+#include "umpd/win32/Windows.h"
 
 namespace quillpress {
 namespace {

@@ -1,4 +1,4 @@
-#include "settings/IniSection.h"
+#include "umpd/settings/IniSection.h"
 
 namespace quillpress {
 

@@ -1,11 +1,11 @@
-#include "settings/InstallFolder.h"
+#include "umpd/settings/InstallFolder.h"
 
 #include <algorithm>
 #include <array>
 #include <atomic>
 
-#include "spooler/Winspool.h"
-#include "win32/WindowsVersion.h"
+#include "umpd/spooler/Winspool.h"
+#include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress {
 namespace {

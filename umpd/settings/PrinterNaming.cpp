@@ -1,7 +1,7 @@
-#include "settings/PrinterNaming.h"
+#include "umpd/settings/PrinterNaming.h"
 
-#include "settings/RegistryNames.h"
-#include "win32/Text.h"
+#include "umpd/settings/RegistryNames.h"
+#include "umpd/win32/Text.h"
 
 namespace quillpress {
 

@@ -1,4 +1,4 @@
-#include "settings/RegistryKeys.h"
+#include "umpd/settings/RegistryKeys.h"
 
 namespace quillpress {
 

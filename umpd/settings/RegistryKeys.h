@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "win32/Handles.h"
+#include "umpd/win32/Handles.h"
 
 namespace quillpress {
 

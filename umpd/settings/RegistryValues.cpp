@@ -1,11 +1,11 @@
-#include "settings/RegistryValues.h"
+#include "umpd/settings/RegistryValues.h"
 
 #include <algorithm>
 #include <cstring>
 #include <vector>
 
-#include "win32/Text.h"
-#include "win32/TryResize.h"
+#include "umpd/win32/Text.h"
+#include "umpd/win32/TryResize.h"
 
 namespace quillpress {
 namespace {

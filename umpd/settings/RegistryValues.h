@@ -3,8 +3,8 @@
 #include <optional>
 #include <string>
 
-#include "settings/StringMap.h"
-#include "win32/Windows.h"
+#include "umpd/settings/StringMap.h"
+#include "umpd/win32/Windows.h"
 
 namespace quillpress {
 

@@ -1,9 +1,9 @@
-#include "settings/StringMap.h"
+#include "umpd/settings/StringMap.h"
 
 #include <algorithm>
 
-#include "settings/DecimalText.h"
-#include "win32/Text.h"
+#include "umpd/settings/DecimalText.h"
+#include "umpd/win32/Text.h"
 
 namespace quillpress {
 

@@ -1,14 +1,14 @@
-#include "settings/UserRoot.h"
+#include "umpd/settings/UserRoot.h"
 
 #include <string>
 
-#include "settings/RegistryKeys.h"
-#include "settings/RegistryNames.h"
-#include "settings/RegistryValues.h"
-#include "spooler/UserSid.h"
-#include "win32/FunctionsByName.h"
-#include "win32/Trace.h"
-#include "win32/WindowsVersion.h"
+#include "umpd/settings/RegistryKeys.h"
+#include "umpd/settings/RegistryNames.h"
+#include "umpd/settings/RegistryValues.h"
+#include "umpd/spooler/UserSid.h"
+#include "umpd/win32/FunctionsByName.h"
+#include "umpd/win32/Trace.h"
+#include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress {
 namespace {

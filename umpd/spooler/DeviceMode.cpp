@@ -1,9 +1,9 @@
-#include "spooler/DeviceMode.h"
+#include "umpd/spooler/DeviceMode.h"
 
 #include <algorithm>
 #include <iterator>
 
-#include "win32/Text.h"
+#include "umpd/win32/Text.h"
 
 namespace quillpress {
 namespace {

@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-#include "spooler/Winspool.h"
+#include "umpd/spooler/Winspool.h"
 
 namespace quillpress {
 

@@ -1,13 +1,13 @@
-#include "spooler/DomainController.h"
+#include "umpd/spooler/DomainController.h"
 
-#include "spooler/DomainControllerRecord.h"
-#include "win32/CriticalSection.h"
-#include "win32/FunctionsByName.h"
-#include "win32/SharedSection.h"
-#include "win32/SystemLibrary.h"
-#include "win32/Text.h"
-#include "win32/Trace.h"
-#include "win32/WindowsVersion.h"
+#include "umpd/spooler/DomainControllerRecord.h"
+#include "umpd/win32/CriticalSection.h"
+#include "umpd/win32/FunctionsByName.h"
+#include "umpd/win32/SharedSection.h"
+#include "umpd/win32/SystemLibrary.h"
+#include "umpd/win32/Text.h"
+#include "umpd/win32/Trace.h"
+#include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress {
 namespace {

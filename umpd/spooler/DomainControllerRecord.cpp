@@ -1,8 +1,8 @@
-#include "spooler/DomainControllerRecord.h"
+#include "umpd/spooler/DomainControllerRecord.h"
 
 #include <algorithm>
 
-#include "win32/Text.h"
+#include "umpd/win32/Text.h"
 
 namespace quillpress {
 

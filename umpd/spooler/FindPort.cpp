@@ -1,10 +1,10 @@
-#include "spooler/FindPort.h"
+#include "umpd/spooler/FindPort.h"
 
 #include <utility>
 
-#include "spooler/PrinterPorts.h"
-#include "win32/AnsiText.h"
-#include "win32/Text.h"
+#include "umpd/spooler/PrinterPorts.h"
+#include "umpd/win32/AnsiText.h"
+#include "umpd/win32/Text.h"
 
 namespace quillpress {
 namespace {

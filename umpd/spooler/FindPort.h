@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "spooler/PrinterIterator.h"
+#include "umpd/spooler/PrinterIterator.h"
 
 namespace quillpress {
 

@@ -1,12 +1,12 @@
-#include "spooler/JobQueue.h"
+#include "umpd/spooler/JobQueue.h"
 
 #include <algorithm>
 
-#include "spooler/PrinterInformation.h"
-#include "win32/AnsiText.h"
-#include "win32/Trace.h"
-#include "win32/TryResize.h"
-#include "win32/WindowsVersion.h"
+#include "umpd/spooler/PrinterInformation.h"
+#include "umpd/win32/AnsiText.h"
+#include "umpd/win32/Trace.h"
+#include "umpd/win32/TryResize.h"
+#include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress {
 namespace {

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "spooler/QueuedJob.h"
-#include "spooler/Winspool.h"
+#include "umpd/spooler/QueuedJob.h"
+#include "umpd/spooler/Winspool.h"
 
 namespace quillpress {
 

@@ -1,8 +1,8 @@
-#include "spooler/OpenPrinter.h"
+#include "umpd/spooler/OpenPrinter.h"
 
-#include "spooler/DeviceMode.h"
-#include "win32/SystemMessage.h"
-#include "win32/Trace.h"
+#include "umpd/spooler/DeviceMode.h"
+#include "umpd/win32/SystemMessage.h"
+#include "umpd/win32/Trace.h"
 
 namespace quillpress {
 

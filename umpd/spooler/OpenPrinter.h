@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "spooler/PrinterHandle.h"
+#include "umpd/spooler/PrinterHandle.h"
 
 namespace quillpress {
 

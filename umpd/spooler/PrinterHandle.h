@@ -1,7 +1,7 @@
 #pragma once
 
-#include "spooler/Winspool.h"
-#include "win32/UniqueHandle.h"
+#include "umpd/spooler/Winspool.h"
+#include "umpd/win32/UniqueHandle.h"
 
 namespace quillpress {
 

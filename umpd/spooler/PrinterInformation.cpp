@@ -1,9 +1,9 @@
-#include "spooler/PrinterInformation.h"
+#include "umpd/spooler/PrinterInformation.h"
 
-#include "win32/AnsiText.h"
-#include "win32/SystemMessage.h"
-#include "win32/Trace.h"
-#include "win32/TryResize.h"
+#include "umpd/win32/AnsiText.h"
+#include "umpd/win32/SystemMessage.h"
+#include "umpd/win32/Trace.h"
+#include "umpd/win32/TryResize.h"
 
 namespace quillpress {
 

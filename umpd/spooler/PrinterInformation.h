@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "spooler/Winspool.h"
+#include "umpd/spooler/Winspool.h"
 
 namespace quillpress {
 

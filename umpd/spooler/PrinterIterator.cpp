@@ -1,9 +1,9 @@
-#include "spooler/PrinterIterator.h"
+#include "umpd/spooler/PrinterIterator.h"
 
 #include <algorithm>
 #include <vector>
 
-#include "win32/TryResize.h"
+#include "umpd/win32/TryResize.h"
 
 namespace quillpress {
 

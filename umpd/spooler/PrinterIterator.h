@@ -1,6 +1,6 @@
 #pragma once
 
-#include "spooler/Winspool.h"
+#include "umpd/spooler/Winspool.h"
 
 namespace quillpress {
 

@@ -1,6 +1,6 @@
-#include "spooler/PrinterPorts.h"
+#include "umpd/spooler/PrinterPorts.h"
 
-#include "win32/Text.h"
+#include "umpd/win32/Text.h"
 
 namespace quillpress {
 

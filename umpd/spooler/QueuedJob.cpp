@@ -1,8 +1,8 @@
-#include "spooler/QueuedJob.h"
+#include "umpd/spooler/QueuedJob.h"
 
 #include <algorithm>
 
-#include "win32/Trace.h"
+#include "umpd/win32/Trace.h"
 
 namespace quillpress {
 namespace {

@@ -1,4 +1,4 @@
-#include "spooler/SidText.h"
+#include "umpd/spooler/SidText.h"
 
 #include <cwchar>
 

@@ -1,8 +1,8 @@
-#include "spooler/SpoolerIdentity.h"
+#include "umpd/spooler/SpoolerIdentity.h"
 
-#include "win32/ErrorBox.h"
-#include "win32/FunctionsByName.h"
-#include "win32/WindowsVersion.h"
+#include "umpd/win32/ErrorBox.h"
+#include "umpd/win32/FunctionsByName.h"
+#include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress {
 

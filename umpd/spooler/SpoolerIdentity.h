@@ -1,6 +1,6 @@
 #pragma once
 
-#include "win32/SystemLibrary.h"
+#include "umpd/win32/SystemLibrary.h"
 
 namespace quillpress {
 

@@ -1,14 +1,14 @@
-#include "spooler/UserSid.h"
+#include "umpd/spooler/UserSid.h"
 
 #include <algorithm>
 #include <vector>
 
-#include "spooler/DomainController.h"
-#include "spooler/SidText.h"
-#include "win32/TryResize.h"
-#include "win32/UserName.h"
-#include "win32/Windows.h"
-#include "win32/WindowsVersion.h"
+#include "umpd/spooler/DomainController.h"
+#include "umpd/spooler/SidText.h"
+#include "umpd/win32/TryResize.h"
+#include "umpd/win32/UserName.h"
+#include "umpd/win32/Windows.h"
+#include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress {
 namespace {

@@ -1,5 +1,5 @@
 #pragma once
 
-#include "win32/Windows.h"
+#include "umpd/win32/Windows.h"
 // The spooler's header needs the one above.
 #include <winspool.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "win32/Windows.h"
+#include "umpd/win32/Windows.h"
 
 namespace quillpress {
 

@@ -1,6 +1,6 @@
-#include "win32/DriverDebugOutput.h"
+#include "umpd/win32/DriverDebugOutput.h"
 
-#include "win32/Windows.h"
+#include "umpd/win32/Windows.h"
 
 namespace quillpress {
 

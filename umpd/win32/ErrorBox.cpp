@@ -1,12 +1,12 @@
-#include "win32/ErrorBox.h"
+#include "umpd/win32/ErrorBox.h"
 
 #include <array>
 #include <cstdarg>
 #include <cstdio>
 #include <string>
 
-#include "win32/SystemMessage.h"
-#include "win32/Windows.h"
+#include "umpd/win32/SystemMessage.h"
+#include "umpd/win32/Windows.h"
 
 namespace quillpress {
 namespace {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "win32/SystemLibrary.h"
-#include "win32/Windows.h"
+#include "umpd/win32/SystemLibrary.h"
+#include "umpd/win32/Windows.h"
 
 namespace quillpress {
 

@@ -1,9 +1,9 @@
-#include "win32/NamedEvent.h"
+#include "umpd/win32/NamedEvent.h"
 
 #include <utility>
 
-#include "win32/SecurityAttributes.h"
-#include "win32/Trace.h"
+#include "umpd/win32/SecurityAttributes.h"
+#include "umpd/win32/Trace.h"
 
 namespace quillpress {
 

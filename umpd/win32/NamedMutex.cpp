@@ -1,10 +1,10 @@
-#include "win32/NamedMutex.h"
+#include "umpd/win32/NamedMutex.h"
 
 #include <utility>
 
-#include "win32/DriverDebugOutput.h"
-#include "win32/SecurityAttributes.h"
-#include "win32/SystemMessage.h"
+#include "umpd/win32/DriverDebugOutput.h"
+#include "umpd/win32/SecurityAttributes.h"
+#include "umpd/win32/SystemMessage.h"
 
 namespace quillpress {
 

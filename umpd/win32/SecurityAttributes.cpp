@@ -1,12 +1,12 @@
-#include "win32/SecurityAttributes.h"
+#include "umpd/win32/SecurityAttributes.h"
 
-#include "win32/Windows.h"
+#include "umpd/win32/Windows.h"
 // Needs the header above.
 #include <sddl.h>
 
-#include "win32/DriverDebugOutput.h"
-#include "win32/ErrorBox.h"
-#include "win32/WindowsVersion.h"
+#include "umpd/win32/DriverDebugOutput.h"
+#include "umpd/win32/ErrorBox.h"
+#include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress {
 namespace {

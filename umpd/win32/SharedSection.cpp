@@ -1,8 +1,8 @@
-#include "win32/SharedSection.h"
+#include "umpd/win32/SharedSection.h"
 
 #include <utility>
 
-#include "win32/SecurityAttributes.h"
+#include "umpd/win32/SecurityAttributes.h"
 
 namespace quillpress {
 

@@ -1,6 +1,6 @@
-#include "win32/ShellFolders.h"
+#include "umpd/win32/ShellFolders.h"
 
-#include "win32/Windows.h"
+#include "umpd/win32/Windows.h"
 // Needs the header above.
 #include <shlobj.h>
 

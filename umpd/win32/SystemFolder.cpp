@@ -1,8 +1,8 @@
-#include "win32/SystemFolder.h"
+#include "umpd/win32/SystemFolder.h"
 
 #include <array>
 
-#include "win32/Windows.h"
+#include "umpd/win32/Windows.h"
 
 namespace quillpress {
 

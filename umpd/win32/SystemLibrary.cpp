@@ -1,6 +1,6 @@
-#include "win32/SystemLibrary.h"
+#include "umpd/win32/SystemLibrary.h"
 
-#include "win32/SystemFolder.h"
+#include "umpd/win32/SystemFolder.h"
 
 namespace quillpress {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "win32/Handles.h"
+#include "umpd/win32/Handles.h"
 
 namespace quillpress {
 

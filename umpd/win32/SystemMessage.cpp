@@ -1,7 +1,7 @@
-#include "win32/SystemMessage.h"
+#include "umpd/win32/SystemMessage.h"
 
-#include "win32/Handles.h"
-#include "win32/Windows.h"
+#include "umpd/win32/Handles.h"
+#include "umpd/win32/Windows.h"
 
 namespace quillpress {
 

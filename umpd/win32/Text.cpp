@@ -1,4 +1,4 @@
-#include "win32/Text.h"
+#include "umpd/win32/Text.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
-#include "win32/UserName.h"
+#include "umpd/win32/UserName.h"
 
 #include <array>
 
-#include "win32/Text.h"
-#include "win32/Windows.h"
+#include "umpd/win32/Text.h"
+#include "umpd/win32/Windows.h"
 
 namespace quillpress {
 

@@ -1,6 +1,6 @@
-#include "win32/WindowsVersion.h"
+#include "umpd/win32/WindowsVersion.h"
 
-#include "win32/Windows.h"
+#include "umpd/win32/Windows.h"
 
 namespace quillpress {
 

@@ -1,10 +1,10 @@
 // The six exported functions: the one place that turns exceptions into results.
 
-#include "quillpress/converter.h"
+#include <quillpress/converter.h>
 
 #include <new>
 
-#include "pdf/Postscript2Pdf.h"
+#include "postscript/lib/pdf/Postscript2Pdf.h"
 
 namespace {
 

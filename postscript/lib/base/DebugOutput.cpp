@@ -1,4 +1,4 @@
-#include "base/DebugOutput.h"
+#include "postscript/lib/base/DebugOutput.h"
 
 #ifdef _WIN32
 

@@ -1,4 +1,4 @@
-#include "base/Ex.h"
+#include "postscript/lib/base/Ex.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
-#include "interpreter/DictionarySet.h"
+#include "postscript/lib/interpreter/DictionarySet.h"
 
-#include "base/Ex.h"
+#include "postscript/lib/base/Ex.h"
 
 namespace quillpress {
 

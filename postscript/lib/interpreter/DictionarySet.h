@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "interpreter/MemorySet.h"
-#include "objects/NameObject.h"
+#include "postscript/lib/interpreter/MemorySet.h"
+#include "postscript/lib/objects/NameObject.h"
 
 namespace quillpress {
 

@@ -1,13 +1,13 @@
-#include "interpreter/Interpreter.h"
+#include "postscript/lib/interpreter/Interpreter.h"
 
 #include <array>
 #include <cstring>
 
-#include "base/DebugOutput.h"
-#include "base/Ex.h"
-#include "interpreter/PrologueText.h"
-#include "operators/ImplementedGenOps.h"
-#include "operators/LanguageOperators.h"
+#include "postscript/lib/base/DebugOutput.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/interpreter/PrologueText.h"
+#include "postscript/lib/operators/ImplementedGenOps.h"
+#include "postscript/lib/operators/LanguageOperators.h"
 
 namespace quillpress {
 

@@ -4,15 +4,15 @@
 #include <string>
 #include <string_view>
 
-#include "interpreter/DictionarySet.h"
-#include "interpreter/MemorySet.h"
-#include "interpreter/Parser.h"
-#include "objects/ArrayObject.h"
-#include "objects/BooleanObject.h"
-#include "objects/IntegerObject.h"
-#include "objects/MarkObject.h"
-#include "objects/NullObject.h"
-#include "objects/RealObject.h"
+#include "postscript/lib/interpreter/DictionarySet.h"
+#include "postscript/lib/interpreter/MemorySet.h"
+#include "postscript/lib/interpreter/Parser.h"
+#include "postscript/lib/objects/ArrayObject.h"
+#include "postscript/lib/objects/BooleanObject.h"
+#include "postscript/lib/objects/IntegerObject.h"
+#include "postscript/lib/objects/MarkObject.h"
+#include "postscript/lib/objects/NullObject.h"
+#include "postscript/lib/objects/RealObject.h"
 
 namespace quillpress {
 

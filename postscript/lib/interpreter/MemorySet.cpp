@@ -1,4 +1,4 @@
-#include "interpreter/MemorySet.h"
+#include "postscript/lib/interpreter/MemorySet.h"
 
 namespace quillpress {
 

@@ -2,11 +2,11 @@
 
 #include <string>
 
-#include "objects/ArrayObject.h"
-#include "objects/DictionaryObject.h"
-#include "objects/FileObject.h"
-#include "objects/StringObject.h"
-#include "objects/VirtualMemoryObject.h"
+#include "postscript/lib/objects/ArrayObject.h"
+#include "postscript/lib/objects/DictionaryObject.h"
+#include "postscript/lib/objects/FileObject.h"
+#include "postscript/lib/objects/StringObject.h"
+#include "postscript/lib/objects/VirtualMemoryObject.h"
 
 namespace quillpress {
 

@@ -1,10 +1,10 @@
-#include "interpreter/Parser.h"
+#include "postscript/lib/interpreter/Parser.h"
 
 #include <algorithm>
 
-#include "base/Ex.h"
-#include "interpreter/TokenNumbers.h"
-#include "objects/DecodeFilters.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/interpreter/TokenNumbers.h"
+#include "postscript/lib/objects/DecodeFilters.h"
 
 namespace quillpress {
 

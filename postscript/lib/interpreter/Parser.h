@@ -3,10 +3,10 @@
 #include <string>
 #include <string_view>
 
-#include "interpreter/CharacterClasses.h"
-#include "interpreter/DictionarySet.h"
-#include "interpreter/MemorySet.h"
-#include "interpreter/RecentNames.h"
+#include "postscript/lib/interpreter/CharacterClasses.h"
+#include "postscript/lib/interpreter/DictionarySet.h"
+#include "postscript/lib/interpreter/MemorySet.h"
+#include "postscript/lib/interpreter/RecentNames.h"
 
 namespace quillpress {
 

@@ -1,4 +1,4 @@
-#include "interpreter/PrologueText.h"
+#include "postscript/lib/interpreter/PrologueText.h"
 
 namespace quillpress {
 

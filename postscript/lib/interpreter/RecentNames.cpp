@@ -1,4 +1,4 @@
-#include "interpreter/RecentNames.h"
+#include "postscript/lib/interpreter/RecentNames.h"
 
 namespace quillpress {
 

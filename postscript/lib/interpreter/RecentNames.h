@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-#include "objects/NameObject.h"
+#include "postscript/lib/objects/NameObject.h"
 
 namespace quillpress {
 

@@ -1,8 +1,8 @@
-#include "interpreter/TokenNumbers.h"
+#include "postscript/lib/interpreter/TokenNumbers.h"
 
-#include "objects/IntegerObject.h"
-#include "objects/NumberUtils.h"
-#include "objects/RealObject.h"
+#include "postscript/lib/objects/IntegerObject.h"
+#include "postscript/lib/objects/NumberUtils.h"
+#include "postscript/lib/objects/RealObject.h"
 
 namespace quillpress {
 

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "objects/Ref.h"
+#include "postscript/lib/objects/Ref.h"
 
 namespace quillpress {
 

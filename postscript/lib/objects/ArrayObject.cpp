@@ -1,11 +1,11 @@
-#include "objects/ArrayObject.h"
+#include "postscript/lib/objects/ArrayObject.h"
 
 #include <vector>
 
-#include "base/Ex.h"
-#include "interpreter/Interpreter.h"
-#include "objects/Nesting.h"
-#include "objects/NumberUtils.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/interpreter/Interpreter.h"
+#include "postscript/lib/objects/Nesting.h"
+#include "postscript/lib/objects/NumberUtils.h"
 
 namespace quillpress {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "objects/CompositeObject.h"
-#include "objects/ObjectStack.h"
+#include "postscript/lib/objects/CompositeObject.h"
+#include "postscript/lib/objects/ObjectStack.h"
 
 namespace quillpress {
 

@@ -1,4 +1,4 @@
-#include "objects/BooleanObject.h"
+#include "postscript/lib/objects/BooleanObject.h"
 
 namespace quillpress {
 

@@ -1,4 +1,4 @@
-#include "objects/CompositeData.h"
+#include "postscript/lib/objects/CompositeData.h"
 
 namespace quillpress {
 

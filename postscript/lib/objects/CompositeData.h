@@ -1,6 +1,6 @@
 #pragma once
 
-#include "objects/TypeCode.h"
+#include "postscript/lib/objects/TypeCode.h"
 
 namespace quillpress {
 

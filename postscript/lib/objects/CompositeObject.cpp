@@ -1,6 +1,6 @@
-#include "objects/CompositeObject.h"
+#include "postscript/lib/objects/CompositeObject.h"
 
-#include "objects/VirtualMemoryObject.h"
+#include "postscript/lib/objects/VirtualMemoryObject.h"
 
 namespace quillpress {
 

@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <memory>
 
-#include "objects/CompositeData.h"
-#include "objects/Ref.h"
+#include "postscript/lib/objects/CompositeData.h"
+#include "postscript/lib/objects/Ref.h"
 
 namespace quillpress {
 

@@ -1,8 +1,8 @@
-#include "objects/DecodeFilters.h"
+#include "postscript/lib/objects/DecodeFilters.h"
 
 #include <cstdint>
 
-#include "objects/HexDigits.h"
+#include "postscript/lib/objects/HexDigits.h"
 
 namespace quillpress {
 

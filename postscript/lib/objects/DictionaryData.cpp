@@ -1,4 +1,4 @@
-#include "objects/DictionaryData.h"
+#include "postscript/lib/objects/DictionaryData.h"
 
 #include <algorithm>
 #include <numeric>

@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "objects/CompositeData.h"
-#include "objects/DictionaryKey.h"
-#include "objects/Ref.h"
+#include "postscript/lib/objects/CompositeData.h"
+#include "postscript/lib/objects/DictionaryKey.h"
+#include "postscript/lib/objects/Ref.h"
 
 namespace quillpress {
 

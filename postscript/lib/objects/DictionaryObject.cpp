@@ -1,10 +1,10 @@
-#include "objects/DictionaryObject.h"
+#include "postscript/lib/objects/DictionaryObject.h"
 
 #include <vector>
 
-#include "objects/NameObject.h"
-#include "objects/StringObject.h"
-#include "objects/VirtualMemoryObject.h"
+#include "postscript/lib/objects/NameObject.h"
+#include "postscript/lib/objects/StringObject.h"
+#include "postscript/lib/objects/VirtualMemoryObject.h"
 
 namespace quillpress {
 

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "objects/CompositeObject.h"
-#include "objects/DictionaryData.h"
+#include "postscript/lib/objects/CompositeObject.h"
+#include "postscript/lib/objects/DictionaryData.h"
 
 namespace quillpress {
 

@@ -1,7 +1,7 @@
-#include "objects/FileObject.h"
+#include "postscript/lib/objects/FileObject.h"
 
-#include "base/Ex.h"
-#include "interpreter/Interpreter.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/interpreter/Interpreter.h"
 
 namespace quillpress {
 

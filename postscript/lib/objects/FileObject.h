@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "objects/CompositeObject.h"
+#include "postscript/lib/objects/CompositeObject.h"
 
 namespace quillpress {
 

@@ -1,8 +1,8 @@
-#include "objects/IntegerObject.h"
+#include "postscript/lib/objects/IntegerObject.h"
 
-#include "base/Ex.h"
-#include "objects/NumberUtils.h"
-#include "objects/RealObject.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/objects/NumberUtils.h"
+#include "postscript/lib/objects/RealObject.h"
 
 namespace quillpress {
 

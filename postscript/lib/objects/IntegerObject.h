@@ -1,6 +1,6 @@
 #pragma once
 
-#include "objects/Ref.h"
+#include "postscript/lib/objects/Ref.h"
 
 namespace quillpress {
 

@@ -1,4 +1,4 @@
-#include "objects/MarkObject.h"
+#include "postscript/lib/objects/MarkObject.h"
 
 namespace quillpress {
 

@@ -1,10 +1,10 @@
-#include "objects/Matrix.h"
+#include "postscript/lib/objects/Matrix.h"
 
 #include <array>
 #include <cmath>
 
-#include "base/Ex.h"
-#include "objects/RealObject.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/objects/RealObject.h"
 
 namespace quillpress {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "objects/ArrayObject.h"
+#include "postscript/lib/objects/ArrayObject.h"
 
 namespace quillpress {
 

@@ -1,7 +1,7 @@
-#include "objects/NameObject.h"
+#include "postscript/lib/objects/NameObject.h"
 
-#include "base/Ex.h"
-#include "interpreter/Interpreter.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/interpreter/Interpreter.h"
 
 namespace quillpress {
 

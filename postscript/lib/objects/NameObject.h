@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-#include "objects/DictionaryKey.h"
-#include "objects/Ref.h"
+#include "postscript/lib/objects/DictionaryKey.h"
+#include "postscript/lib/objects/Ref.h"
 
 namespace quillpress {
 

@@ -1,4 +1,4 @@
-#include "objects/NullObject.h"
+#include "postscript/lib/objects/NullObject.h"
 
 namespace quillpress {
 

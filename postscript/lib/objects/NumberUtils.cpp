@@ -1,4 +1,4 @@
-#include "objects/NumberUtils.h"
+#include "postscript/lib/objects/NumberUtils.h"
 
 #include <array>
 #include <charconv>
@@ -6,9 +6,9 @@
 #include <cstdlib>
 #include <limits>
 
-#include "base/Ex.h"
-#include "objects/IntegerObject.h"
-#include "objects/RealObject.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/objects/IntegerObject.h"
+#include "postscript/lib/objects/RealObject.h"
 
 namespace quillpress {
 

@@ -1,8 +1,8 @@
-#include "objects/ObjectStack.h"
+#include "postscript/lib/objects/ObjectStack.h"
 
 #include <algorithm>
 
-#include "base/Ex.h"
+#include "postscript/lib/base/Ex.h"
 
 namespace quillpress {
 

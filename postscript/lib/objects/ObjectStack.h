@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "objects/Ref.h"
+#include "postscript/lib/objects/Ref.h"
 
 namespace quillpress {
 

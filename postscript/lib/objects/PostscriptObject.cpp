@@ -1,6 +1,6 @@
-#include "objects/PostscriptObject.h"
+#include "postscript/lib/objects/PostscriptObject.h"
 
-#include "interpreter/Interpreter.h"
+#include "postscript/lib/interpreter/Interpreter.h"
 
 namespace quillpress {
 

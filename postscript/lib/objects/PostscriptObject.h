@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "objects/TypeCode.h"
+#include "postscript/lib/objects/TypeCode.h"
 
 namespace quillpress {
 

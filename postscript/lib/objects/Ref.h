@@ -3,7 +3,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "objects/PostscriptObject.h"
+#include "postscript/lib/objects/PostscriptObject.h"
 
 namespace quillpress {
 

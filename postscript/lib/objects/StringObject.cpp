@@ -1,7 +1,7 @@
-#include "objects/StringObject.h"
+#include "postscript/lib/objects/StringObject.h"
 
-#include "base/Ex.h"
-#include "objects/DecodeFilters.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/objects/DecodeFilters.h"
 
 namespace quillpress {
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "objects/CompositeObject.h"
+#include "postscript/lib/objects/CompositeObject.h"
 
 namespace quillpress {
 

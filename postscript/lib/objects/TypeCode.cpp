@@ -1,4 +1,4 @@
-#include "objects/TypeCode.h"
+#include "postscript/lib/objects/TypeCode.h"
 
 #include <array>
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "objects/VirtualMemoryObject.h"
+#include "postscript/lib/objects/VirtualMemoryObject.h"
 
 namespace quillpress {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "objects/CompositeData.h"
-#include "objects/Ref.h"
+#include "postscript/lib/objects/CompositeData.h"
+#include "postscript/lib/objects/Ref.h"
 
 namespace quillpress {
 

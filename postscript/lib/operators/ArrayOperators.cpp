@@ -1,8 +1,8 @@
-#include "operators/ArrayOperators.h"
+#include "postscript/lib/operators/ArrayOperators.h"
 
 #include <new>
 
-#include "base/Ex.h"
+#include "postscript/lib/base/Ex.h"
 
 namespace quillpress {
 

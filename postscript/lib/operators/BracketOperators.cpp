@@ -1,4 +1,4 @@
-#include "operators/BracketOperators.h"
+#include "postscript/lib/operators/BracketOperators.h"
 
 #include <algorithm>
 #include <vector>

@@ -1,20 +1,20 @@
-#include "operators/Comparer.h"
+#include "postscript/lib/operators/Comparer.h"
 
 #include <algorithm>
 #include <cstring>
 #include <optional>
 #include <string>
 
-#include "base/Ex.h"
-#include "objects/ArrayObject.h"
-#include "objects/BooleanObject.h"
-#include "objects/DictionaryObject.h"
-#include "objects/IntegerObject.h"
-#include "objects/NameObject.h"
-#include "objects/Nesting.h"
-#include "objects/NumberUtils.h"
-#include "objects/RealObject.h"
-#include "objects/StringObject.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/objects/ArrayObject.h"
+#include "postscript/lib/objects/BooleanObject.h"
+#include "postscript/lib/objects/DictionaryObject.h"
+#include "postscript/lib/objects/IntegerObject.h"
+#include "postscript/lib/objects/NameObject.h"
+#include "postscript/lib/objects/Nesting.h"
+#include "postscript/lib/objects/NumberUtils.h"
+#include "postscript/lib/objects/RealObject.h"
+#include "postscript/lib/objects/StringObject.h"
 
 namespace quillpress {
 

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "objects/PostscriptObject.h"
+#include "postscript/lib/objects/PostscriptObject.h"
 
 namespace quillpress {
 

@@ -1,6 +1,6 @@
-#include "operators/ComparisonOperators.h"
+#include "postscript/lib/operators/ComparisonOperators.h"
 
-#include "operators/Comparer.h"
+#include "postscript/lib/operators/Comparer.h"
 
 namespace quillpress {
 

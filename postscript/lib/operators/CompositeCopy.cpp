@@ -1,11 +1,11 @@
-#include "operators/CompositeCopy.h"
+#include "postscript/lib/operators/CompositeCopy.h"
 
 #include <algorithm>
 
-#include "base/Ex.h"
-#include "objects/ArrayObject.h"
-#include "objects/DictionaryObject.h"
-#include "objects/StringObject.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/objects/ArrayObject.h"
+#include "postscript/lib/objects/DictionaryObject.h"
+#include "postscript/lib/objects/StringObject.h"
 
 namespace quillpress {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "objects/PostscriptObject.h"
+#include "postscript/lib/objects/PostscriptObject.h"
 
 namespace quillpress {
 

@@ -1,6 +1,6 @@
-#include "operators/CompositeOperators.h"
+#include "postscript/lib/operators/CompositeOperators.h"
 
-#include "base/Ex.h"
+#include "postscript/lib/base/Ex.h"
 
 namespace quillpress {
 

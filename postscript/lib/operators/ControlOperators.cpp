@@ -1,9 +1,9 @@
-#include "operators/ControlOperators.h"
+#include "postscript/lib/operators/ControlOperators.h"
 
 #include <algorithm>
 #include <array>
 
-#include "base/Ex.h"
+#include "postscript/lib/base/Ex.h"
 
 namespace quillpress {
 

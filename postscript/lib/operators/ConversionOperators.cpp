@@ -1,10 +1,10 @@
-#include "operators/ConversionOperators.h"
+#include "postscript/lib/operators/ConversionOperators.h"
 
 #include <algorithm>
 #include <optional>
 
-#include "base/Ex.h"
-#include "objects/NumberUtils.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/objects/NumberUtils.h"
 
 namespace quillpress {
 

@@ -1,6 +1,6 @@
-#include "operators/DictionaryOperators.h"
+#include "postscript/lib/operators/DictionaryOperators.h"
 
-#include "base/Ex.h"
+#include "postscript/lib/base/Ex.h"
 
 namespace quillpress {
 

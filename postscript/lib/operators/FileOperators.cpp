@@ -1,11 +1,11 @@
-#include "operators/FileOperators.h"
+#include "postscript/lib/operators/FileOperators.h"
 
 #include <algorithm>
 #include <array>
 #include <limits>
 
-#include "base/Ex.h"
-#include "objects/HexDigits.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/objects/HexDigits.h"
 
 namespace quillpress {
 

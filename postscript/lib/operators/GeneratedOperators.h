@@ -3,8 +3,8 @@
 #include <tuple>
 #include <utility>
 
-#include "interpreter/Interpreter.h"
-#include "operators/GeneratedOps.h"
+#include "postscript/lib/interpreter/Interpreter.h"
+#include "postscript/lib/operators/GeneratedOps.h"
 
 namespace quillpress {
 
@@ -174,7 +174,7 @@ struct Steps<void (GeneratedOps::*)()> {
       generated::Steps<decltype(&GeneratedOps::identifier)>::run(interpreter, &GeneratedOps::identifier); \
     }                                                                                                     \
   };
-#include "operators/GeneratedOps.def"
+#include "postscript/lib/operators/GeneratedOps.def"
 #undef GENERATED_OP
 
 }  // namespace quillpress

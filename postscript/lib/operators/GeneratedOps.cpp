@@ -1,4 +1,4 @@
-#include "operators/GeneratedOps.h"
+#include "postscript/lib/operators/GeneratedOps.h"
 
 namespace quillpress {
 

@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-#include "objects/PostscriptObject.h"
+#include "postscript/lib/objects/PostscriptObject.h"
 
 namespace quillpress {
 
@@ -53,7 +53,7 @@ class GeneratedOps {
 
 #define GENERATED_OP(identifier, className, operatorName, parameters) \
   virtual void identifier parameters {}
-#include "operators/GeneratedOps.def"
+#include "postscript/lib/operators/GeneratedOps.def"
 #undef GENERATED_OP
 };
 
@@ -62,7 +62,7 @@ class GeneratedOps {
 // The names of the generated operators, in operation order.
 inline constexpr auto kGeneratedNames = std::to_array<std::string_view>({
 #define GENERATED_OP(identifier, className, operatorName, parameters) operatorName,
-#include "operators/GeneratedOps.def"
+#include "postscript/lib/operators/GeneratedOps.def"
 #undef GENERATED_OP
 });
 static_assert(kGeneratedNames.size() == 316);

@@ -1,6 +1,6 @@
-#include "operators/ImplementedGenOps.h"
+#include "postscript/lib/operators/ImplementedGenOps.h"
 
-#include "operators/GeneratedOperators.h"
+#include "postscript/lib/operators/GeneratedOperators.h"
 
 namespace quillpress {
 
@@ -19,7 +19,7 @@ void ImplementedGenOps::product(Out<StringObject> result) {
 void registerGeneratedOperators(DictionarySet& dictionaries) {
 #define GENERATED_OP(identifier, className, operatorName, parameters) \
   dictionaries.registerGenerated(make<className##GeneratedOp>());
-#include "operators/GeneratedOps.def"
+#include "postscript/lib/operators/GeneratedOps.def"
 #undef GENERATED_OP
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "operators/GeneratedOps.h"
+#include "postscript/lib/operators/GeneratedOps.h"
 
 namespace quillpress {
 

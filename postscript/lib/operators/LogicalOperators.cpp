@@ -1,9 +1,9 @@
-#include "operators/LogicalOperators.h"
+#include "postscript/lib/operators/LogicalOperators.h"
 
 #include <functional>
 
-#include "base/Ex.h"
-#include "objects/NumberUtils.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/objects/NumberUtils.h"
 
 namespace quillpress {
 

@@ -1,8 +1,8 @@
-#include "operators/LoopOperators.h"
+#include "postscript/lib/operators/LoopOperators.h"
 
-#include "base/Ex.h"
-#include "objects/NumberUtils.h"
-#include "operators/Comparer.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/objects/NumberUtils.h"
+#include "postscript/lib/operators/Comparer.h"
 
 namespace quillpress {
 

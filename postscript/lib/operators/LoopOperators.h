@@ -1,6 +1,6 @@
 #pragma once
 
-#include "operators/Operator.h"
+#include "postscript/lib/operators/Operator.h"
 
 namespace quillpress {
 

@@ -1,11 +1,11 @@
-#include "operators/MathOperators.h"
+#include "postscript/lib/operators/MathOperators.h"
 
 #include <cmath>
 #include <cstdlib>
 #include <limits>
 
-#include "base/Ex.h"
-#include "objects/NumberUtils.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/objects/NumberUtils.h"
 
 namespace quillpress {
 

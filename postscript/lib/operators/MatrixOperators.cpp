@@ -1,6 +1,6 @@
-#include "operators/MatrixOperators.h"
+#include "postscript/lib/operators/MatrixOperators.h"
 
-#include "objects/Matrix.h"
+#include "postscript/lib/objects/Matrix.h"
 
 namespace quillpress {
 

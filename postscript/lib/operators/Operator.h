@@ -1,6 +1,6 @@
 #pragma once
 
-#include "interpreter/Interpreter.h"
+#include "postscript/lib/interpreter/Interpreter.h"
 
 // Declares an operator that keeps nothing between calls: the class, and the one place where the
 // operator's name is written. Its operand picture stands above the line; `execute` is in the source.

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "objects/Ref.h"
+#include "postscript/lib/objects/Ref.h"
 
 namespace quillpress {
 

@@ -1,4 +1,4 @@
-#include "operators/OutputOperators.h"
+#include "postscript/lib/operators/OutputOperators.h"
 
 namespace quillpress {
 

@@ -1,7 +1,7 @@
-#include "operators/StackOperators.h"
+#include "postscript/lib/operators/StackOperators.h"
 
-#include "base/Ex.h"
-#include "operators/CompositeCopy.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/operators/CompositeCopy.h"
 
 namespace quillpress {
 

@@ -1,4 +1,4 @@
-#include "operators/StatusOperators.h"
+#include "postscript/lib/operators/StatusOperators.h"
 
 namespace quillpress {
 

@@ -1,8 +1,8 @@
-#include "operators/StringOperators.h"
+#include "postscript/lib/operators/StringOperators.h"
 
 #include <new>
 
-#include "base/Ex.h"
+#include "postscript/lib/base/Ex.h"
 
 namespace quillpress {
 

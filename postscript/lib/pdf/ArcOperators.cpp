@@ -1,9 +1,9 @@
-#include "pdf/ArcOperators.h"
+#include "postscript/lib/pdf/ArcOperators.h"
 
 #include <cmath>
 #include <numbers>
 
-#include "pdf/ArcSweep.h"
+#include "postscript/lib/pdf/ArcSweep.h"
 
 namespace quillpress {
 

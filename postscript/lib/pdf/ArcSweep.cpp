@@ -1,10 +1,10 @@
-#include "pdf/ArcSweep.h"
+#include "postscript/lib/pdf/ArcSweep.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "base/Ex.h"
-#include "objects/NumberUtils.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/objects/NumberUtils.h"
 
 namespace quillpress {
 

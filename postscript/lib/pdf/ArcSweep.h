@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "objects/Matrix.h"
+#include "postscript/lib/objects/Matrix.h"
 
 namespace quillpress {
 

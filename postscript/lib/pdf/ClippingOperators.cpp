@@ -1,6 +1,6 @@
-#include "pdf/ClippingOperators.h"
+#include "postscript/lib/pdf/ClippingOperators.h"
 
-#include "base/Ex.h"
+#include "postscript/lib/base/Ex.h"
 
 namespace quillpress {
 

@@ -1,9 +1,9 @@
-#include "pdf/ColourOperators.h"
+#include "postscript/lib/pdf/ColourOperators.h"
 
 #include <span>
 
-#include "base/Ex.h"
-#include "pdf/HsbColour.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/pdf/HsbColour.h"
 
 namespace quillpress {
 

@@ -1,6 +1,6 @@
-#include "pdf/DeviceOperators.h"
+#include "postscript/lib/pdf/DeviceOperators.h"
 
-#include "base/Ex.h"
+#include "postscript/lib/base/Ex.h"
 
 namespace quillpress {
 

@@ -1,6 +1,6 @@
-#include "pdf/FontOperators.h"
+#include "postscript/lib/pdf/FontOperators.h"
 
-#include "base/Ex.h"
+#include "postscript/lib/base/Ex.h"
 
 namespace quillpress {
 

@@ -1,6 +1,6 @@
-#include "pdf/GraphicsState.h"
+#include "postscript/lib/pdf/GraphicsState.h"
 
-#include "base/Ex.h"
+#include "postscript/lib/base/Ex.h"
 
 namespace quillpress {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "objects/Matrix.h"
+#include "postscript/lib/objects/Matrix.h"
 
 namespace quillpress {
 

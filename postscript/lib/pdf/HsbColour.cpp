@@ -1,4 +1,4 @@
-#include "pdf/HsbColour.h"
+#include "postscript/lib/pdf/HsbColour.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
-#include "pdf/ImageOperators.h"
+#include "postscript/lib/pdf/ImageOperators.h"
 
-#include "base/Ex.h"
+#include "postscript/lib/base/Ex.h"
 
 namespace quillpress {
 

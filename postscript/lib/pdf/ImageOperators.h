@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pdf/Imager.h"
+#include "postscript/lib/pdf/Imager.h"
 
 namespace quillpress {
 

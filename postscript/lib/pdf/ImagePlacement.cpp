@@ -1,6 +1,6 @@
-#include "pdf/ImagePlacement.h"
+#include "postscript/lib/pdf/ImagePlacement.h"
 
-#include "pdf/Postscript2Pdf.h"
+#include "postscript/lib/pdf/Postscript2Pdf.h"
 
 namespace quillpress {
 

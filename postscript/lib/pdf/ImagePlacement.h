@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "pdf/GraphicsState.h"
+#include "postscript/lib/pdf/GraphicsState.h"
 
 namespace quillpress {
 

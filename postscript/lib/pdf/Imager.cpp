@@ -1,9 +1,9 @@
-#include "pdf/Imager.h"
+#include "postscript/lib/pdf/Imager.h"
 
 #include <algorithm>
 #include <array>
 
-#include "base/Ex.h"
+#include "postscript/lib/base/Ex.h"
 
 namespace quillpress {
 

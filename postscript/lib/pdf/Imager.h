@@ -1,7 +1,7 @@
 #pragma once
 
-#include "pdf/ImagePlacement.h"
-#include "pdf/Postscript2PdfObject.h"
+#include "postscript/lib/pdf/ImagePlacement.h"
+#include "postscript/lib/pdf/Postscript2PdfObject.h"
 
 namespace quillpress {
 

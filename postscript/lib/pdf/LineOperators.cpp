@@ -1,6 +1,6 @@
-#include "pdf/LineOperators.h"
+#include "postscript/lib/pdf/LineOperators.h"
 
-#include "base/Ex.h"
+#include "postscript/lib/base/Ex.h"
 
 namespace quillpress {
 

@@ -1,4 +1,4 @@
-#include "pdf/NumberFormat.h"
+#include "postscript/lib/pdf/NumberFormat.h"
 
 #include <array>
 #include <charconv>

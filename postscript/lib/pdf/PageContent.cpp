@@ -1,4 +1,4 @@
-#include "pdf/PageContent.h"
+#include "postscript/lib/pdf/PageContent.h"
 
 #include <algorithm>
 #include <cmath>

@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "objects/Matrix.h"
-#include "pdf/NumberFormat.h"
+#include "postscript/lib/objects/Matrix.h"
+#include "postscript/lib/pdf/NumberFormat.h"
 
 namespace quillpress {
 

@@ -1,4 +1,4 @@
-#include "pdf/PaintingOperators.h"
+#include "postscript/lib/pdf/PaintingOperators.h"
 
 namespace quillpress {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pdf/Postscript2PdfObject.h"
+#include "postscript/lib/pdf/Postscript2PdfObject.h"
 
 namespace quillpress {
 

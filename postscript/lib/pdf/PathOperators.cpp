@@ -1,4 +1,4 @@
-#include "pdf/PathOperators.h"
+#include "postscript/lib/pdf/PathOperators.h"
 
 namespace quillpress {
 

@@ -1,8 +1,8 @@
-#include "pdf/PatternDictionary.h"
+#include "postscript/lib/pdf/PatternDictionary.h"
 
-#include "objects/NumberUtils.h"
-#include "pdf/PageContent.h"
-#include "pdf/Postscript2PdfObject.h"
+#include "postscript/lib/objects/NumberUtils.h"
+#include "postscript/lib/pdf/PageContent.h"
+#include "postscript/lib/pdf/Postscript2PdfObject.h"
 
 namespace quillpress {
 

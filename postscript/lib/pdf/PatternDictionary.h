@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "objects/DictionaryObject.h"
-#include "objects/Matrix.h"
+#include "postscript/lib/objects/DictionaryObject.h"
+#include "postscript/lib/objects/Matrix.h"
 
 namespace quillpress {
 

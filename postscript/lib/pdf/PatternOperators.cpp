@@ -1,8 +1,8 @@
-#include "pdf/PatternOperators.h"
+#include "postscript/lib/pdf/PatternOperators.h"
 
 #include <utility>
 
-#include "pdf/PatternDictionary.h"
+#include "postscript/lib/pdf/PatternDictionary.h"
 
 namespace quillpress {
 

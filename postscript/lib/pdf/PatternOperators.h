@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "pdf/Postscript2PdfObject.h"
+#include "postscript/lib/pdf/Postscript2PdfObject.h"
 
 namespace quillpress {
 

@@ -1,4 +1,4 @@
-#include "pdf/PdfObject.h"
+#include "postscript/lib/pdf/PdfObject.h"
 
 namespace quillpress {
 

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <quillpress/converter.h>
+
 #include <cstdint>
 #include <string>
 
-#include "objects/DictionaryObject.h"
-#include "quillpress/converter.h"
+#include "postscript/lib/objects/DictionaryObject.h"
 
 namespace quillpress {
 

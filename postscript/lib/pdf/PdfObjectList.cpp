@@ -1,4 +1,4 @@
-#include "pdf/PdfObjectList.h"
+#include "postscript/lib/pdf/PdfObjectList.h"
 
 #include <string>
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "pdf/PdfObject.h"
+#include "postscript/lib/pdf/PdfObject.h"
 
 namespace quillpress {
 

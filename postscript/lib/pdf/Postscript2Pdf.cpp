@@ -1,10 +1,10 @@
-#include "pdf/Postscript2Pdf.h"
+#include "postscript/lib/pdf/Postscript2Pdf.h"
 
 #include <utility>
 
-#include "base/DebugOutput.h"
-#include "base/Ex.h"
-#include "pdf/GraphicsOperators.h"
+#include "postscript/lib/base/DebugOutput.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/pdf/GraphicsOperators.h"
 
 namespace quillpress {
 

@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "interpreter/Interpreter.h"
-#include "pdf/GraphicsState.h"
-#include "pdf/PageContent.h"
-#include "pdf/PdfObjectList.h"
+#include "postscript/lib/interpreter/Interpreter.h"
+#include "postscript/lib/pdf/GraphicsState.h"
+#include "postscript/lib/pdf/PageContent.h"
+#include "postscript/lib/pdf/PdfObjectList.h"
 
 namespace quillpress {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "base/Ex.h"
-#include "interpreter/Interpreter.h"
-#include "objects/NumberUtils.h"
-#include "pdf/Postscript2Pdf.h"
+#include "postscript/lib/base/Ex.h"
+#include "postscript/lib/interpreter/Interpreter.h"
+#include "postscript/lib/objects/NumberUtils.h"
+#include "postscript/lib/pdf/Postscript2Pdf.h"
 
 namespace quillpress {
 

@@ -1,4 +1,4 @@
-#include "pdf/StateOperators.h"
+#include "postscript/lib/pdf/StateOperators.h"
 
 namespace quillpress {
 

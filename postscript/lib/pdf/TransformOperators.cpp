@@ -1,8 +1,8 @@
-#include "pdf/TransformOperators.h"
+#include "postscript/lib/pdf/TransformOperators.h"
 
 #include <cmath>
 
-#include "base/Ex.h"
+#include "postscript/lib/base/Ex.h"
 
 namespace quillpress {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <string>
+#include <quillpress/converter.h>
 
-#include "quillpress/converter.h"
+#include <string>
 
 // The functions of the delivered library, as a caller of it gets them.
 struct Library {

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "Library.h"
+#include "tests/scripts/runner/Library.h"
 
 namespace {
 

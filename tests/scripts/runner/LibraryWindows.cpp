@@ -7,7 +7,7 @@
 #include <cstring>
 #include <utility>
 
-#include "Library.h"
+#include "tests/scripts/runner/Library.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "ScriptCase.h"
+#include "tests/scripts/runner/ScriptCase.h"
 
 #include <array>
 #include <fstream>

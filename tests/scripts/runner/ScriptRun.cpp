@@ -1,8 +1,8 @@
-#include "ScriptRun.h"
+#include "tests/scripts/runner/ScriptRun.h"
 
 #include <cctype>
 
-#include "Library.h"
+#include "tests/scripts/runner/Library.h"
 
 namespace {
 

@@ -13,8 +13,8 @@
 #include <string_view>
 #include <vector>
 
-#include "ScriptCase.h"
-#include "ScriptRun.h"
+#include "tests/scripts/runner/ScriptCase.h"
+#include "tests/scripts/runner/ScriptRun.h"
 
 namespace {
 

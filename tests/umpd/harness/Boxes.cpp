@@ -1,9 +1,9 @@
-#include "harness/Boxes.h"
+#include "tests/umpd/harness/Boxes.h"
 
 #include <ostream>
 #include <utility>
 
-#include "harness/Text.h"
+#include "tests/umpd/harness/Text.h"
 
 namespace quillpress::harness {
 

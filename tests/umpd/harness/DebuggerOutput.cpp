@@ -1,8 +1,8 @@
-#include "harness/DebuggerOutput.h"
+#include "tests/umpd/harness/DebuggerOutput.h"
 
 #include <utility>
 
-#include "harness/Text.h"
+#include "tests/umpd/harness/Text.h"
 
 namespace quillpress::harness {
 

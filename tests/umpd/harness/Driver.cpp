@@ -1,4 +1,4 @@
-#include "harness/Driver.h"
+#include "tests/umpd/harness/Driver.h"
 
 #include <utility>
 

@@ -1,11 +1,12 @@
 #pragma once
 
+#include <quillpress/driver.h>
+
 #include <string>
 #include <string_view>
 
-#include "harness/Library.h"
-#include "harness/Printer.h"
-#include "quillpress/driver.h"
+#include "tests/umpd/harness/Library.h"
+#include "tests/umpd/harness/Printer.h"
 
 namespace quillpress::harness {
 

@@ -1,4 +1,4 @@
-#include "harness/DriverFolder.h"
+#include "tests/umpd/harness/DriverFolder.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "harness/WindowsRelease.h"
+#include "tests/umpd/harness/WindowsRelease.h"
 
 namespace quillpress::harness {
 

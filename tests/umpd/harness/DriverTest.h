@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "harness/Boxes.h"
-#include "harness/DebuggerOutput.h"
-#include "harness/Library.h"
-#include "harness/LoadedByName.h"
-#include "harness/WindowsRelease.h"
+#include "tests/umpd/harness/Boxes.h"
+#include "tests/umpd/harness/DebuggerOutput.h"
+#include "tests/umpd/harness/Library.h"
+#include "tests/umpd/harness/LoadedByName.h"
+#include "tests/umpd/harness/WindowsRelease.h"
 
 namespace quillpress::harness {
 

@@ -1,4 +1,4 @@
-#include "harness/FreshProcess.h"
+#include "tests/umpd/harness/FreshProcess.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -8,8 +8,8 @@
 #include <iterator>
 #include <string>
 
-#include "harness/Text.h"
-#include "harness/Watchdog.h"
+#include "tests/umpd/harness/Text.h"
+#include "tests/umpd/harness/Watchdog.h"
 
 namespace quillpress::harness {
 namespace {

@@ -1,4 +1,4 @@
-#include "harness/HandleCount.h"
+#include "tests/umpd/harness/HandleCount.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>

@@ -1,17 +1,17 @@
 #include <gtest/gtest-spi.h>
+#include <quillpress/converter.h>
 
 #include <array>
 #include <cstring>
 
-#include "harness/DriverFolder.h"
-#include "harness/DriverTest.h"
-#include "harness/FreshProcess.h"
-#include "harness/HandleCount.h"
-#include "harness/Printer.h"
-#include "harness/SettingsKey.h"
-#include "harness/Text.h"
-#include "harness/Watchdog.h"
-#include "quillpress/converter.h"
+#include "tests/umpd/harness/DriverFolder.h"
+#include "tests/umpd/harness/DriverTest.h"
+#include "tests/umpd/harness/FreshProcess.h"
+#include "tests/umpd/harness/HandleCount.h"
+#include "tests/umpd/harness/Printer.h"
+#include "tests/umpd/harness/SettingsKey.h"
+#include "tests/umpd/harness/Text.h"
+#include "tests/umpd/harness/Watchdog.h"
 
 namespace quillpress::harness {
 namespace {

@@ -1,4 +1,4 @@
-#include "harness/ImportTable.h"
+#include "tests/umpd/harness/ImportTable.h"
 
 namespace quillpress::harness {
 namespace {

@@ -1,4 +1,4 @@
-#include "harness/Library.h"
+#include "tests/umpd/harness/Library.h"
 
 #include <cstdio>
 #include <cstdlib>

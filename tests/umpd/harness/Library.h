@@ -7,8 +7,8 @@
 #include <optional>
 #include <string>
 
-#include "harness/ImportTable.h"
-#include "harness/Replacement.h"
+#include "tests/umpd/harness/ImportTable.h"
+#include "tests/umpd/harness/Replacement.h"
 
 namespace quillpress::harness {
 

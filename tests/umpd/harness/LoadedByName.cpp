@@ -1,8 +1,8 @@
-#include "harness/LoadedByName.h"
+#include "tests/umpd/harness/LoadedByName.h"
 
 #include <algorithm>
 
-#include "harness/Text.h"
+#include "tests/umpd/harness/Text.h"
 
 namespace quillpress::harness {
 namespace {

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "harness/Library.h"
+#include "tests/umpd/harness/Library.h"
 
 namespace quillpress::harness {
 

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <ctime>
 
-#include "harness/Watchdog.h"
+#include "tests/umpd/harness/Watchdog.h"
 
 namespace {
 

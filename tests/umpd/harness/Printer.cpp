@@ -1,9 +1,9 @@
-#include "harness/Printer.h"
+#include "tests/umpd/harness/Printer.h"
 
 #include <gtest/gtest.h>
 
-#include "AddPrinter.h"
-#include "harness/SettingsKey.h"
+#include "tests/umpd/harness/SettingsKey.h"
+#include "tests/windows/printer/AddPrinter.h"
 
 namespace quillpress::harness {
 Printer::Printer(const Options& options)

@@ -1,4 +1,4 @@
-#include "harness/PrinterName.h"
+#include "tests/umpd/harness/PrinterName.h"
 
 #include <windows.h>
 // After windows.h.

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "harness/Library.h"
+#include "tests/umpd/harness/Library.h"
 
 namespace quillpress::harness {
 

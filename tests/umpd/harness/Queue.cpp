@@ -1,4 +1,4 @@
-#include "harness/Queue.h"
+#include "tests/umpd/harness/Queue.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "harness/RegistryWrites.h"
+#include "tests/umpd/harness/RegistryWrites.h"
 
 #include <array>
 #include <cstring>

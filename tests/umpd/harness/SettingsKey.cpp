@@ -1,11 +1,11 @@
-#include "harness/SettingsKey.h"
+#include "tests/umpd/harness/SettingsKey.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <utility>
 
-#include "harness/Text.h"
+#include "tests/umpd/harness/Text.h"
 
 namespace quillpress::harness {
 namespace {

@@ -1,4 +1,4 @@
-#include "harness/Text.h"
+#include "tests/umpd/harness/Text.h"
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "harness/UserName.h"
+#include "tests/umpd/harness/UserName.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "harness/Library.h"
+#include "tests/umpd/harness/Library.h"
 
 namespace quillpress::harness {
 

@@ -1,4 +1,4 @@
-#include "harness/Watchdog.h"
+#include "tests/umpd/harness/Watchdog.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>

@@ -1,4 +1,4 @@
-#include "harness/WindowsRelease.h"
+#include "tests/umpd/harness/WindowsRelease.h"
 
 namespace quillpress::harness {
 

@@ -4,7 +4,7 @@
 #include <ostream>
 #include <string>
 
-#include "harness/Library.h"
+#include "tests/umpd/harness/Library.h"
 
 namespace quillpress::harness {
 

@@ -1,10 +1,11 @@
 // What jobs do to the converter's list of objects, which is one for the process.
 
+#include <quillpress/converter.h>
+
 #include <array>
 #include <string>
 
-#include "job/JobTest.h"
-#include "quillpress/converter.h"
+#include "tests/umpd/job/JobTest.h"
 
 namespace quillpress::harness {
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "job/JobTest.h"
+#include "tests/umpd/job/JobTest.h"
 
 namespace quillpress::harness {
 namespace {

@@ -4,7 +4,7 @@
 #include <ostream>
 #include <string>
 
-#include "job/JobTest.h"
+#include "tests/umpd/job/JobTest.h"
 
 namespace quillpress::harness {
 namespace {

@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "job/JobTest.h"
-#include "launcher/support/Channel.h"
-#include "launcher/support/Peer.h"
+#include "tests/umpd/job/JobTest.h"
+#include "tests/umpd/launcher/support/Channel.h"
+#include "tests/umpd/launcher/support/Peer.h"
 
 namespace quillpress::harness {
 namespace {

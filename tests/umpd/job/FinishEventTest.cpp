@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "job/JobTest.h"
-#include "launcher/support/Thread.h"
+#include "tests/umpd/job/JobTest.h"
+#include "tests/umpd/launcher/support/Thread.h"
 
 namespace quillpress::harness {
 namespace {

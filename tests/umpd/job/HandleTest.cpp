@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "job/JobTest.h"
+#include "tests/umpd/job/JobTest.h"
 
 namespace quillpress::harness {
 namespace {

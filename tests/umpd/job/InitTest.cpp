@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "harness/DriverFolder.h"
-#include "job/JobTest.h"
+#include "tests/umpd/harness/DriverFolder.h"
+#include "tests/umpd/job/JobTest.h"
 
 namespace quillpress::harness {
 namespace {

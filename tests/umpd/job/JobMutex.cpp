@@ -1,4 +1,4 @@
-#include "job/JobMutex.h"
+#include "tests/umpd/job/JobMutex.h"
 
 #include <gtest/gtest.h>
 

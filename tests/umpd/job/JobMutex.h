@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "launcher/support/Handle.h"
-#include "launcher/support/Thread.h"
+#include "tests/umpd/launcher/support/Handle.h"
+#include "tests/umpd/launcher/support/Thread.h"
 
 namespace quillpress::harness {
 

@@ -1,4 +1,4 @@
-#include "job/JobTest.h"
+#include "tests/umpd/job/JobTest.h"
 
 namespace quillpress::harness {
 

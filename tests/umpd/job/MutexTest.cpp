@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "job/JobMutex.h"
-#include "job/JobTest.h"
+#include "tests/umpd/job/JobMutex.h"
+#include "tests/umpd/job/JobTest.h"
 
 namespace quillpress::harness {
 namespace {

@@ -4,12 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "harness/FreshProcess.h"
-#include "harness/HandleCount.h"
-#include "job/JobMutex.h"
-#include "job/JobTest.h"
-#include "launcher/support/Channel.h"
-#include "launcher/support/Peer.h"
+#include "tests/umpd/harness/FreshProcess.h"
+#include "tests/umpd/harness/HandleCount.h"
+#include "tests/umpd/job/JobMutex.h"
+#include "tests/umpd/job/JobTest.h"
+#include "tests/umpd/launcher/support/Channel.h"
+#include "tests/umpd/launcher/support/Peer.h"
 
 namespace quillpress::harness {
 namespace {

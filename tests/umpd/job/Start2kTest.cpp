@@ -1,7 +1,7 @@
 // How a job begins by the handle of its printer.
 
-#include "harness/PrinterName.h"
-#include "job/JobTest.h"
+#include "tests/umpd/harness/PrinterName.h"
+#include "tests/umpd/job/JobTest.h"
 
 namespace quillpress::harness {
 namespace {

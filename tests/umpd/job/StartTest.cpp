@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <vector>
 
-#include "harness/PrinterName.h"
-#include "job/JobTest.h"
+#include "tests/umpd/harness/PrinterName.h"
+#include "tests/umpd/job/JobTest.h"
 
 namespace quillpress::harness {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "job/JobTest.h"
+#include "tests/umpd/job/JobTest.h"
 
 namespace quillpress::harness {
 namespace {

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "kernel/KernelTest.h"
-#include "launcher/support/Thread.h"
+#include "tests/umpd/kernel/KernelTest.h"
+#include "tests/umpd/launcher/support/Thread.h"
 
 namespace quillpress::harness {
 namespace {

@@ -1,4 +1,4 @@
-#include "kernel/KernelCalls.h"
+#include "tests/umpd/kernel/KernelCalls.h"
 
 #include <algorithm>
 #include <cstring>

@@ -3,9 +3,9 @@
 #include <array>
 #include <string>
 
-#include "harness/WindowsRelease.h"
-#include "kernel/KernelCalls.h"
-#include "launcher/support/HandOverTest.h"
+#include "tests/umpd/harness/WindowsRelease.h"
+#include "tests/umpd/kernel/KernelCalls.h"
+#include "tests/umpd/launcher/support/HandOverTest.h"
 
 namespace quillpress::harness {
 

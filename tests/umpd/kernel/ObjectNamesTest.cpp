@@ -1,6 +1,6 @@
 // The exact names and rights of the objects that the library shares with other processes.
 
-#include "kernel/KernelTest.h"
+#include "tests/umpd/kernel/KernelTest.h"
 
 namespace quillpress::harness {
 namespace {

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "kernel/KernelTest.h"
-#include "launcher/support/ObjectSecurity.h"
+#include "tests/umpd/kernel/KernelTest.h"
+#include "tests/umpd/launcher/support/ObjectSecurity.h"
 
 namespace quillpress::harness {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "harness/HandleCount.h"
-#include "kernel/KernelTest.h"
+#include "tests/umpd/harness/HandleCount.h"
+#include "tests/umpd/kernel/KernelTest.h"
 
 namespace quillpress::harness {
 namespace {

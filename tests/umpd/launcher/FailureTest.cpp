@@ -1,9 +1,9 @@
 // What goes wrong between the library and a launcher that listens. No failure of a message fails the job: the
 // file is there, only nobody has been told.
 
-#include "harness/HandleCount.h"
-#include "launcher/support/HandOverTest.h"
-#include "launcher/support/ObjectCalls.h"
+#include "tests/umpd/harness/HandleCount.h"
+#include "tests/umpd/launcher/support/HandOverTest.h"
+#include "tests/umpd/launcher/support/ObjectCalls.h"
 
 namespace quillpress::harness {
 namespace {

@@ -1,9 +1,9 @@
 // The other way to hand a file over: a program that waits for the event "FinishPrintEv" and reads the
 // settings.
 
-#include "harness/WindowsRelease.h"
-#include "launcher/support/HandOverTest.h"
-#include "launcher/support/ObjectCalls.h"
+#include "tests/umpd/harness/WindowsRelease.h"
+#include "tests/umpd/launcher/support/HandOverTest.h"
+#include "tests/umpd/launcher/support/ObjectCalls.h"
 
 namespace quillpress::harness {
 namespace {

@@ -1,7 +1,7 @@
 // When messages go out and when they do not.
 
-#include "launcher/support/HandOverTest.h"
-#include "launcher/support/ObjectCalls.h"
+#include "tests/umpd/launcher/support/HandOverTest.h"
+#include "tests/umpd/launcher/support/ObjectCalls.h"
 
 namespace quillpress::harness {
 namespace {

@@ -1,8 +1,8 @@
 // The names under which library and launcher meet.
 
-#include "harness/WindowsRelease.h"
-#include "launcher/support/HandOverTest.h"
-#include "launcher/support/ObjectCalls.h"
+#include "tests/umpd/harness/WindowsRelease.h"
+#include "tests/umpd/launcher/support/HandOverTest.h"
+#include "tests/umpd/launcher/support/ObjectCalls.h"
 
 namespace quillpress::harness {
 namespace {

@@ -2,15 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include "harness/Text.h"
-#include "harness/UserName.h"
-#include "harness/WindowsRelease.h"
-#include "launcher/support/LauncherLog.h"
-#include "launcher/support/ObjectSecurity.h"
-#include "launcher/support/Process.h"
-#include "launcher/support/Sender.h"
-#include "launcher/support/TemporaryFolder.h"
-#include "launcher/support/Thread.h"
+#include "tests/umpd/harness/Text.h"
+#include "tests/umpd/harness/UserName.h"
+#include "tests/umpd/harness/WindowsRelease.h"
+#include "tests/umpd/launcher/support/LauncherLog.h"
+#include "tests/umpd/launcher/support/ObjectSecurity.h"
+#include "tests/umpd/launcher/support/Process.h"
+#include "tests/umpd/launcher/support/Sender.h"
+#include "tests/umpd/launcher/support/TemporaryFolder.h"
+#include "tests/umpd/launcher/support/Thread.h"
 
 namespace quillpress::harness {
 namespace {

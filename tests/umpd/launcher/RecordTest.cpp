@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "harness/PrinterName.h"
-#include "launcher/support/HandOverTest.h"
+#include "tests/umpd/harness/PrinterName.h"
+#include "tests/umpd/launcher/support/HandOverTest.h"
 
 namespace quillpress::harness {
 namespace {

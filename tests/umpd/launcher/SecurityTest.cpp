@@ -1,9 +1,9 @@
 // Who may use the objects that the library makes for the channel: everybody, processes of low integrity too.
 
-#include "harness/WindowsRelease.h"
-#include "launcher/support/HandOverTest.h"
-#include "launcher/support/ObjectCalls.h"
-#include "launcher/support/ObjectSecurity.h"
+#include "tests/umpd/harness/WindowsRelease.h"
+#include "tests/umpd/launcher/support/HandOverTest.h"
+#include "tests/umpd/launcher/support/ObjectCalls.h"
+#include "tests/umpd/launcher/support/ObjectSecurity.h"
 
 namespace quillpress::harness {
 namespace {

@@ -1,12 +1,12 @@
 // The library starts the real twsmsnd.exe from the folder of the driver.
 
-#include "harness/Driver.h"
-#include "harness/DriverTest.h"
-#include "harness/Printer.h"
-#include "harness/Queue.h"
-#include "harness/SettingsKey.h"
-#include "launcher/support/InstalledLauncher.h"
-#include "launcher/support/TemporaryFolder.h"
+#include "tests/umpd/harness/Driver.h"
+#include "tests/umpd/harness/DriverTest.h"
+#include "tests/umpd/harness/Printer.h"
+#include "tests/umpd/harness/Queue.h"
+#include "tests/umpd/harness/SettingsKey.h"
+#include "tests/umpd/launcher/support/InstalledLauncher.h"
+#include "tests/umpd/launcher/support/TemporaryFolder.h"
 
 namespace quillpress::harness {
 namespace {

@@ -1,8 +1,8 @@
 // A launcher that is not there when a job begins: how it is started, how often, and what the user is told.
 
-#include "harness/DriverFolder.h"
-#include "launcher/support/HandOverTest.h"
-#include "launcher/support/Process.h"
+#include "tests/umpd/harness/DriverFolder.h"
+#include "tests/umpd/launcher/support/HandOverTest.h"
+#include "tests/umpd/launcher/support/Process.h"
 
 namespace quillpress::harness {
 namespace {

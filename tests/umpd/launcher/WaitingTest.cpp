@@ -1,6 +1,6 @@
 // A launcher that does not answer: the printing thread waits for as long as it takes.
 
-#include "launcher/support/HandOverTest.h"
+#include "tests/umpd/launcher/support/HandOverTest.h"
 
 namespace quillpress::harness {
 namespace {

@@ -3,7 +3,7 @@
 #include <array>
 #include <cwchar>
 
-#include "metadata/MetadataTest.h"
+#include "tests/umpd/metadata/MetadataTest.h"
 
 namespace quillpress::harness {
 namespace {

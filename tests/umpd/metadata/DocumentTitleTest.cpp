@@ -1,7 +1,7 @@
 // The title that a document without one of its own gets.
 
-#include "harness/Queue.h"
-#include "metadata/MetadataTest.h"
+#include "tests/umpd/harness/Queue.h"
+#include "tests/umpd/metadata/MetadataTest.h"
 
 namespace quillpress::harness {
 namespace {

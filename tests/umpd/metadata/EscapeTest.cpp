@@ -1,6 +1,6 @@
 // Characters that mean something in XML.
 
-#include "metadata/MetadataTest.h"
+#include "tests/umpd/metadata/MetadataTest.h"
 
 namespace quillpress::harness {
 namespace {

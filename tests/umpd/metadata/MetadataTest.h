@@ -2,11 +2,11 @@
 
 #include <string>
 
-#include "harness/Driver.h"
-#include "harness/DriverTest.h"
-#include "harness/Printer.h"
-#include "harness/SettingsKey.h"
-#include "metadata/Packet.h"
+#include "tests/umpd/harness/Driver.h"
+#include "tests/umpd/harness/DriverTest.h"
+#include "tests/umpd/harness/Printer.h"
+#include "tests/umpd/harness/SettingsKey.h"
+#include "tests/umpd/metadata/Packet.h"
 
 namespace quillpress::harness {
 

@@ -1,4 +1,4 @@
-#include "metadata/Packet.h"
+#include "tests/umpd/metadata/Packet.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "metadata/MetadataTest.h"
+#include "tests/umpd/metadata/MetadataTest.h"
 
 namespace quillpress::harness {
 namespace {

@@ -1,6 +1,6 @@
 // The packet as a whole, for what a user may have set.
 
-#include "metadata/MetadataTest.h"
+#include "tests/umpd/metadata/MetadataTest.h"
 
 namespace quillpress::harness {
 namespace {

@@ -1,6 +1,6 @@
 // The saved-name policy: where the name of an output file comes from.
 
-#include "output/NamingTest.h"
+#include "tests/umpd/output/NamingTest.h"
 
 namespace quillpress::harness {
 namespace {

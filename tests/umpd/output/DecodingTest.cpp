@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "output/NamingTest.h"
+#include "tests/umpd/output/NamingTest.h"
 
 namespace quillpress::harness {
 namespace {

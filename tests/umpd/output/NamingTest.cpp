@@ -1,4 +1,4 @@
-#include "output/NamingTest.h"
+#include "tests/umpd/output/NamingTest.h"
 
 #include <algorithm>
 #include <array>

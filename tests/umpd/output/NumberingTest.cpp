@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "output/NamingTest.h"
+#include "tests/umpd/output/NamingTest.h"
 
 namespace quillpress::harness {
 namespace {

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "harness/DriverFolder.h"
-#include "launcher/support/Thread.h"
-#include "output/NamingTest.h"
+#include "tests/umpd/harness/DriverFolder.h"
+#include "tests/umpd/launcher/support/Thread.h"
+#include "tests/umpd/output/NamingTest.h"
 
 namespace quillpress::harness {
 namespace {

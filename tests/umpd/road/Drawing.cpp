@@ -1,4 +1,4 @@
-#include "road/Drawing.h"
+#include "tests/umpd/road/Drawing.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>

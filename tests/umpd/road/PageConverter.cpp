@@ -1,4 +1,4 @@
-#include "road/PageConverter.h"
+#include "tests/umpd/road/PageConverter.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <quillpress/converter.h>
+
 #include <string>
 #include <string_view>
 
-#include "harness/Library.h"
-#include "quillpress/converter.h"
+#include "tests/umpd/harness/Library.h"
 
 namespace quillpress::harness {
 

@@ -4,14 +4,14 @@
 
 #include <sstream>
 
-#include "harness/Driver.h"
-#include "harness/DriverTest.h"
-#include "harness/Printer.h"
-#include "harness/SettingsKey.h"
-#include "launcher/support/InstalledLauncher.h"
-#include "launcher/support/TemporaryFolder.h"
-#include "road/Drawing.h"
-#include "road/PageConverter.h"
+#include "tests/umpd/harness/Driver.h"
+#include "tests/umpd/harness/DriverTest.h"
+#include "tests/umpd/harness/Printer.h"
+#include "tests/umpd/harness/SettingsKey.h"
+#include "tests/umpd/launcher/support/InstalledLauncher.h"
+#include "tests/umpd/launcher/support/TemporaryFolder.h"
+#include "tests/umpd/road/Drawing.h"
+#include "tests/umpd/road/PageConverter.h"
 
 namespace quillpress::harness {
 namespace {

@@ -3,10 +3,10 @@
 #include <string>
 #include <vector>
 
-#include "harness/PrinterName.h"
-#include "harness/RegistryWrites.h"
-#include "settings/SettingsTest.h"
-#include "settings/ShellFolders.h"
+#include "tests/umpd/harness/PrinterName.h"
+#include "tests/umpd/harness/RegistryWrites.h"
+#include "tests/umpd/settings/SettingsTest.h"
+#include "tests/umpd/settings/ShellFolders.h"
 
 namespace quillpress::harness {
 namespace {

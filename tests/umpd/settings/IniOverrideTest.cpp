@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "harness/PrinterName.h"
-#include "harness/RegistryWrites.h"
-#include "settings/SettingsTest.h"
+#include "tests/umpd/harness/PrinterName.h"
+#include "tests/umpd/harness/RegistryWrites.h"
+#include "tests/umpd/settings/SettingsTest.h"
 
 namespace quillpress::harness {
 namespace {

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <string>
 
-#include "settings/SettingsTest.h"
+#include "tests/umpd/settings/SettingsTest.h"
 
 namespace quillpress::harness {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "harness/PrinterName.h"
-#include "settings/SettingsTest.h"
+#include "tests/umpd/harness/PrinterName.h"
+#include "tests/umpd/settings/SettingsTest.h"
 
 namespace quillpress::harness {
 namespace {

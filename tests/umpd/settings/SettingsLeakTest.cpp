@@ -1,8 +1,8 @@
 // Whatever settings open, they close.
 
-#include "harness/HandleCount.h"
-#include "harness/Watchdog.h"
-#include "settings/SettingsTest.h"
+#include "tests/umpd/harness/HandleCount.h"
+#include "tests/umpd/harness/Watchdog.h"
+#include "tests/umpd/settings/SettingsTest.h"
 
 namespace quillpress::harness {
 namespace {

@@ -4,12 +4,12 @@
 
 #include <string>
 
-#include "harness/Driver.h"
-#include "harness/DriverFolder.h"
-#include "harness/DriverTest.h"
-#include "harness/Printer.h"
-#include "harness/SettingsKey.h"
-#include "harness/Text.h"
+#include "tests/umpd/harness/Driver.h"
+#include "tests/umpd/harness/DriverFolder.h"
+#include "tests/umpd/harness/DriverTest.h"
+#include "tests/umpd/harness/Printer.h"
+#include "tests/umpd/harness/SettingsKey.h"
+#include "tests/umpd/harness/Text.h"
 
 namespace quillpress::harness {
 

@@ -1,4 +1,4 @@
-#include "settings/ShellFolders.h"
+#include "tests/umpd/settings/ShellFolders.h"
 
 #include <array>
 

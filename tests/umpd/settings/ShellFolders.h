@@ -7,7 +7,7 @@
 #include <set>
 #include <string>
 
-#include "harness/Library.h"
+#include "tests/umpd/harness/Library.h"
 
 namespace quillpress::harness {
 

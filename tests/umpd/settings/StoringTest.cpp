@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "harness/RegistryWrites.h"
-#include "settings/SettingsTest.h"
+#include "tests/umpd/harness/RegistryWrites.h"
+#include "tests/umpd/settings/SettingsTest.h"
 
 namespace quillpress::harness {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "settings/SettingsTest.h"
+#include "tests/umpd/settings/SettingsTest.h"
 
 namespace quillpress::harness {
 namespace {

@@ -1,4 +1,4 @@
-#include "spooler/AccountSystem.h"
+#include "tests/umpd/spooler/AccountSystem.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "spooler/ControllerCache.h"
+#include "tests/umpd/spooler/ControllerCache.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include <array>
 #include <string>
 
-#include "launcher/support/Handle.h"
+#include "tests/umpd/launcher/support/Handle.h"
 
 namespace quillpress::harness {
 

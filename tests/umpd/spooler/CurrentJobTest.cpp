@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "harness/Queue.h"
-#include "spooler/SpoolerTest.h"
+#include "tests/umpd/harness/Queue.h"
+#include "tests/umpd/spooler/SpoolerTest.h"
 
 namespace quillpress::harness {
 namespace {

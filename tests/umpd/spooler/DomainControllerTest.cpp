@@ -6,9 +6,9 @@
 #include <optional>
 #include <vector>
 
-#include "spooler/AccountSystem.h"
-#include "spooler/ControllerCache.h"
-#include "spooler/SpoolerTest.h"
+#include "tests/umpd/spooler/AccountSystem.h"
+#include "tests/umpd/spooler/ControllerCache.h"
+#include "tests/umpd/spooler/SpoolerTest.h"
 
 namespace quillpress::harness {
 namespace {

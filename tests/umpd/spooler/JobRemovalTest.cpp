@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "harness/Queue.h"
-#include "spooler/SpoolerTest.h"
+#include "tests/umpd/harness/Queue.h"
+#include "tests/umpd/spooler/SpoolerTest.h"
 
 namespace quillpress::harness {
 namespace {

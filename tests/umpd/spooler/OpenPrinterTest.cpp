@@ -3,7 +3,7 @@
 #include <cstring>
 #include <vector>
 
-#include "spooler/SpoolerTest.h"
+#include "tests/umpd/spooler/SpoolerTest.h"
 
 namespace quillpress::harness {
 namespace {

@@ -1,7 +1,7 @@
 // Printers that a driver names by their port.
 
-#include "spooler/PrinterList.h"
-#include "spooler/SpoolerTest.h"
+#include "tests/umpd/spooler/PrinterList.h"
+#include "tests/umpd/spooler/SpoolerTest.h"
 
 namespace quillpress::harness {
 namespace {

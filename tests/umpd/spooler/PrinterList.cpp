@@ -1,4 +1,4 @@
-#include "spooler/PrinterList.h"
+#include "tests/umpd/spooler/PrinterList.h"
 
 #include <algorithm>
 

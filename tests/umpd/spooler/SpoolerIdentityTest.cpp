@@ -4,7 +4,7 @@
 #include <array>
 #include <vector>
 
-#include "spooler/SpoolerTest.h"
+#include "tests/umpd/spooler/SpoolerTest.h"
 
 namespace quillpress::harness {
 namespace {

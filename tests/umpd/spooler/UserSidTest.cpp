@@ -2,9 +2,9 @@
 
 #include <vector>
 
-#include "harness/UserName.h"
-#include "spooler/AccountSystem.h"
-#include "spooler/SpoolerTest.h"
+#include "tests/umpd/harness/UserName.h"
+#include "tests/umpd/spooler/AccountSystem.h"
+#include "tests/umpd/spooler/SpoolerTest.h"
 
 namespace quillpress::harness {
 namespace {

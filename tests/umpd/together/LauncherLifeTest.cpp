@@ -2,9 +2,9 @@
 
 #include <optional>
 
-#include "launcher/support/LauncherLog.h"
-#include "launcher/support/Peer.h"
-#include "together/TogetherTest.h"
+#include "tests/umpd/launcher/support/LauncherLog.h"
+#include "tests/umpd/launcher/support/Peer.h"
+#include "tests/umpd/together/TogetherTest.h"
 
 namespace quillpress::harness {
 namespace {

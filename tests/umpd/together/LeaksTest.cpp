@@ -7,10 +7,10 @@
 #include <algorithm>
 #include <functional>
 
-#include "harness/HandleCount.h"
-#include "harness/Watchdog.h"
-#include "launcher/support/Peer.h"
-#include "together/TogetherTest.h"
+#include "tests/umpd/harness/HandleCount.h"
+#include "tests/umpd/harness/Watchdog.h"
+#include "tests/umpd/launcher/support/Peer.h"
+#include "tests/umpd/together/TogetherTest.h"
 
 namespace quillpress::harness {
 namespace {

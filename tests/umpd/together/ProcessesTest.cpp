@@ -2,10 +2,10 @@
 
 #include <map>
 
-#include "harness/Watchdog.h"
-#include "launcher/support/Peer.h"
-#include "together/JobBytes.h"
-#include "together/TogetherTest.h"
+#include "tests/umpd/harness/Watchdog.h"
+#include "tests/umpd/launcher/support/Peer.h"
+#include "tests/umpd/together/JobBytes.h"
+#include "tests/umpd/together/TogetherTest.h"
 
 namespace quillpress::harness {
 namespace {

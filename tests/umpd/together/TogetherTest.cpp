@@ -1,7 +1,7 @@
-#include "together/TogetherTest.h"
+#include "tests/umpd/together/TogetherTest.h"
 
-#include "harness/UserName.h"
-#include "together/JobBytes.h"
+#include "tests/umpd/harness/UserName.h"
+#include "tests/umpd/together/JobBytes.h"
 
 namespace quillpress::harness {
 

@@ -2,14 +2,14 @@
 
 #include <string>
 
-#include "harness/Driver.h"
-#include "harness/DriverTest.h"
-#include "harness/Printer.h"
-#include "harness/SettingsKey.h"
-#include "harness/Text.h"
-#include "launcher/support/Channel.h"
-#include "launcher/support/Process.h"
-#include "launcher/support/TemporaryFolder.h"
+#include "tests/umpd/harness/Driver.h"
+#include "tests/umpd/harness/DriverTest.h"
+#include "tests/umpd/harness/Printer.h"
+#include "tests/umpd/harness/SettingsKey.h"
+#include "tests/umpd/harness/Text.h"
+#include "tests/umpd/launcher/support/Channel.h"
+#include "tests/umpd/launcher/support/Process.h"
+#include "tests/umpd/launcher/support/TemporaryFolder.h"
 
 namespace quillpress::harness {
 

@@ -1,8 +1,8 @@
-#include "support/ClassTest.h"
+#include "tests/umpd_classes/support/ClassTest.h"
 
 #include <utility>
 
-#include "harness/Text.h"
+#include "tests/umpd/harness/Text.h"
 
 namespace quillpress::classes {
 namespace {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "harness/WindowsRelease.h"
-#include "support/OwnImports.h"
+#include "tests/umpd/harness/WindowsRelease.h"
+#include "tests/umpd_classes/support/OwnImports.h"
 
 namespace quillpress::classes {
 

@@ -1,4 +1,4 @@
-#include "support/JobTest.h"
+#include "tests/umpd_classes/support/JobTest.h"
 
 namespace quillpress::classes {
 

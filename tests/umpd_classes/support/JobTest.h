@@ -3,10 +3,10 @@
 #include <string>
 #include <vector>
 
-#include "harness/Printer.h"
-#include "harness/SettingsKey.h"
-#include "launcher/support/TemporaryFolder.h"
-#include "support/ClassTest.h"
+#include "tests/umpd/harness/Printer.h"
+#include "tests/umpd/harness/SettingsKey.h"
+#include "tests/umpd/launcher/support/TemporaryFolder.h"
+#include "tests/umpd_classes/support/ClassTest.h"
 
 namespace quillpress::classes {
 

@@ -1,4 +1,4 @@
-#include "support/NoteStart.h"
+#include "tests/umpd_classes/support/NoteStart.h"
 
 #include <windows.h>
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "launcher/support/TemporaryFolder.h"
+#include "tests/umpd/launcher/support/TemporaryFolder.h"
 
 namespace quillpress::classes {
 

@@ -1,4 +1,4 @@
-#include "support/OwnImports.h"
+#include "tests/umpd_classes/support/OwnImports.h"
 
 namespace quillpress::classes {
 

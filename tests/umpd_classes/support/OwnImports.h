@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
-#include "harness/ImportTable.h"
-#include "harness/Replacement.h"
+#include "tests/umpd/harness/ImportTable.h"
+#include "tests/umpd/harness/Replacement.h"
 
 namespace quillpress::classes {
 

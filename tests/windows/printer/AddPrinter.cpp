@@ -1,4 +1,4 @@
-#include "AddPrinter.h"
+#include "tests/windows/printer/AddPrinter.h"
 
 namespace quillpress::testing {
 namespace {

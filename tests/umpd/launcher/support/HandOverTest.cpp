@@ -1,4 +1,4 @@
-#include "launcher/support/HandOverTest.h"
+#include "tests/umpd/launcher/support/HandOverTest.h"
 
 namespace quillpress::harness {
 

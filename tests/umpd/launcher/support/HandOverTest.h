@@ -2,16 +2,16 @@
 
 #include <string>
 
-#include "harness/Driver.h"
-#include "harness/DriverTest.h"
-#include "harness/Printer.h"
-#include "harness/Queue.h"
-#include "harness/SettingsKey.h"
-#include "harness/Text.h"
-#include "harness/UserName.h"
-#include "launcher/support/Channel.h"
-#include "launcher/support/Peer.h"
-#include "launcher/support/TemporaryFolder.h"
+#include "tests/umpd/harness/Driver.h"
+#include "tests/umpd/harness/DriverTest.h"
+#include "tests/umpd/harness/Printer.h"
+#include "tests/umpd/harness/Queue.h"
+#include "tests/umpd/harness/SettingsKey.h"
+#include "tests/umpd/harness/Text.h"
+#include "tests/umpd/harness/UserName.h"
+#include "tests/umpd/launcher/support/Channel.h"
+#include "tests/umpd/launcher/support/Peer.h"
+#include "tests/umpd/launcher/support/TemporaryFolder.h"
 
 namespace quillpress::harness {
 

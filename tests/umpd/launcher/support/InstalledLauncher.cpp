@@ -1,12 +1,12 @@
-#include "launcher/support/InstalledLauncher.h"
+#include "tests/umpd/launcher/support/InstalledLauncher.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
 
 #include <utility>
 
-#include "launcher/support/Process.h"
-#include "launcher/support/TemporaryFolder.h"
+#include "tests/umpd/launcher/support/Process.h"
+#include "tests/umpd/launcher/support/TemporaryFolder.h"
 
 namespace quillpress::harness {
 

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "harness/DriverFolder.h"
-#include "harness/Library.h"
-#include "launcher/support/LauncherLog.h"
+#include "tests/umpd/harness/DriverFolder.h"
+#include "tests/umpd/harness/Library.h"
+#include "tests/umpd/launcher/support/LauncherLog.h"
 
 namespace quillpress::harness {
 

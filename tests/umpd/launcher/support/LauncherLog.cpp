@@ -1,11 +1,11 @@
-#include "launcher/support/LauncherLog.h"
+#include "tests/umpd/launcher/support/LauncherLog.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
 
 #include <sstream>
 
-#include "launcher/support/TemporaryFolder.h"
+#include "tests/umpd/launcher/support/TemporaryFolder.h"
 
 namespace quillpress::harness {
 namespace {

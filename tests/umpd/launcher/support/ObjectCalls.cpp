@@ -1,4 +1,4 @@
-#include "launcher/support/ObjectCalls.h"
+#include "tests/umpd/launcher/support/ObjectCalls.h"
 
 namespace quillpress::harness {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "harness/Library.h"
+#include "tests/umpd/harness/Library.h"
 
 namespace quillpress::harness {
 

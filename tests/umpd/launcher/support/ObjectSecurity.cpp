@@ -1,4 +1,4 @@
-#include "launcher/support/ObjectSecurity.h"
+#include "tests/umpd/launcher/support/ObjectSecurity.h"
 
 #include <gtest/gtest.h>
 

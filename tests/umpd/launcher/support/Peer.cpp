@@ -1,4 +1,4 @@
-#include "launcher/support/Peer.h"
+#include "tests/umpd/launcher/support/Peer.h"
 
 #include <gtest/gtest.h>
 

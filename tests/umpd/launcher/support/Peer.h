@@ -5,10 +5,10 @@
 #include <functional>
 #include <vector>
 
-#include "launcher/support/Channel.h"
-#include "launcher/support/Handle.h"
-#include "launcher/support/Record.h"
-#include "launcher/support/Thread.h"
+#include "tests/umpd/launcher/support/Channel.h"
+#include "tests/umpd/launcher/support/Handle.h"
+#include "tests/umpd/launcher/support/Record.h"
+#include "tests/umpd/launcher/support/Thread.h"
 
 namespace quillpress::harness {
 

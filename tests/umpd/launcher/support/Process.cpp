@@ -1,4 +1,4 @@
-#include "launcher/support/Process.h"
+#include "tests/umpd/launcher/support/Process.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "launcher/support/Handle.h"
+#include "tests/umpd/launcher/support/Handle.h"
 
 namespace quillpress::harness {
 

@@ -1,4 +1,4 @@
-#include "launcher/support/Sender.h"
+#include "tests/umpd/launcher/support/Sender.h"
 
 #include <gtest/gtest.h>
 

@@ -2,9 +2,9 @@
 
 #include <windows.h>
 
-#include "launcher/support/Channel.h"
-#include "launcher/support/Handle.h"
-#include "launcher/support/Record.h"
+#include "tests/umpd/launcher/support/Channel.h"
+#include "tests/umpd/launcher/support/Handle.h"
+#include "tests/umpd/launcher/support/Record.h"
 
 namespace quillpress::harness {
 

@@ -1,4 +1,4 @@
-#include "launcher/support/TemporaryFolder.h"
+#include "tests/umpd/launcher/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <array>
 
-#include "launcher/support/Handle.h"
+#include "tests/umpd/launcher/support/Handle.h"
 
 namespace quillpress::harness {
 

@@ -1,4 +1,4 @@
-#include "launcher/support/Thread.h"
+#include "tests/umpd/launcher/support/Thread.h"
 
 #include <utility>
 

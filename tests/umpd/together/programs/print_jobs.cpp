@@ -7,13 +7,13 @@
 
 #include <windows.h>
 // After windows.h.
+#include <quillpress/driver.h>
 #include <shellapi.h>
 #include <winspool.h>
 
 #include <string>
 
-#include "quillpress/driver.h"
-#include "together/JobBytes.h"
+#include "tests/umpd/together/JobBytes.h"
 
 namespace {
 

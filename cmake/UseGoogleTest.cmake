@@ -16,7 +16,7 @@ add_library(googletest STATIC ${googletestFolder}/src/gtest-all.cc
   ${PROJECT_SOURCE_DIR}/tests/windows/googletest/Notification.cpp)
 target_include_directories(googletest SYSTEM
   PUBLIC ${PROJECT_SOURCE_DIR}/tests/windows/googletest ${googletestFolder}/include
-  PRIVATE ${googletestFolder})
+  PRIVATE ${googletestFolder} ${PROJECT_SOURCE_DIR})
 add_library(GTest::gtest ALIAS googletest)
 
 add_library(googletest_main STATIC ${googletestFolder}/src/gtest_main.cc)

@@ -23,6 +23,14 @@ def layers(top, *names):
 
 CONVERTER = layers("postscript/lib", "base", "objects", "interpreter", "operators", "pdf", "api")
 
+# The full language: what each folder sees beside itself.
+LANGUAGE = {
+    f"postscript/level3/{folder}": [f"postscript/level3/{name}" for name in visible]
+    for folder, visible in {
+        "streams": ["objects"],
+    }.items()
+}
+
 BELOW_JOB = ["win32", "spooler", "settings", "metadata", "launcher", "output"]
 DRIVER = {
     f"umpd/{folder}": [f"umpd/{name}" for name in visible]
@@ -40,6 +48,7 @@ DRIVER = {
 
 FOLDERS = {
     **CONVERTER,
+    **LANGUAGE,
     **DRIVER,
     "cli": [],
     "tools/launcher": ["umpd/win32"],
@@ -67,7 +76,7 @@ PUBLIC_HEADERS = {
 
 WINDOWS_HEADER = "umpd/win32/Windows.h"
 SOURCES_OF_WINDOWS_HEADER = {WINDOWS_HEADER, "postscript/lib/base/DebugOutput.cpp"}
-PORTABLE = ("postscript/lib/", "cli/")
+PORTABLE = ("postscript/", "cli/")
 
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*(["<])([^">]+)[">]', re.MULTILINE)
 

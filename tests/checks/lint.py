@@ -14,7 +14,7 @@ import subprocess
 import sys
 
 # Headers of these folders are looked at along with the sources that include them.
-OURS = ["postscript/lib", "cli", "umpd", "tools", "include"]
+OURS = ["postscript/lib", "postscript/level3", "cli", "umpd", "tools", "include"]
 
 # Clang has other warnings under the same names.
 FOR_CLANG = ["-Wno-ignored-optimization-argument", "-Wno-sign-conversion"]

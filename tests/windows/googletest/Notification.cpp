@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "tests/windows/googletest/gtest/internal/custom/gtest-port.h"
+#include "gtest/internal/custom/gtest-port.h"
 
 namespace testing::internal {
 

@@ -28,6 +28,7 @@ LANGUAGE = {
     f"postscript/level3/{folder}": [f"postscript/level3/{name}" for name in visible]
     for folder, visible in {
         "streams": ["objects"],
+        "geometry": [],
     }.items()
 }
 

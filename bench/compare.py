@@ -143,10 +143,26 @@ class Bench:
             self.report.bar(f"peak memory of {program.name}", program.peak / MEGABYTE, memory, " MiB")
         job.unlink()
 
+    def language(self, kind, limit):
+        job = self.job(kind)
+        library, ghostscript = self.library(job), self.ghostscript(job, "ghostscript", [])
+        self.time(library, ghostscript)
+        self.report.ratio(library, ghostscript, limit)
+        job.unlink()
+
+    def growth(self, what, few, many):
+        jobs_of_both = [self.job(f"{what}-{count}") for count in (few, many)]
+        short, long = map(self.library, jobs_of_both)
+        self.time(short, long)
+        note = f" (processor time {long.processor / short.processor:.3f})"
+        self.report.bar(f"four times the {what}", long.wall / short.wall, 4.8, note=note)
+        for job in jobs_of_both:
+            job.unlink()
+
     def open_close(self):
         print("open and close a converter")
         times = [float(subprocess.check_output([self.feed, "--open-close", "1000"])) for _ in range(self.runs)]
-        self.report.bar("open and close", statistics.median(times), 0.4, " ms")
+        self.report.bar("open and close", statistics.median(times), 0.08, " ms")
 
 
 def main():
@@ -158,6 +174,11 @@ def main():
         bench.vector()
         bench.image("image-hex", 0.40)
         bench.image("image-binary", 0.35)
+        bench.language("language", 0.60)
+        bench.language("tokens", 0.75)
+        bench.growth("images", 10000, 40000)
+        bench.growth("patterns", 10000, 40000)
+        bench.growth("walks", 2000, 8000)
         print(f"load of the machine at the end: {os.getloadavg()[0]:.1f}")
     sys.exit(bench.report.failed)
 

@@ -8,6 +8,7 @@ PAGES = 8
 HEX_SIDE = 2600  # 2600 x 2600 RGB samples: 20.3 MB decoded
 BINARY_SIDE = 3560  # 38.0 MB
 DIGITS_A_LINE = 78
+TOKEN_BYTES = 20_000_000
 
 HEADER = """%!PS-Adobe-3.0
 %%Title: (Benchmark)
@@ -90,11 +91,67 @@ def write_image(output, side, reader, counted):
     output.write(b"grestore showpage\n%%Trailer\n%%EOF\n")
 
 
+LANGUAGE = """%!PS
+/a { add } def /s { sub } def /x { exch } def /d { dup } def /p { pop } def
+/value 5 def
+/step { d 3 a x p 1 s 7 mul 1000 mod } def
+0 13 { 1000 { 300 { step value a 2 s } repeat } repeat } repeat p
+"""
+
+
+def write_language(output):
+    """3.9 million rounds of 23 objects: numbers, operators, and names that are looked up for all of them."""
+    output.write(LANGUAGE.encode())
+
+
+def write_tokens(output, size=TOKEN_BYTES):
+    """Names, numbers, strings, arrays and procedures that are read and dropped; nothing is drawn."""
+    numbers = random.Random(3)
+
+    def number():
+        return f"{numbers.randrange(5000)}{numbers.choice(('', '', '', '.25'))}"
+
+    output.write(b"%!PS\n/drop { pop } def /width 10 def\n")
+    while size > 0:
+        line = (f"{number()} {number()} add drop width drop /name drop (a string\\nof text) drop "
+                f"true {{ {number()} }} {{ width }} ifelse drop [{number()} {number()}] drop % note\n")
+        output.write(line.encode())
+        size -= len(line)
+
+
+def write_images(output, count):
+    """Images of 64 by 64 samples, no two alike, each too large to stand in the page text."""
+    output.write(b"%%!PS\n/row 4096 string def /n 0 def %d {\n" % count)
+    output.write(b"row 0 n 9 string cvs putinterval 64 64 8 [64 0 0 64 0 0] row image\n"
+                 b"/n n 1 add def } repeat\n")
+
+
+def write_patterns(output, count):
+    """Patterns that are each made, set and painted with once."""
+    output.write(b"%%!PS\n/m [1 0 0 1 0 0] def %d {\n" % count)
+    output.write(b"10 dict begin /PatternType 1 def /PaintType 1 def /TilingType 1 def /BBox [0 0 9 9] def\n"
+                 b"/XStep 9 def /YStep 9 def /PaintProc { pop 0 0 moveto 9 9 lineto stroke } def currentdict end\n"
+                 b"m makepattern setpattern 0 0 9 9 rectfill } repeat\n")
+
+
+def write_walks(output, count):
+    """A walk over a dictionary that takes out the key it meets and puts another in, for all keys."""
+    output.write(b"%!PS\n/d 1 dict def\n")
+    for number in range(count):
+        output.write(b"d /key%06d %d put\n" % (number * 7919 % count, number))
+    output.write(b"/n 0 def d { pop d exch undef d n 9 string cvs cvn 0 put /n n 1 add def } forall\n")
+
+
 KINDS = {
     "vector": lambda output: write_vector(output, PAGES),
     "vector-long": lambda output: write_vector(output, 4 * PAGES),
     "image-hex": lambda output: write_image(output, HEX_SIDE, "readhexstring", counted=False),
     "image-binary": lambda output: write_image(output, BINARY_SIDE, "readstring", counted=True),
+    "language": write_language,
+    "tokens": write_tokens,
+    **{f"images-{count}": lambda output, count=count: write_images(output, count) for count in (10000, 40000)},
+    **{f"patterns-{count}": lambda output, count=count: write_patterns(output, count) for count in (10000, 40000)},
+    **{f"walks-{count}": lambda output, count=count: write_walks(output, count) for count in (2000, 8000)},
 }
 DECODED_BYTES = {"image-hex": 3 * HEX_SIDE ** 2, "image-binary": 3 * BINARY_SIDE ** 2}
 

@@ -122,5 +122,30 @@ TEST(DictionaryDataTest, AgreesWithAnOrderedMapUnderManyChanges) {
   }
 }
 
+// A walk after every few changes, and after very many: the order is mended, dropped and sorted again.
+TEST(DictionaryDataTest, StaysInOrderWhenItChangesBetweenTheStepsOfAWalk) {
+  DictionaryData dictionary;
+  std::map<std::string, int> expected;
+  std::uint32_t random = 1;
+  for (int i = 0; i < 30000; ++i) {
+    random = random * 1664525U + 1013904223U;
+    const std::string key = "key" + std::to_string((random >> 16U) % 500U);
+    if (((random >> 8U) & 1U) == 0) {
+      dictionary.remove(DictionaryKey(key));
+      expected.erase(key);
+    } else {
+      define(dictionary, key, i);
+      expected[key] = i;
+    }
+    const bool isInLongRunOfChanges = i % 10000 > 5000;
+    if (isInLongRunOfChanges || i % 7 != 0 || expected.empty()) continue;
+    const std::size_t position = random % expected.size();
+    const auto& entry = dictionary.entryInOrder(position);
+    const auto& [expectedKey, value] = *std::next(expected.begin(), static_cast<std::ptrdiff_t>(position));
+    ASSERT_EQ(entry.key, expectedKey);
+    ASSERT_EQ(entry.value->printString(), std::to_string(value));
+  }
+}
+
 }  // namespace
 }  // namespace quillpress

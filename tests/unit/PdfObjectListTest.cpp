@@ -28,9 +28,9 @@ TEST(PdfObjectListTest, NumbersBeginAgainAfterClear) {
 
 TEST(PdfObjectListTest, FindsImagesByTheirBytes) {
   PdfObjectList list;
-  list.create(PdfObjectKind::kImage, "/PSI")->setData("abc");
-  list.create(PdfObjectKind::kImage, "/PSI")->setData("abd");
-  list.create(PdfObjectKind::kImage, "/PSI")->setData("abd");
+  list.createImage("/PSI", "abc");
+  list.createImage("/PSI", "abd");
+  list.createImage("/PSI", "abd");
   EXPECT_EQ(list.findImage("abc")->name(), "/PSI1");
   EXPECT_EQ(list.findImage("abd")->name(), "/PSI2");
   EXPECT_EQ(list.findImage("ab"), nullptr);
@@ -48,11 +48,24 @@ TEST(PdfObjectListTest, FindsPatternsByIdentity) {
   PdfObjectList list;
   const Ref<DictionaryObject> dictionary = memory.newDictionary();
   list.create(PdfObjectKind::kImage, "/PSI");
-  list.create(PdfObjectKind::kPattern, "/PA")->keepPatternDictionary(dictionary);
-  list.create(PdfObjectKind::kPattern, "/PA")->keepPatternDictionary(dictionary);
+  list.identifyPattern(*list.create(PdfObjectKind::kPattern, "/PA"), dictionary);
+  list.identifyPattern(*list.create(PdfObjectKind::kPattern, "/PA"), dictionary);
   EXPECT_EQ(list.findPattern(*dictionary)->name(), "/PA2");
   const Ref<PostscriptObject> copy = dictionary->clone(0);
   EXPECT_EQ(list.findPattern(*as<DictionaryObject>(copy)), nullptr);
+}
+
+TEST(PdfObjectListTest, AClearedListFindsNothing) {
+  const MemorySet memory;
+  PdfObjectList list;
+  const Ref<DictionaryObject> dictionary = memory.newDictionary();
+  list.createImage("/PSI", "abc");
+  list.identifyPattern(*list.create(PdfObjectKind::kPattern, "/PA"), dictionary);
+  list.clear();
+  EXPECT_EQ(list.findImage("abc"), nullptr);
+  EXPECT_EQ(list.findPattern(*dictionary), nullptr);
+  list.createImage("/PSI", "abc");
+  EXPECT_EQ(list.findImage("abc")->name(), "/PSI1");
 }
 
 TEST(PdfObjectListTest, SnapshotHoldsTheRecordsInOrder) {

@@ -58,9 +58,18 @@ class DictionaryData final : public CompositeData {
   void growSlots();
   void closeGap(std::size_t gap);
 
-  std::vector<Entry> entries_;                // in no order of interest
-  std::vector<std::uint32_t> slots_;          // open addressing, a power of two: positions in entries_
-  mutable std::vector<std::uint32_t> order_;  // positions in key order; empty until a walk needs it
+  [[nodiscard]] std::ptrdiff_t placeInOrder(const std::string& key) const;
+  bool mendsOrder();
+  void sortOrder() const;
+
+  std::vector<Entry> entries_;        // in no order of interest
+  std::vector<std::uint32_t> slots_;  // open addressing, a power of two: positions in entries_
+
+  // The positions in key order: all of them, or none until a walk asks. A walk over a dictionary that changes
+  // under it would sort anew at every step, so the order is mended in place; when there is change upon change
+  // and no walk it is dropped, for the next walk to sort once.
+  mutable std::vector<std::uint32_t> order_;
+  mutable std::uint32_t changesSinceWalk_ = 0;
 };
 
 }  // namespace quillpress

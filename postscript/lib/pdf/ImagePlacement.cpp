@@ -19,10 +19,10 @@ std::string objectDictionary(const ImageSamples& image, std::string_view colourS
 // The name of the object that holds the image.
 std::string objectNameFor(PdfObjectList& objects, ImageSamples image, std::string_view colourSpaceName) {
   if (const OwnedPdfObject* earlier = objects.findImage(image.data)) return earlier->name();
-  const auto object = objects.create(PdfObjectKind::kImage, "/PSI");
-  object->setDictionary(objectDictionary(image, colourSpaceName));
+  const std::string dictionary = objectDictionary(image, colourSpaceName);
+  const auto object = objects.createImage("/PSI", std::move(image.data));
+  object->setDictionary(dictionary);
   object->setCompress(image.filterText.empty());
-  object->setData(std::move(image.data));
   return object->name();
 }
 

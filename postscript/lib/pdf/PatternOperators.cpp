@@ -41,7 +41,7 @@ void MakepatternOperator::begin(Interpreter& interpreter) {
   interpreter.executionStack().push(this);
   PostscriptObject* paintProcedure = dictionary->lookup("PaintProc");
   if (paintProcedure == nullptr) THROW_CONVERTER_EX("expecting paintProc");
-  pattern_->keepPatternDictionary(dictionary);
+  converter.objects().identifyPattern(*pattern_, dictionary);
   interpreter.operandStack().push(dictionary);
   interpreter.operandStack().push(dictionary);
   interpreter.start(paintProcedure);

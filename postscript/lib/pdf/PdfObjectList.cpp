@@ -1,6 +1,6 @@
 #include "postscript/lib/pdf/PdfObjectList.h"
 
-#include <string>
+#include <utility>
 
 namespace quillpress {
 
@@ -16,18 +16,26 @@ std::shared_ptr<OwnedPdfObject> PdfObjectList::create(PdfObjectKind kind, std::s
   return objects_.back();
 }
 
+std::shared_ptr<OwnedPdfObject> PdfObjectList::createImage(std::string_view namePrefix, std::string data) {
+  auto image = create(PdfObjectKind::kImage, namePrefix);
+  image->setData(std::move(data));
+  imagesByData_.emplace(image->data(), image.get());
+  return image;
+}
+
 const OwnedPdfObject* PdfObjectList::findImage(std::string_view data) const {
-  for (const auto& object : objects_) {
-    if (object->kind() == PdfObjectKind::kImage && object->data() == data) return object.get();
-  }
-  return nullptr;
+  const auto found = imagesByData_.find(data);
+  return found == imagesByData_.end() ? nullptr : found->second;
+}
+
+void PdfObjectList::identifyPattern(OwnedPdfObject& pattern, const Ref<DictionaryObject>& dictionary) {
+  pattern.keepPatternDictionary(dictionary);
+  patternsByDictionary_.emplace(dictionary.get(), &pattern);
 }
 
 const OwnedPdfObject* PdfObjectList::findPattern(const DictionaryObject& dictionary) const {
-  for (const auto& object : objects_) {
-    if (object->patternDictionary() == &dictionary) return object.get();
-  }
-  return nullptr;
+  const auto found = patternsByDictionary_.find(&dictionary);
+  return found == patternsByDictionary_.end() ? nullptr : found->second;
 }
 
 ::PdfObject** PdfObjectList::snapshot() {
@@ -38,6 +46,8 @@ const OwnedPdfObject* PdfObjectList::findPattern(const DictionaryObject& diction
 }
 
 void PdfObjectList::clear() {
+  imagesByData_.clear();
+  patternsByDictionary_.clear();
   objects_.clear();
   handedOut_.clear();
 }

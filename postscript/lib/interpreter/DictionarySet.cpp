@@ -38,11 +38,6 @@ DictionaryObject* DictionarySet::findHolder(DictionaryKey key) const {
   }
 }
 
-bool DictionarySet::isDefinedByJob(DictionaryKey key) const {
-  const DictionaryObject* holder = findHolder(key);
-  return holder != nullptr && holder != user_.get() && holder != global_.get() && holder != system_.get();
-}
-
 DictionaryObject& DictionarySet::current() const {
   auto* dictionary = as<DictionaryObject>(stack_.peek(0));
   if (dictionary == nullptr) THROW_EX("expected dictionary on dictionary stack");

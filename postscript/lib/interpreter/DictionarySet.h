@@ -41,9 +41,6 @@ class DictionarySet {
   [[nodiscard]] DictionaryObject* findHolder(const PostscriptObject& key) const;
   [[nodiscard]] DictionaryObject* findHolder(DictionaryKey key) const;
 
-  // Whether a dictionary that the job has made and begun gives the key its meaning.
-  [[nodiscard]] bool isDefinedByJob(DictionaryKey key) const;
-
   // The dictionary on top. Throws Ex when the stack is empty.
   [[nodiscard]] DictionaryObject& current() const;
 

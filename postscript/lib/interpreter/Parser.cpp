@@ -144,17 +144,10 @@ Ref<PostscriptObject> Parser::inNormal() {
     skipChar();
     return openToken(stopCharacter_);
   }
-  Ref<PostscriptObject> token = isSignOfJob() ? nullptr : numberFromToken(gathered_);
+  Ref<PostscriptObject> token = numberFromToken(gathered_);
   if (!token) token = recentNames_.executableName(gathered_);
   endToken();
   return token;
-}
-
-// A lone sign is the number 0. But drivers' procedure sets abbreviate rlineto and translate by signs in
-// dictionaries of their own, and while such a dictionary is begun a sign means what it says there.
-bool Parser::isSignOfJob() const {
-  return gathered_.size() == 1 && (gathered_.front() == '+' || gathered_.front() == '-') &&
-         dictionaries_.isDefinedByJob(DictionaryKey(gathered_));
 }
 
 Ref<PostscriptObject> Parser::openToken(char delimiter) {

@@ -65,7 +65,6 @@ class Parser {
   Ref<PostscriptObject> inAscii85String();
   Ref<PostscriptObject> inLiteralName();
 
-  [[nodiscard]] bool isSignOfJob() const;
   Ref<PostscriptObject> openToken(char delimiter);
   void endEscapeWith(std::string_view bytes);
   Ref<PostscriptObject> takeString(std::size_t skippedBytes, std::string_view decodeFilter);

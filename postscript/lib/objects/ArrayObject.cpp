@@ -39,9 +39,7 @@ void ArrayObject::execute(Interpreter& interpreter) {
   }
   Ref<PostscriptObject> next = body.at(executionIndex_);
   ++executionIndex_;
-  // A literal name of the body is pushed as a copy. Drivers turn such names into executable ones with
-  // cvx, which works in place, and the procedure must still push them the next time.
-  if (next->typeCode == TypeCode::kName && !next->executable) next = next->clone(0);
+  // Kept: the element itself, also of a literal name, so cvx on what a body pushed changes the body.
   interpreter.executionStack().push(this);
   interpreter.executionStack().push(std::move(next));
 }

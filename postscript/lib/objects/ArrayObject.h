@@ -23,8 +23,8 @@ class ArrayObject final : public CompositeObject {
   // A literal, empty array; '{' opens a procedure, '[' an array.
   ArrayObject(VirtualMemoryObject& memoryArea, char opening);
 
-  // One step of a procedure: pushes the array back on the execution stack with the next element, or a copy of
-  // a literal name, above it. The step past the last element retires the procedure, which is then literal and
+  // One step of a procedure: pushes the array back on the execution stack with the next element, the very
+  // object, above it. The step past the last element retires the procedure, which is then literal and
   // rewound.
   void execute(Interpreter& interpreter) override;
 

@@ -30,14 +30,9 @@ Matrix Matrix::times(const Matrix& next) const {
           tx * next.b + ty * next.d + next.ty};
 }
 
-bool Matrix::isInvertible() const {
-  const double determinant = a * d - b * c;
-  return determinant != 0 && std::isfinite(determinant);
-}
-
 Matrix Matrix::inverse() const {
   const double determinant = a * d - b * c;
-  if (!isInvertible()) THROW_EX("singular matrix has no inverse");
+  if (determinant == 0 || !std::isfinite(determinant)) THROW_EX("singular matrix has no inverse");
   return {d / determinant,
           -b / determinant,
           -c / determinant,

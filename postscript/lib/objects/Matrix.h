@@ -28,8 +28,6 @@ struct Matrix {
   // This matrix first, then `next`.
   [[nodiscard]] Matrix times(const Matrix& next) const;
 
-  [[nodiscard]] bool isInvertible() const;
-
   // Throws Ex for a singular matrix.
   [[nodiscard]] Matrix inverse() const;
 };

@@ -30,7 +30,6 @@ struct GraphicsState {
   ColourSpace colourSpace = ColourSpace::kGray;
   std::array<double, 4> colour{};
   Point subpathStart;  // where closepath goes back to
-  Matrix moveMatrix;   // the matrix of user space when the last move was made
 };
 
 // The number of components of a sample: 3 for RGB and HSB, 4 for CMYK, 1 for gray. Throws Ex for other

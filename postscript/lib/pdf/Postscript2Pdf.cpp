@@ -89,22 +89,14 @@ void Postscript2Pdf::restoreToSave() {
 void Postscript2Pdf::moveTo(Point point) {
   state().currentPoint = point;
   state().subpathStart = point;
-  state().moveMatrix = state().ctm;
   pathPending_ = true;
 }
 
-// The pending move in user space as it is now. A job may move, scale, and draw an arc from there: the move
-// stays where it was made on the page.
-Point Postscript2Pdf::pendingPoint() {
-  const GraphicsState& current = state();
-  if (current.ctm == current.moveMatrix || !current.ctm.isInvertible()) return current.currentPoint;
-  return transform(current.ctm.inverse(), transform(current.moveMatrix, current.currentPoint));
-}
-
+// Kept: the coordinates as they were given, whatever user space has become since the move.
 void Postscript2Pdf::writePendingMove() {
   if (!pathPending_) return;
   pathPending_ = false;
-  writeMove(pendingPoint());
+  writeMove(state().currentPoint);
 }
 
 void Postscript2Pdf::writeMove(Point point) {

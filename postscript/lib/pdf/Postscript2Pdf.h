@@ -96,7 +96,6 @@ class Postscript2Pdf {
 
  private:
   void pushFreshState();
-  [[nodiscard]] Point pendingPoint();
 
   std::vector<GraphicsState> states_;
   std::vector<std::size_t> savedDepths_;

@@ -29,6 +29,7 @@ LANGUAGE = {
     for folder, visible in {
         "streams": ["objects"],
         "geometry": [],
+        "pdf": ["geometry"],
     }.items()
 }
 

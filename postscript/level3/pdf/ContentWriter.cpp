@@ -1,0 +1,483 @@
+#include "postscript/level3/pdf/ContentWriter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "postscript/level3/pdf/PdfNumbers.h"
+
+namespace quillpress::level3 {
+
+namespace {
+
+// Renderers gather a whole path before they paint it, and some take long over very many subpaths.
+constexpr std::size_t kMostJoinedSubpaths = 200;
+constexpr std::size_t kSpillAt = 1024UL * 1024;
+constexpr std::size_t kLongestRememberedPath = 256;
+constexpr int kDeviceColourPlaces = 3;
+constexpr int kOtherColourPlaces = 5;
+
+// Numbers of a unit that are neither very long nor very coarse: from a tenth of a pixel to an inch.
+constexpr double kSmallestUnit = 0.1;
+constexpr double kGreatestUnit = 720;
+
+// How far a line's paint reaches from its middle, in units of half its width.
+double reachOf(const LineStyle& style, const Path& path) {
+  const bool hasSharpCorners = path.segmentCount() > 2 && !asRectangle(path, false);
+  return style.join == LineJoin::kMiter && hasSharpCorners ? std::max(style.miterLimit, 1.5) : 1.5;
+}
+
+// The part of a matrix that makes a round pen oval; nothing when it stays round.
+std::optional<Matrix> ovalPen(const Matrix& userToContent) {
+  Matrix linear = userToContent;
+  linear.tx = 0;
+  linear.ty = 0;
+  if (linear.isSimilarity()) return std::nullopt;
+  const double scale = linear.meanScale();
+  if (!(scale > 0) || !std::isfinite(scale)) return std::nullopt;
+  const double share = 1 / scale;
+  const Matrix pen{linear.a * share, linear.b * share, linear.c * share, linear.d * share, 0, 0};
+  return pen.inverse() ? std::optional(pen) : std::nullopt;
+}
+
+double largestScale(const Matrix& matrix) {
+  return std::max(std::hypot(matrix.a, matrix.b), std::hypot(matrix.c, matrix.d));
+}
+
+bool isSameClip(const Clip* one, const Clip* other) {
+  if (one == other) return true;
+  return one != nullptr && other != nullptr && one->isSameAs(*other);
+}
+
+}  // namespace
+
+ContentWriter::ContentWriter(PdfFile& file, const Settings& settings, Spill spill)
+    : file_(file), settings_(settings), spill_(std::move(spill)) {
+  reset(settings);
+}
+
+void ContentWriter::reset(const Settings& settings) {
+  settings_ = settings;
+  space_ = ContentSpace::forMatrix(settings.fromDevice);
+  unit_.reset();
+  hasUnit_ = false;
+  hasSpilled_ = false;
+  text_.clear();
+  resources_.clear();
+  pending_ = {};
+  levels_.clear();
+  levels_.push_back({initialState(), nullptr, std::nullopt});
+}
+
+ContentWriter::State ContentWriter::initialState() const {
+  State state;
+  if (!settings_.beginsWithDefaults) return state;
+  const LineStyle line;
+  state.fill = Paint::gray(0);
+  state.stroke = Paint::gray(0);
+  state.width = line.width;
+  state.miterLimit = line.miterLimit;
+  state.cap = line.cap;
+  state.join = line.join;
+  state.dash = line.dash;
+  state.rare = RareParameters();
+  return state;
+}
+
+void ContentWriter::preferUnitsOf(const Matrix& userToDevice) {
+  if (hasUnit_) return;
+  hasUnit_ = true;
+  const double scale = userToDevice.meanScale();
+  const bool isFit = userToDevice.keepsAxes() && userToDevice.isSimilarity() && scale >= kSmallestUnit &&
+                     scale <= kGreatestUnit && std::abs(userToDevice.tx) < 1e6 &&
+                     std::abs(userToDevice.ty) < 1e6;
+  const Matrix unit = isFit ? userToDevice : Matrix();
+  const Matrix toInitial = unit * settings_.fromDevice;
+  if (toInitial == Matrix()) return;
+  unit_ = toInitial;
+  space_ = ContentSpace::forMatrix(*unit.inverse());
+}
+
+// The unit's matrix stands before the first thing that is written, and only then.
+void ContentWriter::writeUnit() {
+  hasUnit_ = true;
+  if (!unit_) return;
+  appendMatrixNumbers(text_, *unit_);
+  text_ += " cm\n";
+  unit_.reset();
+}
+
+bool ContentWriter::isVisible(const Box& bounds, const ClipPointer& clip) const {
+  if (bounds.isEmpty() || !bounds.touches(settings_.area)) return false;
+  return !clip ||
+         (!clip->isEmpty() && bounds.touches(clip->bounds()) && clip->bounds().touches(settings_.area));
+}
+
+bool ContentWriter::needsClip(const Box& bounds, const ClipPointer& clip) const {
+  if (!clip) return false;
+  return !clip->rectangle() || !clip->rectangle()->contains(intersection(bounds, settings_.area));
+}
+
+// The innermost level that is right for a clip, or for one of its parents if the clip is still to be written.
+std::size_t ContentWriter::levelFor(const Clip* clip, bool isNeeded, const std::optional<Matrix>& pen) const {
+  for (std::size_t level = levels_.size(); level-- > 1;) {
+    if (levels_[level].pen && levels_[level].pen != pen) continue;
+    const Clip* candidate = clip;
+    while (candidate != nullptr && !isSameClip(candidate, levels_[level].clip.get())) {
+      candidate = candidate->parent().get();
+    }
+    const bool fits = candidate != nullptr || !levels_[level].clip;
+    // A clip cannot be added within a pen.
+    if (fits && (!levels_[level].pen || !isNeeded || candidate == clip)) return level;
+  }
+  return 0;
+}
+
+void ContentWriter::leaveLevels(std::size_t count) {
+  while (levels_.size() > count) {
+    levels_.pop_back();
+    text_ += "Q\n";
+  }
+}
+
+// From the outermost that is missing to the innermost.
+void ContentWriter::writeClips(const Clip* clip, const Clip* until) {
+  std::vector<const Clip*> missing;
+  for (const Clip* each = clip; each != nullptr && !isSameClip(each, until); each = each->parent().get()) {
+    missing.push_back(each);
+  }
+  for (auto each = missing.rbegin(); each != missing.rend(); ++each) {
+    const std::size_t before = text_.size();
+    appendPath(text_, (*each)->path(), space_, true);
+    // A clip that shrinks to nothing once rounded still lets nothing through.
+    if (text_.size() == before) text_ += "0 0 0 0 re\n";
+    text_ += (*each)->rule() == FillRule::kNonzero ? "W n\n" : "W* n\n";
+  }
+}
+
+// True when the level has changed, so that nothing waits any more.
+bool ContentWriter::enterLevel(const Box& bounds, const ClipPointer& clip, const std::optional<Matrix>& pen) {
+  const bool isNeeded = needsClip(bounds, clip);
+  const std::size_t level = levelFor(clip.get(), isNeeded, pen);
+  const Clip* found = levels_[level].clip.get();
+  const bool addsClip = isNeeded && !isSameClip(found, clip.get());
+  const bool addsPen = pen && levels_[level].pen != pen;
+  if (level + 1 == levels_.size() && !addsClip && !addsPen) return false;
+
+  flushPending();
+  writeUnit();
+  leaveLevels(level + 1);
+  if (addsClip) {
+    levels_.push_back({levels_.back().state, clip, std::nullopt});
+    text_ += "q\n";
+    writeClips(clip.get(), found);
+  }
+  if (addsPen) {
+    levels_.push_back({levels_.back().state, levels_.back().clip, pen});
+    // Widths and dashes are measured with the pen.
+    levels_.back().state.width.reset();
+    std::optional<DashPattern>& dash = levels_.back().state.dash;
+    if (dash && !dash->lengths.empty()) dash.reset();
+    text_ += "q\n";
+    appendMatrixNumbers(text_, *pen);
+    text_ += " cm\n";
+  }
+  return true;
+}
+
+void ContentWriter::flushPending() {
+  if (pending_.operation == Operation::kNone) return;
+  writeUnit();
+  text_ += pending_.text;
+  switch (pending_.operation) {
+    case Operation::kNone:
+      break;
+    case Operation::kFill:
+      text_ += "f\n";
+      break;
+    case Operation::kEvenOddFill:
+      text_ += "f*\n";
+      break;
+    case Operation::kStroke:
+      text_ += "S\n";
+      break;
+    case Operation::kFillStroke:
+      text_ += "B\n";
+      break;
+    case Operation::kEvenOddFillStroke:
+      text_ += "B*\n";
+      break;
+  }
+  pending_.operation = Operation::kNone;
+  pending_.text.clear();
+  pending_.only.reset();
+  spillIfLong();
+}
+
+void ContentWriter::spillIfLong() {
+  if (!spill_ || text_.size() < kSpillAt) return;
+  spill_(text_);
+  text_.clear();
+  hasSpilled_ = true;
+}
+
+bool ContentWriter::joinsPending(Operation operation, const Box& bounds, const PathSummary& summary) const {
+  const PathSummary& before = pending_.summary;
+  if (pending_.operation != operation || before.subpaths + summary.subpaths > kMostJoinedSubpaths)
+    return false;
+  if (operation == Operation::kStroke) return true;
+  // Where two fills overlap, one path made of both could leave a hole; not when all turn the same way.
+  const bool turnAlike = (before.onlyAnticlockwise && summary.onlyAnticlockwise) ||
+                         (before.onlyClockwise && summary.onlyClockwise);
+  return (operation == Operation::kFill && turnAlike) || !bounds.touches(pending_.box);
+}
+
+void ContentWriter::addToPending(Operation operation, const Path& path, const Box& bounds,
+                                 const ContentSpace& space) {
+  const bool isFilled = operation != Operation::kStroke;
+  std::string text;
+  const PathSummary summary = appendPath(text, path, space, isFilled);
+  if (summary.subpaths == 0) return;
+  if (joinsPending(operation, bounds, summary)) {
+    pending_.text += text;
+    pending_.box.include(bounds);
+    pending_.summary.subpaths += summary.subpaths;
+    pending_.summary.onlyAnticlockwise &= summary.onlyAnticlockwise;
+    pending_.summary.onlyClockwise &= summary.onlyClockwise;
+    pending_.only.reset();
+    return;
+  }
+  flushPending();
+  pending_.operation = operation;
+  pending_.text = std::move(text);
+  pending_.box = bounds;
+  pending_.summary = summary;
+  if (isFilled && path.segmentCount() <= kLongestRememberedPath) pending_.only = path;
+}
+
+void ContentWriter::fill(const Path& path, FillRule rule, const Paint& paint, const ClipPointer& clip,
+                         const RareParameters& rare) {
+  const Box bounds = path.boundingBox();
+  if (!isVisible(bounds, clip)) return;
+  enterLevel(bounds, clip, std::nullopt);
+  useRare(rare);
+  useFill(paint);
+  addToPending(rule == FillRule::kNonzero ? Operation::kFill : Operation::kEvenOddFill, path, bounds, space_);
+}
+
+bool ContentWriter::strokesPendingFill(const Path& path) const {
+  return (pending_.operation == Operation::kFill || pending_.operation == Operation::kEvenOddFill) &&
+         pending_.only && *pending_.only == path;
+}
+
+void ContentWriter::stroke(const Path& path, const LineStyle& style, const Matrix& userToDevice,
+                           const Paint& paint, const ClipPointer& clip, const RareParameters& rare) {
+  if (path.isEmpty()) return;
+  const double reach = style.width / 2 * largestScale(userToDevice) * reachOf(style, path);
+  const Box bounds = path.boundingBox().grownBy(std::isfinite(reach) ? reach + 1 : 1);
+  if (!isVisible(bounds, clip)) return;
+  const Matrix userToContent = userToDevice * space_.fromDevice;
+  const std::optional<Matrix> pen =
+      style.width > 0 || !style.dash.isSolid() ? ovalPen(userToContent) : std::nullopt;
+  const double scale = userToContent.meanScale();
+
+  enterLevel(bounds, clip, pen);
+  // A fill of the same path may wait: what is set for the stroke does not touch it.
+  const bool joinsFill = !pen && strokesPendingFill(path) && state().rare == rare;
+  if (joinsFill) {
+    Pending filled = std::exchange(pending_, {});
+    useStroke(paint);
+    useLineStyle(style, scale);
+    filled.operation =
+        filled.operation == Operation::kFill ? Operation::kFillStroke : Operation::kEvenOddFillStroke;
+    filled.text.clear();
+    appendPath(filled.text, path, space_, false);
+    filled.only.reset();
+    pending_ = std::move(filled);
+    return;
+  }
+  useRare(rare);
+  useStroke(paint);
+  useLineStyle(style, scale);
+  if (!pen) {
+    addToPending(Operation::kStroke, path, bounds, space_);
+    return;
+  }
+  const ContentSpace ownSpace{space_.fromDevice * *pen->inverse(), space_.decimals + 1};
+  addToPending(Operation::kStroke, path, bounds, ownSpace);
+}
+
+void ContentWriter::fillArea(const Paint& paint, const ClipPointer& clip, const RareParameters& rare) {
+  Path path;
+  path.appendRectangle(clip ? intersection(clip->bounds(), settings_.area) : settings_.area);
+  fill(path, FillRule::kNonzero, paint, clip, rare);
+}
+
+bool ContentWriter::beginPainting(const Box& bounds, const ClipPointer& clip) {
+  if (!isVisible(bounds, clip)) return false;
+  enterLevel(bounds, clip, std::nullopt);
+  flushPending();
+  writeUnit();
+  return true;
+}
+
+void ContentWriter::draw(ObjectNumber object, const Matrix& toDevice, const Box& bounds,
+                         const ClipPointer& clip, const RareParameters& rare) {
+  if (!beginPainting(bounds, clip)) return;
+  useRare(rare);
+  text_ += "q\n";
+  appendMatrixNumbers(text_, toDevice * space_.fromDevice);
+  text_ += " cm\n";
+  resources_.use(ResourceKind::kXObject, object, text_);
+  text_ += " Do\nQ\n";
+  spillIfLong();
+}
+
+void ContentWriter::drawMask(ObjectNumber object, const Matrix& toDevice, const Paint& paint,
+                             const ClipPointer& clip, const RareParameters& rare) {
+  const Box bounds = transformed(Box{0, 0, 1, 1}, toDevice);
+  if (!beginPainting(bounds, clip)) return;
+  useFill(paint);
+  draw(object, toDevice, bounds, clip, rare);
+}
+
+void ContentWriter::shade(ObjectNumber shading, const Matrix& toDevice, const Box& bounds,
+                          const ClipPointer& clip) {
+  if (!beginPainting(bounds, clip)) return;
+  text_ += "q\n";
+  appendMatrixNumbers(text_, toDevice * space_.fromDevice);
+  text_ += " cm\n";
+  resources_.use(ResourceKind::kShading, shading, text_);
+  text_ += " sh\nQ\n";
+  spillIfLong();
+}
+
+void ContentWriter::operand(double value, int decimals) {
+  appendNumber(text_, value, decimals);
+  text_ += ' ';
+}
+
+void ContentWriter::writeNumbers(const Paint& paint) {
+  const int places = paint.kind <= Paint::Space::kCmyk ? kDeviceColourPlaces : kOtherColourPlaces;
+  for (std::size_t index = 0; index < paint.count; ++index) {
+    operand(static_cast<double>(paint.components[index]), places);
+  }
+}
+
+void ContentWriter::writePaint(const Paint& paint, bool isStroke) {
+  const std::optional<Paint>& before = isStroke ? state().stroke : state().fill;
+  switch (paint.kind) {
+    case Paint::Space::kGray:
+      writeNumbers(paint);
+      text_ += isStroke ? "G\n" : "g\n";
+      return;
+    case Paint::Space::kRgb:
+      writeNumbers(paint);
+      text_ += isStroke ? "RG\n" : "rg\n";
+      return;
+    case Paint::Space::kCmyk:
+      writeNumbers(paint);
+      text_ += isStroke ? "K\n" : "k\n";
+      return;
+    case Paint::Space::kNamed:
+    case Paint::Space::kPattern:
+      break;
+  }
+  if (!before || before->kind != paint.kind || before->space != paint.space) {
+    if (paint.space == 0) {
+      appendName(text_, "Pattern");
+    } else {
+      resources_.use(ResourceKind::kColourSpace, paint.space, text_);
+    }
+    text_ += isStroke ? " CS\n" : " cs\n";
+  }
+  writeNumbers(paint);
+  if (paint.kind == Paint::Space::kPattern) {
+    resources_.use(ResourceKind::kPattern, paint.pattern, text_);
+    text_ += ' ';
+  }
+  text_ += isStroke ? "SCN\n" : "scn\n";
+}
+
+void ContentWriter::useFill(const Paint& paint) {
+  if (state().fill == paint) return;
+  flushPending();
+  writeUnit();
+  writePaint(paint, false);
+  state().fill = paint;
+}
+
+void ContentWriter::useStroke(const Paint& paint) {
+  if (state().stroke == paint) return;
+  flushPending();
+  writeUnit();
+  writePaint(paint, true);
+  state().stroke = paint;
+}
+
+void ContentWriter::useRare(const RareParameters& rare) {
+  if (state().rare == rare) return;
+  flushPending();
+  writeUnit();
+  DictionaryText parameters;
+  if (!state().rare || state().rare->overprint != rare.overprint) {
+    parameters.boolean("OP", rare.overprint).boolean("op", rare.overprint);
+  }
+  if (!state().rare || state().rare->strokeAdjust != rare.strokeAdjust) {
+    parameters.boolean("SA", rare.strokeAdjust);
+  }
+  resources_.use(ResourceKind::kExtGState, file_.addShared(parameters.text()), text_);
+  text_ += " gs\n";
+  state().rare = rare;
+}
+
+void ContentWriter::useLineStyle(const LineStyle& style, double scale) {
+  State& now = state();
+  const int places = std::min(space_.decimals + 2, 9);
+  const double width = style.width * scale;
+  DashPattern dash = style.dash.isSolid() ? DashPattern() : style.dash;
+  for (double& length : dash.lengths) length *= scale;
+  dash.offset *= scale;
+  const bool changes = now.width != width || now.cap != style.cap || now.join != style.join ||
+                       now.dash != dash ||
+                       (style.join == LineJoin::kMiter && now.miterLimit != style.miterLimit);
+  if (!changes) return;
+  flushPending();
+  writeUnit();
+  if (now.width != width) {
+    operand(width, places);
+    text_ += "w\n";
+    now.width = width;
+  }
+  if (now.cap != style.cap) {
+    operand(static_cast<double>(style.cap), 0);
+    text_ += "J\n";
+    now.cap = style.cap;
+  }
+  if (now.join != style.join) {
+    operand(static_cast<double>(style.join), 0);
+    text_ += "j\n";
+    now.join = style.join;
+  }
+  if (style.join == LineJoin::kMiter && now.miterLimit != style.miterLimit) {
+    operand(style.miterLimit, 4);
+    text_ += "M\n";
+    now.miterLimit = style.miterLimit;
+  }
+  if (now.dash != dash) {
+    text_ += '[';
+    for (const double length : dash.lengths) operand(length, places);
+    if (!dash.lengths.empty()) text_.pop_back();
+    text_ += ']';
+    operand(dash.offset, places);
+    text_ += "d\n";
+    now.dash = std::move(dash);
+  }
+}
+
+void ContentWriter::finish() {
+  flushPending();
+  leaveLevels(1);
+}
+
+}  // namespace quillpress::level3

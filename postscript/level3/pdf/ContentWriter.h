@@ -1,0 +1,147 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "postscript/level3/geometry/Clip.h"
+#include "postscript/level3/geometry/Stroking.h"
+#include "postscript/level3/pdf/Paint.h"
+#include "postscript/level3/pdf/PathText.h"
+#include "postscript/level3/pdf/PdfFile.h"
+#include "postscript/level3/pdf/Resources.h"
+
+namespace quillpress::level3 {
+
+// Parameters that are seldom anything but off; they travel in an ExtGState.
+struct RareParameters {
+  bool overprint = false;
+  bool strokeAdjust = false;
+
+  friend bool operator==(const RareParameters&, const RareParameters&) = default;
+};
+
+// Writes the content of one page, form or pattern cell from what is painted in device space.
+//
+// It knows what state the content has reached, and writes a change only when something is painted that needs
+// it. A clip is written when something would reach beyond it, and stays for what follows with the same one.
+// Paths of equal style that follow each other become one.
+class ContentWriter {
+ public:
+  struct Settings {
+    // Device space to the space that the content begins in: points for a page, form space for a form.
+    Matrix fromDevice;
+    // What can be seen at all, in device space.
+    Box area;
+    // Whether the content begins with PDF's initial state, as pages do and forms do not.
+    bool beginsWithDefaults = true;
+  };
+  // Gets parts of the content that are complete, when there is much of it.
+  using Spill = std::function<void(std::string_view)>;
+
+  ContentWriter(PdfFile& file, const Settings& settings, Spill spill = {});
+
+  // Lets coordinates be written in the units of a user space, while nothing has been written yet.
+  void preferUnitsOf(const Matrix& userToDevice);
+
+  void fill(const Path& path, FillRule rule, const Paint& paint, const ClipPointer& clip,
+            const RareParameters& rare);
+  // `userToDevice` is the matrix that the pen is round in before it is mapped.
+  void stroke(const Path& path, const LineStyle& style, const Matrix& userToDevice, const Paint& paint,
+              const ClipPointer& clip, const RareParameters& rare);
+  // All that the clip leaves of the area.
+  void fillArea(const Paint& paint, const ClipPointer& clip, const RareParameters& rare);
+
+  // An image, whose unit square lies at `toDevice`, or a form.
+  void draw(ObjectNumber object, const Matrix& toDevice, const Box& bounds, const ClipPointer& clip,
+            const RareParameters& rare);
+  // An image mask: the paint comes through where it has ones.
+  void drawMask(ObjectNumber object, const Matrix& toDevice, const Paint& paint, const ClipPointer& clip,
+                const RareParameters& rare);
+  void shade(ObjectNumber shading, const Matrix& toDevice, const Box& bounds, const ClipPointer& clip);
+
+  // For other painting: everything before is written, the clip is in force for what reaches `bounds`; false
+  // when nothing of it can be seen. After setting what is needed, operators may be appended to text().
+  bool beginPainting(const Box& bounds, const ClipPointer& clip);
+  void useFill(const Paint& paint);
+  void useStroke(const Paint& paint);
+  void useLineStyle(const LineStyle& style, double scale);
+  void useRare(const RareParameters& rare);
+  std::string& text() { return text_; }
+  Resources& resources() { return resources_; }
+  const ContentSpace& space() const { return space_; }
+  // Device space to the space that the content begins in; pattern matrices start from there.
+  const Matrix& initialSpace() const { return settings_.fromDevice; }
+  const Box& area() const { return settings_.area; }
+
+  bool isEmpty() const { return !hasSpilled_ && text_.empty() && pending_.text.empty(); }
+
+  // Ends the content; what has not been spilled is left in text().
+  void finish();
+  // Begins again with nothing, for the next page.
+  void reset(const Settings& settings);
+
+ private:
+  // What the content has set; nothing where that is not known.
+  struct State {
+    std::optional<Paint> fill;
+    std::optional<Paint> stroke;
+    std::optional<double> width;
+    std::optional<double> miterLimit;
+    std::optional<LineCap> cap;
+    std::optional<LineJoin> join;
+    std::optional<DashPattern> dash;
+    std::optional<RareParameters> rare;
+  };
+  // What lies between a q and its Q.
+  struct Level {
+    State state;
+    ClipPointer clip;
+    std::optional<Matrix> pen;
+  };
+  enum class Operation { kNone, kFill, kEvenOddFill, kStroke, kFillStroke, kEvenOddFillStroke };
+  // A path that waits for others of equal style.
+  struct Pending {
+    Operation operation = Operation::kNone;
+    std::string text;
+    Box box;
+    PathSummary summary;
+    // The only path in it, for a stroke that may follow its fill.
+    std::optional<Path> only;
+  };
+
+  State initialState() const;
+  State& state() { return levels_.back().state; }
+  bool isVisible(const Box& bounds, const ClipPointer& clip) const;
+  bool needsClip(const Box& bounds, const ClipPointer& clip) const;
+  std::size_t levelFor(const Clip* clip, bool isNeeded, const std::optional<Matrix>& pen) const;
+  bool enterLevel(const Box& bounds, const ClipPointer& clip, const std::optional<Matrix>& pen);
+  void leaveLevels(std::size_t count);
+  void writeClips(const Clip* clip, const Clip* until);
+  void writeUnit();
+  void flushPending();
+  void spillIfLong();
+  void addToPending(Operation operation, const Path& path, const Box& bounds, const ContentSpace& space);
+  bool joinsPending(Operation operation, const Box& bounds, const PathSummary& summary) const;
+  bool strokesPendingFill(const Path& path) const;
+  void writePaint(const Paint& paint, bool isStroke);
+  void writeNumbers(const Paint& paint);
+  void operand(double value, int decimals);
+
+  PdfFile& file_;
+  Settings settings_;
+  Spill spill_;
+  Resources resources_;
+  std::string text_;
+  ContentSpace space_;
+  std::optional<Matrix> unit_;
+  std::vector<Level> levels_;
+  Pending pending_;
+  bool hasUnit_ = false;
+  bool hasSpilled_ = false;
+};
+
+}  // namespace quillpress::level3

@@ -1,0 +1,78 @@
+#include "postscript/level3/pdf/Deflate.h"
+
+#include <libdeflate.h>
+#include <zlib.h>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <new>
+
+namespace quillpress::level3 {
+
+namespace {
+
+// Measured on pages of vectors: one step more takes a fifth longer and saves one part in a hundred.
+constexpr int kLevel = 6;
+
+struct CompressorDeleter {
+  void operator()(libdeflate_compressor* compressor) const { libdeflate_free_compressor(compressor); }
+};
+
+libdeflate_compressor* compressor() {
+  thread_local const std::unique_ptr<libdeflate_compressor, CompressorDeleter> shared(
+      libdeflate_alloc_compressor(kLevel));
+  if (!shared) throw std::bad_alloc();
+  return shared.get();
+}
+
+}  // namespace
+
+std::string deflated(std::string_view bytes) {
+  std::string result;
+  result.resize(libdeflate_zlib_compress_bound(compressor(), bytes.size()));
+  result.resize(
+      libdeflate_zlib_compress(compressor(), bytes.data(), bytes.size(), result.data(), result.size()));
+  return result;
+}
+
+struct StreamingDeflater::State {
+  z_stream stream{};
+  std::array<unsigned char, 32 * 1024> ready{};
+};
+
+StreamingDeflater::StreamingDeflater(Next next) : state_(std::make_unique<State>()), next_(std::move(next)) {
+  if (deflateInit(&state_->stream, kLevel) != Z_OK) throw std::bad_alloc();
+}
+
+StreamingDeflater::~StreamingDeflater() {
+  deflateEnd(&state_->stream);
+}
+
+void StreamingDeflater::run(std::string_view bytes, int flush) {
+  z_stream& stream = state_->stream;
+  // zlib does not write through its input pointer; the header only says so with z_const.
+  stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(bytes.data()));
+  stream.avail_in = static_cast<uInt>(bytes.size());
+  do {
+    stream.next_out = state_->ready.data();
+    stream.avail_out = static_cast<uInt>(state_->ready.size());
+    deflate(&stream, flush);
+    next_({reinterpret_cast<const char*>(state_->ready.data()), state_->ready.size() - stream.avail_out});
+  } while (stream.avail_out == 0);
+}
+
+void StreamingDeflater::write(std::string_view bytes) {
+  constexpr std::size_t kMost = std::numeric_limits<uInt>::max() / 2;
+  while (!bytes.empty()) {
+    const std::size_t count = std::min(bytes.size(), kMost);
+    run(bytes.substr(0, count), Z_NO_FLUSH);
+    bytes.remove_prefix(count);
+  }
+}
+
+void StreamingDeflater::finish() {
+  run({}, Z_FINISH);
+}
+
+}  // namespace quillpress::level3

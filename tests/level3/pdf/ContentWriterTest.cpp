@@ -1,0 +1,203 @@
+#include <gtest/gtest.h>
+
+#include "postscript/level3/pdf/ContentWriter.h"
+
+namespace quillpress::level3 {
+namespace {
+
+class Nowhere final : public Output {
+ public:
+  void write(std::string_view) override {}
+};
+
+class ContentWriterTest : public testing::Test {
+ protected:
+  void fill(const Box& box, const Paint& paint = Paint::gray(0), const ClipPointer& clip = nullptr) {
+    content_.fill(rectangle(box), FillRule::kNonzero, paint, clip, {});
+  }
+  void stroke(const Path& path, const LineStyle& style = {}, const Matrix& matrix = {}) {
+    content_.stroke(path, style, matrix, Paint::gray(0), nullptr, {});
+  }
+  std::string finished() {
+    content_.finish();
+    return content_.text();
+  }
+
+  static Path rectangle(const Box& box) {
+    Path path;
+    path.appendRectangle(box);
+    return path;
+  }
+  static Path line(Point from, Point to) {
+    Path path;
+    path.moveTo(from);
+    path.lineTo(to);
+    return path;
+  }
+  static ClipPointer clipTo(const Box& box, const ClipPointer& parent = nullptr) {
+    return Clip::within(parent, rectangle(box), FillRule::kNonzero);
+  }
+  static ClipPointer triangularClip(double size, const ClipPointer& parent = nullptr) {
+    Path path;
+    path.moveTo({0, 0});
+    path.lineTo({size, 0});
+    path.lineTo({0, size});
+    return Clip::within(parent, path, FillRule::kEvenOdd);
+  }
+
+  Nowhere nowhere_;
+  PdfFile file_{nowhere_};
+  ContentWriter content_{file_, {Matrix(), {0, 0, 1000, 1000}, true}};
+};
+
+TEST_F(ContentWriterTest, NothingPaintedIsNothingWritten) {
+  EXPECT_EQ(finished(), "");
+}
+
+TEST_F(ContentWriterTest, BlackIsThereFromTheBeginning) {
+  fill({1, 2, 3, 5});
+  EXPECT_EQ(finished(), "1 2 2 3 re\nf\n");
+}
+
+TEST_F(ContentWriterTest, ColourIsWrittenWhenItChanges) {
+  fill({0, 0, 1, 1}, Paint::rgb(1, 0, 0.5));
+  fill({2, 0, 3, 1}, Paint::rgb(1, 0, 0.5));
+  fill({4, 0, 5, 1}, Paint::cmyk(0, 0, 0, 1));
+  EXPECT_EQ(finished(), "1 0 .5 rg\n0 0 1 1 re\n2 0 1 1 re\nf\n0 0 0 1 k\n4 0 1 1 re\nf\n");
+}
+
+TEST_F(ContentWriterTest, OverlappingRectanglesThatTurnAlikeAreJoined) {
+  fill({0, 0, 10, 10});
+  fill({5, 5, 15, 15});
+  EXPECT_EQ(finished(), "0 0 10 10 re\n5 5 10 10 re\nf\n");
+}
+
+TEST_F(ContentWriterTest, OverlappingRectanglesThatTurnAgainstEachOtherStayApart) {
+  fill({0, 0, 10, 10});
+  content_.fill(rectangle({5, 5, 15, 15}).reversed(), FillRule::kNonzero, Paint::gray(0), nullptr, {});
+  EXPECT_EQ(finished(), "0 0 10 10 re\nf\n5 15 10 -10 re\nf\n");
+}
+
+TEST_F(ContentWriterTest, EvenOddFillsAreJoinedOnlyApart) {
+  const auto fillEvenOdd = [this](const Box& box) {
+    content_.fill(rectangle(box), FillRule::kEvenOdd, Paint::gray(0), nullptr, {});
+  };
+  fillEvenOdd({0, 0, 10, 10});
+  fillEvenOdd({20, 0, 30, 10});
+  fillEvenOdd({25, 0, 35, 10});
+  EXPECT_EQ(finished(), "0 0 10 10 re\n20 0 10 10 re\nf*\n25 0 10 10 re\nf*\n");
+}
+
+TEST_F(ContentWriterTest, LinesOfEqualStyleAreJoined) {
+  stroke(line({0, 0}, {5, 5}));
+  stroke(line({5, 0}, {0, 5}));
+  EXPECT_EQ(finished(), "0 0 m\n5 5 l\n5 0 m\n0 5 l\nS\n");
+}
+
+TEST_F(ContentWriterTest, FillAndStrokeOfOnePathAreOneOperator) {
+  fill({1, 1, 2, 2}, Paint::gray(1));
+  stroke(rectangle({1, 1, 2, 2}));
+  EXPECT_EQ(finished(), "1 g\n1 1 1 1 re\nB\n");
+}
+
+TEST_F(ContentWriterTest, StyleIsWrittenWhenItDiffers) {
+  LineStyle style;
+  style.width = 2.5;
+  style.cap = LineCap::kRound;
+  style.join = LineJoin::kBevel;
+  style.dash = {{3, 1}, 0.5};
+  stroke(line({0, 0}, {5, 5}), style);
+  stroke(line({0, 0}, {5, 5}));
+  EXPECT_EQ(finished(),
+            "2.5 w\n1 J\n2 j\n[3 1].5 d\n0 0 m\n5 5 l\nS\n1 w\n0 J\n0 j\n[]0 d\n0 0 m\n5 5 l\nS\n");
+}
+
+TEST_F(ContentWriterTest, MiterLimitCountsForMitersOnly) {
+  LineStyle style;
+  style.miterLimit = 3;
+  style.join = LineJoin::kRound;
+  stroke(line({0, 0}, {5, 5}), style);
+  EXPECT_EQ(finished(), "1 j\n0 0 m\n5 5 l\nS\n");
+}
+
+TEST_F(ContentWriterTest, WidthIsMeasuredInUserSpace) {
+  stroke(line({0, 0}, {5, 5}), {}, Matrix::scaling(3, -3));
+  EXPECT_EQ(finished(), "3 w\n0 0 m\n5 5 l\nS\n");
+}
+
+TEST_F(ContentWriterTest, OvalPenIsAMatrixOfItsOwn) {
+  stroke(line({0, 0}, {8, 8}), {}, Matrix::scaling(4, 1));
+  stroke(line({8, 0}, {0, 8}), {}, Matrix::scaling(4, 1));
+  fill({0, 0, 1, 1});
+  EXPECT_EQ(finished(), "q\n2 0 0 .5 0 0 cm\n2 w\n0 0 m\n4 16 l\n4 0 m\n0 16 l\nS\nQ\n0 0 1 1 re\nf\n");
+}
+
+TEST_F(ContentWriterTest, RectangularClipAroundWhatIsPaintedIsLeftOut) {
+  fill({10, 10, 20, 20}, Paint::gray(0), clipTo({0, 0, 50, 50}));
+  EXPECT_EQ(finished(), "10 10 10 10 re\nf\n");
+}
+
+TEST_F(ContentWriterTest, ClipIsSharedByNeighbours) {
+  fill({10, 10, 90, 20}, Paint::gray(0), clipTo({0, 0, 50, 50}));
+  fill({10, 30, 90, 40}, Paint::gray(0), clipTo({0, 0, 50, 50}));
+  fill({10, 30, 90, 40});
+  EXPECT_EQ(finished(), "q\n0 0 50 50 re\nW n\n10 10 80 10 re\n10 30 80 10 re\nf\nQ\n10 30 80 10 re\nf\n");
+}
+
+TEST_F(ContentWriterTest, InnerClipAddsToTheOuterOne) {
+  const ClipPointer outer = triangularClip(50);
+  fill({0, 0, 50, 50}, Paint::gray(0), outer);
+  fill({0, 0, 50, 50}, Paint::gray(0), clipTo({0, 0, 20, 20}, outer));
+  fill({0, 0, 50, 50}, Paint::gray(0), triangularClip(50));
+  EXPECT_EQ(finished(),
+            "q\n0 0 m\n50 0 l\n0 50 l\nW* n\n0 0 50 50 re\nf\nq\n0 0 20 20 re\nW n\n0 0 50 50 re\nf\nQ\n"
+            "0 0 50 50 re\nf\nQ\n");
+}
+
+TEST_F(ContentWriterTest, ColourSetWithinAClipIsForgottenBehindIt) {
+  fill({0, 0, 50, 50}, Paint::gray(0.5), triangularClip(50));
+  fill({60, 0, 70, 10}, Paint::gray(0.5));
+  EXPECT_EQ(finished(), "q\n0 0 m\n50 0 l\n0 50 l\nW* n\n.5 g\n0 0 50 50 re\nf\nQ\n.5 g\n60 0 10 10 re\nf\n");
+}
+
+TEST_F(ContentWriterTest, WhatCannotBeSeenIsNotWritten) {
+  fill({2000, 0, 3000, 10});
+  fill({10, 10, 20, 20}, Paint::gray(0), clipTo({100, 100, 200, 200}));
+  EXPECT_EQ(finished(), "");
+}
+
+TEST_F(ContentWriterTest, UnitsOfUserSpaceMakeShortNumbers) {
+  content_.preferUnitsOf(Matrix{1.2, 0, 0, -1.2, 0, 792});
+  fill({120, 792 - 360, 240, 792 - 120});
+  EXPECT_EQ(finished(), "1.2 0 0 -1.2 0 792 cm\n100 300 100 -200 re\nf\n");
+}
+
+TEST_F(ContentWriterTest, ObjectsAreDrawnWithinTheirOwnMatrix) {
+  content_.draw(12, {100, 0, 0, 50, 10, 20}, {10, 20, 110, 70}, nullptr, {});
+  EXPECT_EQ(finished(), "q\n100 0 0 50 10 20 cm\n/X12 Do\nQ\n");
+  EXPECT_EQ(content_.resources().text(), "<</XObject<</X12 12 0 R>>>>");
+}
+
+TEST_F(ContentWriterTest, FormsSetAllThatTheyUse) {
+  ContentWriter form(file_, {Matrix(), {0, 0, 100, 100}, false});
+  form.fill(rectangle({0, 0, 1, 1}), FillRule::kNonzero, Paint::gray(0), nullptr, {});
+  form.finish();
+  EXPECT_NE(form.text().find("0 g\n"), std::string::npos);
+}
+
+TEST_F(ContentWriterTest, LongContentIsSpilledInPieces) {
+  std::string spilled;
+  ContentWriter content(file_, {Matrix(), {0, 0, 1e6, 1000}, true},
+                        [&spilled](std::string_view part) { spilled += part; });
+  for (int index = 0; index < 100'000; ++index) {
+    const double left = 2.0 * index;
+    content.fill(rectangle({left, 0, left + 1, 100}), FillRule::kNonzero, Paint::gray(index % 2), nullptr,
+                 {});
+  }
+  EXPECT_GT(spilled.size(), 1'000'000U);
+  EXPECT_LT(content.text().size(), 1'100'000U);
+  EXPECT_FALSE(content.isEmpty());
+}
+
+}  // namespace
+}  // namespace quillpress::level3

@@ -4,18 +4,18 @@
 #include <new>
 #include <optional>
 
-#include "cli/AtomicOutput.h"
-#include "cli/Conversion.h"
-#include "cli/Envelope.h"
-#include "cli/Errors.h"
-#include "cli/JobFile.h"
-#include "cli/MessageSwitch.h"
-#include "cli/Messages.h"
-#include "cli/Names.h"
-#include "cli/ObjectList.h"
-#include "cli/PdfPages.h"
-#include "cli/PdfWriter.h"
-#include "cli/TextPages.h"
+#include "cli/base/Errors.h"
+#include "cli/base/Messages.h"
+#include "cli/base/Names.h"
+#include "cli/conversion/Conversion.h"
+#include "cli/conversion/MessageSwitch.h"
+#include "cli/conversion/TextPages.h"
+#include "cli/job/Envelope.h"
+#include "cli/job/JobFile.h"
+#include "cli/pdf/ObjectList.h"
+#include "cli/pdf/PdfPages.h"
+#include "cli/pdf/PdfWriter.h"
+#include "cli/spool/AtomicOutput.h"
 
 namespace quillpress::cli {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "cli/ExitCode.h"
-#include "cli/Options.h"
+#include "cli/base/ExitCode.h"
+#include "cli/base/Options.h"
 
 namespace quillpress::cli {
 

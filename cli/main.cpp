@@ -1,9 +1,9 @@
 #include <csignal>
 #include <exception>
 
-#include "cli/Messages.h"
-#include "cli/Options.h"
 #include "cli/Program.h"
+#include "cli/base/Messages.h"
+#include "cli/base/Options.h"
 
 namespace {
 

@@ -48,11 +48,21 @@ DRIVER = {
     }.items()
 }
 
+COMMAND_LINE = {
+    "cli/base": [],
+    "cli/job": ["cli/base"],
+    "cli/spool": ["cli/base"],
+    "cli/content": ["cli/base", "cli/job", "cli/spool"],
+    "cli/conversion": ["cli/base", "cli/job", "cli/spool"],
+    "cli/pdf": ["cli/base", "cli/job", "cli/spool", "cli/content", "cli/conversion"],
+    "cli": ["cli/base", "cli/job", "cli/spool", "cli/content", "cli/conversion", "cli/pdf"],
+}
+
 FOLDERS = {
     **CONVERTER,
     **LANGUAGE,
     **DRIVER,
-    "cli": [],
+    **COMMAND_LINE,
     "tools/launcher": ["umpd/win32"],
 }
 
@@ -72,7 +82,7 @@ EXCEPTIONS = {
 
 # Who implements or uses which of the public headers.
 PUBLIC_HEADERS = {
-    "quillpress/converter.h": ["postscript/lib/pdf", "postscript/lib/api", "cli"],
+    "quillpress/converter.h": ["postscript/lib/pdf", "postscript/lib/api", "cli/conversion", "cli/pdf"],
     "quillpress/driver.h": ["umpd/exports"],
 }
 

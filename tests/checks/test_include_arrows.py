@@ -35,6 +35,8 @@ class Table(Case):
 
     def test_the_longest_folder_counts(self):
         self.assertEqual(folder_of("postscript/lib/pdf/Matrix.h"), "postscript/lib/pdf")
+        self.assertEqual(folder_of("cli/pdf/Document.h"), "cli/pdf")
+        self.assertEqual(folder_of("cli/Program.h"), "cli")
         self.assertIsNone(folder_of("postscript/lib/Matrix.h"))
 
 
@@ -85,6 +87,8 @@ class Exceptions(Case):
 class Headers(Case):
     def test_public_headers_have_their_users(self):
         self.allow("postscript/lib/api/Converter.cpp", "quillpress/converter.h", "<")
+        self.allow("cli/conversion/Converter.cpp", "quillpress/converter.h", "<")
+        self.report("cli/content/ContentScanner.cpp", "quillpress/converter.h", "<")
         self.report("postscript/lib/objects/Ref.h", "quillpress/converter.h", "<")
         self.report("postscript/lib/api/Converter.cpp", "quillpress/driver.h", "<")
         self.report("umpd/job/UmDriver.cpp", "quillpress/converter.h", "<")
@@ -98,7 +102,7 @@ class Headers(Case):
     def test_system_headers_stand_beside_it(self):
         self.allow("umpd/spooler/FindPort.cpp", "winspool.h", "<", beside=[WINDOWS_HEADER])
         self.report("umpd/spooler/FindPort.cpp", "winspool.h", "<")
-        self.allow("cli/Descriptor.cpp", "fcntl.h", "<")
+        self.allow("cli/spool/Spool.cpp", "fcntl.h", "<")
 
     def test_headers_of_the_language_are_free(self):
         self.allow("umpd/spooler/FindPort.cpp", "vector", "<")

@@ -1,0 +1,104 @@
+#include "cli/base/Options.h"
+
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <iostream>
+
+#include "cli/base/ByteCount.h"
+#include "cli/base/Media.h"
+#include "cli/base/Messages.h"
+
+namespace quillpress::cli {
+
+namespace {
+
+constexpr const char* kDescription =
+    "Converts a PostScript print job to PDF. Drawing becomes vector PDF; text is not drawn.";
+
+constexpr const char* kFooter =
+    "Exit codes: 0 done, 1 error in the job (complete pages are written), 2 usage, 3 input, 4 output.\n"
+    "Byte offsets in messages count from 0 at the start of JOB.";
+
+/** The texts of options whose values need a look of our own. */
+struct RawOptions {
+  std::string media;
+  std::string chunk;
+};
+
+void define(CLI::App& app, Options& options, RawOptions& raw) {
+  app.footer(kFooter);
+  app.set_version_flag("--version", "quillpress " QUILLPRESS_VERSION, "Show the version and exit");
+  app.set_help_flag("-h,--help", "Show this help and exit");
+  app.add_option("JOB", options.job, "The PostScript job; - is standard input")->required()->type_name("");
+  app.add_option("-o,--output", options.output,
+                 "Where the PDF goes; - is standard output (default:\n"
+                 "beside JOB, ending in .pdf; standard output when\n"
+                 "JOB is standard input)")
+      ->type_name("FILE");
+  app.add_option("--media", raw.media,
+                 "Page size, instead of what the job says:\n" + mediaNames() +
+                     ",\nor WIDTHxHEIGHT in points or with a unit (pt, mm,\ncm, in), as in 210x297mm")
+      ->type_name("SIZE");
+  app.add_option("--chunk", raw.chunk,
+                 "Bytes handed to the converter at a time, with K\nor M behind the number (default: 64K)")
+      ->type_name("BYTES");
+  app.add_flag("--keep-going", options.keepGoing, "After an error go on with the next page");
+  app.add_flag("--content", options.content, "Write the page content text instead of a PDF");
+  app.add_flag("--objects", options.objects, "List images and patterns on standard error");
+  app.add_flag("--messages", options.messages, "Show what the job prints on standard error");
+}
+
+std::filesystem::path withoutJobEnding(const std::filesystem::path& job) {
+  const std::filesystem::path ending = job.extension();
+  const bool isJobEnding = ending == ".ps" || ending == ".eps" || ending == ".prn" || ending == ".PS" ||
+                           ending == ".EPS" || ending == ".PRN";
+  return isJobEnding ? job.parent_path() / job.stem() : job;
+}
+
+std::string defaultOutput(const Options& options) {
+  const bool toStandardOutput = options.job == "-" || options.content;
+  if (!toStandardOutput) return withoutJobEnding(options.job).string() + ".pdf";
+  if (!options.content && isatty(STDOUT_FILENO) == 1) {
+    throw CLI::ValidationError("a PDF is nothing for a terminal: say with -o where it goes");
+  }
+  return "-";
+}
+
+void finish(Options& options, const RawOptions& raw) {
+  if (!raw.media.empty()) {
+    options.media = parseMedia(raw.media);
+    if (!options.media) throw CLI::ValidationError("--media: unknown page size \"" + raw.media + "\"");
+  }
+  if (!raw.chunk.empty()) {
+    const auto size = parseByteCount(raw.chunk);
+    if (!size) throw CLI::ValidationError("--chunk: not a number of bytes: \"" + raw.chunk + "\"");
+    options.chunkSize = *size;
+  }
+  if (options.output.empty()) options.output = defaultOutput(options);
+}
+
+}  // namespace
+
+std::optional<Options> parseOptions(int argc, const char* const* argv, ExitCode& exit) {
+  CLI::App app(kDescription, "quillpress");
+  Options options;
+  RawOptions raw;
+  define(app, options, raw);
+  try {
+    app.parse(argc, argv);
+    finish(options, raw);
+    return options;
+  } catch (const CLI::Success& request) {
+    app.exit(request);
+    exit = ExitCode::Done;
+  } catch (const CLI::Error& error) {
+    say(error.what());
+    say("try --help");
+    exit = ExitCode::Usage;
+  }
+  return std::nullopt;
+}
+
+}  // namespace quillpress::cli

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "cli/base/Box.h"
+#include "cli/base/ExitCode.h"
+
+namespace quillpress::cli {
+
+/** What the user asked for. */
+struct Options {
+  std::string job;     // path, or "-" for standard input
+  std::string output;  // path, or "-" for standard output
+  std::optional<Box> media;
+  std::size_t chunkSize = 64UL * 1024;
+  bool keepGoing = false;
+  bool content = false;
+  bool objects = false;
+  bool messages = false;
+};
+
+/**
+ * Reads the command line. When there is nothing to convert (--help, --version, a mistake) it has said so
+ * and `exit` is what the process returns.
+ */
+std::optional<Options> parseOptions(int argc, const char* const* argv, ExitCode& exit);
+
+}  // namespace quillpress::cli

@@ -1,0 +1,70 @@
+#include "cli/content/PageContent.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "cli/base/TextScan.h"
+#include "cli/spool/DeflateTask.h"
+
+namespace quillpress::cli {
+
+namespace {
+
+// Large enough that cutting costs no compression, small enough to keep memory low.
+constexpr std::size_t kPieceSize = 512UL * 1024;
+
+}  // namespace
+
+PageContent::PageContent(SpoolWorker& worker, const Deflater& deflater)
+    : worker_(worker), deflater_(deflater), piece_("q\n") {}
+
+void PageContent::append(std::string_view converted) {
+  const std::string_view text = paths_.rewrite(converted);
+  ContentScanner scanner(text);
+  std::size_t taken = 0;
+  while (taken < text.size()) {
+    const std::size_t cut = nextCut(text, taken);
+    ContentMark mark{};
+    if (scanner.next(cut, mark)) {
+      piece_.append(text, taken, mark.begin - taken);
+      tracker_.take(mark, text);
+      take(mark, text.substr(mark.begin, mark.end - mark.begin));
+      taken = mark.end;
+    } else {
+      piece_.append(text, taken, cut - taken);
+      taken = cut;
+      if (piece_.size() > kPieceSize && isWhite(piece_.back())) flush();
+    }
+  }
+}
+
+/** The end of the white space at which the piece will be full, or of the text. */
+std::size_t PageContent::nextCut(std::string_view text, std::size_t from) const {
+  const std::size_t room = kPieceSize - std::min(kPieceSize, piece_.size());
+  if (room >= text.size() - from) return text.size();
+  const auto full = text.begin() + static_cast<std::ptrdiff_t>(from + room);
+  const auto white = std::find_if(full, text.end(), isWhite);
+  return static_cast<std::size_t>(white - text.begin()) + (white == text.end() ? 0U : 1U);
+}
+
+void PageContent::take(const ContentMark& mark, std::string_view text) {
+  if (mark.kind == ContentMark::Kind::Save) ++openSaves_;
+  if (mark.kind == ContentMark::Kind::Restore) {
+    // A restore too many gives the job a fresh graphics state, which is the one that the page began with.
+    if (openSaves_ == 1) text = "Q q";
+    if (openSaves_ > 1) --openSaves_;
+  }
+  piece_.append(text);
+}
+
+void PageContent::finish() {
+  if (!piece_.empty() && !isWhite(piece_.back())) piece_ += '\n';
+  for (; openSaves_ > 0; --openSaves_) piece_ += "Q\n";
+  flush();
+}
+
+void PageContent::flush() {
+  pieces_.push_back(worker_.submit(deflateTask(deflater_, std::exchange(piece_, {}))));
+}
+
+}  // namespace quillpress::cli

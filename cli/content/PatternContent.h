@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "cli/content/ObjectUses.h"
+
+namespace quillpress::cli {
+
+/** What a pattern cell draws. */
+struct PatternContent {
+  std::string text;
+  ObjectUses objects;
+};
+
+/**
+ * Reads the captured content of a pattern. It comes out as it went in, save that a q or Q is added for each
+ * one that lacks its partner.
+ */
+PatternContent readPatternContent(std::string_view captured);
+
+}  // namespace quillpress::cli

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "cli/base/Options.h"
+#include "cli/conversion/ChunkFeeder.h"
+#include "cli/conversion/JobRunner.h"
+#include "cli/conversion/PageOutput.h"
+#include "cli/job/DscScanner.h"
+#include "cli/job/JobComments.h"
+
+namespace quillpress::cli {
+
+/**
+ * Runs a job page by page. What stands before the first page, prologue and set-up, counts as part of it; a
+ * job without page comments is one page. After an error the page is dropped; then the job either goes on
+ * with its next page or is only read for its comments.
+ */
+class Conversion final : public DscHandler {
+ public:
+  Conversion(const Options& options, JobRunner& runner, PageOutput& output);
+
+  void text(std::string_view bytes, std::uint64_t offset) override;
+  void comment(std::string_view keyword, std::string_view value) override;
+  void endOfJob() override;
+
+  [[nodiscard]] bool hasFailed() const { return hasFailed_; }
+  [[nodiscard]] const JobComments& comments() const { return comments_; }
+
+ private:
+  /** What happens to the text of the job. */
+  enum class State {
+    Running,
+    Skipping,  // up to the next page
+    Stopped,
+  };
+
+  void nextPage();
+  void endPage();
+  void run(std::string_view chunk, std::uint64_t offset);
+  void fail(std::string_view chunk, std::uint64_t offset);
+  [[nodiscard]] std::string place(std::string_view chunk, std::uint64_t offset) const;
+
+  const Options& options_;
+  JobRunner& runner_;
+  PageOutput& output_;
+  JobComments comments_;
+  ChunkFeeder feeder_;
+  State state_ = State::Running;
+  bool isBeforePages_ = true;
+  bool hasFailed_ = false;
+  unsigned page_ = 1;
+  std::uint64_t endOffset_ = 0;  // of what has run
+};
+
+}  // namespace quillpress::cli

@@ -1,0 +1,29 @@
+#include "cli/conversion/MessageSwitch.h"
+
+#include <cstdlib>
+
+namespace quillpress::cli {
+
+namespace {
+
+// What the converter looks at.
+constexpr const char* kVariable = "QUILLPRESS_MESSAGES";
+constexpr const char* kStandardError = "stderr";
+
+void set(const char* value) {
+  value == nullptr ? unsetenv(kVariable) : setenv(kVariable, value, 1);
+}
+
+}  // namespace
+
+MessageSwitch::MessageSwitch(Target target) {
+  const char* const present = std::getenv(kVariable);
+  if (present != nullptr) before_ = present;
+  set(target == Target::StandardError ? kStandardError : nullptr);
+}
+
+MessageSwitch::~MessageSwitch() {
+  set(before_ ? before_->c_str() : nullptr);
+}
+
+}  // namespace quillpress::cli

@@ -1,0 +1,73 @@
+#include "cli/job/JobComments.h"
+
+#include "cli/base/Media.h"
+#include "cli/base/TextScan.h"
+#include "cli/job/DscText.h"
+
+namespace quillpress::cli {
+
+namespace {
+
+constexpr std::string_view kLater = "(atend)";
+
+/** Drops the name of a medium: one word, or a text in parentheses that may hold blanks. */
+void dropMediaName(std::string_view& value) {
+  if (!value.starts_with('(')) return static_cast<void>(takeWord(value));
+  const std::size_t end = value.find(')');
+  value.remove_prefix(end == std::string_view::npos ? value.size() : end + 1);
+}
+
+/** Reads "NAME WIDTH HEIGHT ...", the form of %%DocumentMedia. */
+std::optional<Box> parseMedium(std::string_view value) {
+  dropMediaName(value);
+  const auto width = takeNumber(value);
+  const auto height = takeNumber(value);
+  if (!width || !height) return std::nullopt;
+  const Box box{0, 0, *width, *height};
+  if (!box.isPageSize()) return std::nullopt;
+  return box;
+}
+
+}  // namespace
+
+void JobComments::take(std::string_view keyword, std::string_view value) {
+  if (keyword == "Page") {
+    place_ = Place::Page;
+    pageBox_.reset();
+  } else if (keyword == "Trailer") {
+    place_ = Place::Trailer;
+  } else if (keyword == "EndComments" && place_ == Place::Header) {
+    place_ = Place::SetUp;
+  } else if (keyword == "PageBoundingBox") {
+    takePageBoundingBox(value);
+  } else if (place_ != Place::Page && value != kLater) {
+    takeOfDocument(keyword, value);
+  }
+  if (keyword != "+") mediaContinues_ = keyword == "DocumentMedia";
+}
+
+void JobComments::takePageBoundingBox(std::string_view value) {
+  const auto box = parseBox(value);
+  if (!box) return;
+  if (place_ == Place::Page) pageBox_ = box;
+  if (place_ == Place::Header || place_ == Place::SetUp) pageDefault_ = box;
+}
+
+/** The first sensible value counts, so that the header goes before the trailer. */
+void JobComments::takeOfDocument(std::string_view keyword, std::string_view value) {
+  // Resources in the prologue carry boxes and titles of their own.
+  if (place_ == Place::SetUp) return;
+  const bool isMedia = keyword == "DocumentMedia" || (keyword == "+" && mediaContinues_);
+  if (isMedia && !media_) media_ = parseMedium(value);
+  if (keyword == "BoundingBox" && !documentBox_) documentBox_ = parseBox(value);
+  if (keyword == "Title" && title_.empty()) title_ = dscText(value);
+  if (keyword == "Creator" && creator_.empty()) creator_ = dscText(value);
+}
+
+Box JobComments::defaultBox() const {
+  if (pageDefault_) return *pageDefault_;
+  if (media_) return *media_;
+  return documentBox_.value_or(kA4);
+}
+
+}  // namespace quillpress::cli

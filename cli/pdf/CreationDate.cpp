@@ -1,0 +1,33 @@
+#include "cli/pdf/CreationDate.h"
+
+#include <array>
+#include <charconv>
+#include <cstdlib>
+#include <ctime>
+#include <string_view>
+
+namespace quillpress::cli {
+
+namespace {
+
+std::time_t present() {
+  const char* const fixed = std::getenv("SOURCE_DATE_EPOCH");
+  if (fixed == nullptr) return std::time(nullptr);
+  const std::string_view text(fixed);
+  std::time_t seconds = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+  return error == std::errc() ? seconds : std::time(nullptr);
+}
+
+}  // namespace
+
+std::string creationDate() {
+  const std::time_t now = present();
+  std::tm parts{};
+  gmtime_r(&now, &parts);
+  std::array<char, 40> text{};
+  const std::size_t size = std::strftime(text.data(), text.size(), "D:%Y%m%d%H%M%SZ", &parts);
+  return {text.data(), size};
+}
+
+}  // namespace quillpress::cli

@@ -1,0 +1,69 @@
+#include "cli/spool/SpoolWorker.h"
+
+#include <utility>
+
+namespace quillpress::cli {
+
+namespace {
+
+constexpr std::size_t kMostWaiting = 2;
+
+}  // namespace
+
+SpoolWorker::SpoolWorker(Spool& spool) : spool_(spool), thread_([this] { work(); }) {}
+
+SpoolWorker::~SpoolWorker() {
+  {
+    const std::lock_guard guard(mutex_);
+    waiting_.clear();
+  }
+  stop();
+}
+
+SpoolWorker::Ticket SpoolWorker::submit(Task task) {
+  std::unique_lock lock(mutex_);
+  changed_.wait(lock, [this] { return waiting_.size() < kMostWaiting || failure_; });
+  if (failure_) std::rethrow_exception(failure_);
+  waiting_.push_back(std::move(task));
+  changed_.notify_all();
+  return tickets_++;
+}
+
+std::vector<Spool::Piece> SpoolWorker::finish() {
+  stop();
+  if (failure_) std::rethrow_exception(failure_);
+  return std::move(pieces_);
+}
+
+void SpoolWorker::stop() {
+  {
+    const std::lock_guard guard(mutex_);
+    isClosed_ = true;
+  }
+  changed_.notify_all();
+  if (thread_.joinable()) thread_.join();
+}
+
+/** What the thread does: one task after the other until there are no more, or one fails. */
+void SpoolWorker::work() {
+  std::unique_lock lock(mutex_);
+  while (true) {
+    changed_.wait(lock, [this] { return !waiting_.empty() || isClosed_; });
+    if (waiting_.empty()) return;
+    const Task task = std::move(waiting_.front());
+    waiting_.pop_front();
+    changed_.notify_all();
+    lock.unlock();
+    try {
+      pieces_.push_back(task(spool_));
+    } catch (...) {
+      lock.lock();
+      failure_ = std::current_exception();
+      changed_.notify_all();
+      return;
+    }
+    lock.lock();
+  }
+}
+
+}  // namespace quillpress::cli

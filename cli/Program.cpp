@@ -21,9 +21,10 @@ namespace quillpress::cli {
 
 namespace {
 
-/** What came of a job, besides its pages. */
+// What came of a job, besides its pages.
 struct Outcome {
   bool hasFailed;
+  bool isCutOff;
   JobComments comments;
 };
 
@@ -35,42 +36,57 @@ PageCounts pageCounts(const Document& document) {
   return counts;
 }
 
-void sayWhatIsMissing(const std::string& name, const Envelope& envelope, JobRunner& runner) {
+void sayWhatIsMissing(const std::string& name, const Envelope& envelope, const Conversion& conversion) {
   if (envelope.moreJobsFollow()) say(name + ": only the first job is converted; another one follows it");
-  const std::uint64_t texts = runner.textsShown();
+  const std::uint64_t texts = conversion.textsShown();
   if (texts > 0) say(name + ": text is not drawn; the job shows text " + counted(texts, "time"));
 }
 
-/**
- * Runs the job into `pages` and calls `atEnd` with its converter, which is gone afterwards, so that its
- * memory can be used again.
- */
+// Warns when the job has ended before it was complete. A job with an error has been judged already.
+bool warnIfCutOff(const std::string& name, const Conversion& conversion, const DscScanner& scanner) {
+  if (conversion.hasFailed()) return false;
+  if (conversion.endsInside()) {
+    say(name + ": warning: the job ends inside a string, a procedure or an image; it may be cut off");
+  } else if (scanner.isInData()) {
+    say(name + ": warning: the job ends inside a section of data; it may be cut off");
+  } else if (conversion.comments().lacksPages()) {
+    say(name + ": warning: the job ends before the last of its pages; it may be cut off");
+  } else {
+    return false;
+  }
+  return true;
+}
+
+// Runs the job into `pages` and calls `atEnd` with its converter, which is gone afterwards, so that its
+// memory can be used again.
 Outcome convertJob(const Options& options, JobFile& job, const AtomicOutput& output, PageOutput& pages,
                    const std::function<void(const Converter&)>& atEnd) {
   std::optional<MessageSwitch> messages;
-  if (options.messages) messages.emplace(MessageSwitch::Target::StandardError);
+  if (options.messages) messages.emplace(MessageSwitch::Target::kStandardError);
   JobRunner runner;
   std::optional<Spool> setUp;
   if (options.keepGoing) runner.recordSetUp(setUp.emplace(output.folder()));
-  Conversion conversion(options, runner, pages);
+  Conversion conversion({options.job, options.chunkSize, options.keepGoing}, runner, pages);
   DscScanner scanner(conversion);
   Envelope envelope(scanner);
   job.pumpInto(envelope);
-  sayWhatIsMissing(jobName(options.job), envelope, runner);
+  const std::string name = jobName(options.job);
+  sayWhatIsMissing(name, envelope, conversion);
+  const bool isCutOff = warnIfCutOff(name, conversion, scanner);
   if (options.objects) atEnd(runner.converter());
-  return {conversion.hasFailed(), conversion.comments()};
+  return {conversion.hasFailed(), isCutOff, conversion.comments()};
 }
 
-/** Puts the output in its place when it holds any page. */
-ExitCode deliver(const Options& options, AtomicOutput& output, bool hasFailed, std::size_t pages) {
+// Puts the output in its place when it holds any page.
+ExitCode deliver(const Options& options, AtomicOutput& output, const Outcome& outcome, std::size_t pages) {
   if (pages == 0) {
     say(jobName(options.job) + ": no page is complete, so nothing is written");
-    return ExitCode::Conversion;
+    return ExitCode::kConversion;
   }
   output.commit();
-  if (!hasFailed) return ExitCode::Done;
+  if (!outcome.hasFailed) return outcome.isCutOff ? ExitCode::kCutOff : ExitCode::kDone;
   say(outputName(options.output) + ": " + counted(pages, "complete page") + " written");
-  return ExitCode::Conversion;
+  return ExitCode::kConversion;
 }
 
 ExitCode convertToPdf(const Options& options, JobFile& job, AtomicOutput& output, Spool& spool) {
@@ -86,7 +102,7 @@ ExitCode convertToPdf(const Options& options, JobFile& job, AtomicOutput& output
   document.title = outcome.comments.title();
   document.creator = outcome.comments.creator();
   if (!document.pages.empty()) writePdf(document, pages.objects(), spool, output.file());
-  return deliver(options, output, outcome.hasFailed, document.pages.size());
+  return deliver(options, output, outcome, document.pages.size());
 }
 
 ExitCode convertToText(const Options& options, JobFile& job, AtomicOutput& output, Spool& spool) {
@@ -94,7 +110,7 @@ ExitCode convertToText(const Options& options, JobFile& job, AtomicOutput& outpu
   const Outcome outcome = convertJob(options, job, output, pages, [](const Converter& converter) {
     listObjects(converter.objects(), nullptr, stderr);
   });
-  return deliver(options, output, outcome.hasFailed, pages.pageCount());
+  return deliver(options, output, outcome, pages.pageCount());
 }
 
 ExitCode convert(const Options& options) {
@@ -113,16 +129,16 @@ ExitCode runProgram(const Options& options) {
     return convert(options);
   } catch (const UsageError& error) {
     say(error.what());
-    return ExitCode::Usage;
+    return ExitCode::kUsage;
   } catch (const InputError& error) {
     say(jobName(options.job) + " " + error.what());
-    return ExitCode::Input;
+    return ExitCode::kInput;
   } catch (const OutputError& error) {
     say(outputName(options.output) + " " + error.what());
-    return ExitCode::Output;
+    return ExitCode::kOutput;
   } catch (const std::bad_alloc&) {
     say(jobName(options.job) + ": out of memory");
-    return ExitCode::Conversion;
+    return ExitCode::kConversion;
   }
 }
 

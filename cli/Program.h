@@ -5,7 +5,7 @@
 
 namespace quillpress::cli {
 
-/** Does what the options say. Everything that can go wrong has been said when it returns. */
+// Does what the options say. Everything that can go wrong has been said when it returns.
 ExitCode runProgram(const Options& options);
 
 }  // namespace quillpress::cli

@@ -6,8 +6,80 @@
 
 namespace quillpress::cli {
 
+namespace {
+
+constexpr std::size_t kLongestMessage = 200;
+constexpr std::string_view kLeftOut = "...";
+// Of a long message the end often holds the reason, so it keeps a third of the room.
+constexpr std::size_t kKeptEnd = kLongestMessage / 3;
+
+constexpr bool isContinuation(unsigned char byte) {
+  return (byte & 0xC0U) == 0x80U;
+}
+
+// The length of the UTF-8 character with which `text` begins; 0 when it begins with no shortest form of one.
+std::size_t characterLength(std::string_view text) {
+  const auto first = static_cast<unsigned char>(text.front());
+  std::size_t length = 0;
+  if (first < 0x80) length = 1;
+  if (first >= 0xC2 && first < 0xE0) length = 2;
+  if (first >= 0xE0 && first < 0xF0) length = 3;
+  if (first >= 0xF0 && first < 0xF5) length = 4;
+  if (length > text.size()) return 0;
+  for (std::size_t i = 1; i < length; ++i) {
+    if (!isContinuation(static_cast<unsigned char>(text[i]))) return 0;
+  }
+  return length;
+}
+
+// Control characters of ASCII, and those of U+0080 to U+009F, with which some terminals begin sequences too.
+bool isControl(std::string_view character) {
+  const auto first = static_cast<unsigned char>(character.front());
+  if (character.size() == 1) return first < 0x20 || first == 0x7F;
+  return character.size() == 2 && first == 0xC2 && static_cast<unsigned char>(character[1]) < 0xA0;
+}
+
+void appendEscaped(std::string& text, char byte) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  const auto value = static_cast<unsigned char>(byte);
+  text.append("\\x").append(1, kDigits[value >> 4U]).append(1, kDigits[value & 0xFU]);
+}
+
+// The nearest place at or before `at` that cuts no character.
+std::size_t characterBegin(std::string_view text, std::size_t at) {
+  while (at > 0 && isContinuation(static_cast<unsigned char>(text[at]))) --at;
+  return at;
+}
+
+}  // namespace
+
+std::string visible(std::string_view text) {
+  std::string result;
+  while (!text.empty()) {
+    const std::size_t length = characterLength(text);
+    const std::string_view character = text.substr(0, length == 0 ? 1 : length);
+    if (length == 0 || isControl(character)) {
+      for (const char byte : character) appendEscaped(result, byte);
+    } else {
+      result.append(character);
+    }
+    text.remove_prefix(character.size());
+  }
+  return result;
+}
+
+std::string shortened(std::string_view text) {
+  if (text.size() <= kLongestMessage) return std::string(text);
+  const std::size_t keptBegin = kLongestMessage - kLeftOut.size() - kKeptEnd;
+  std::size_t end = text.size() - kKeptEnd;
+  while (end < text.size() && isContinuation(static_cast<unsigned char>(text[end]))) ++end;
+  return std::string(text.substr(0, characterBegin(text, keptBegin)))
+      .append(kLeftOut)
+      .append(text.substr(end));
+}
+
 void say(std::string_view text) {
-  const std::string line = "quillpress: " + std::string(text) + "\n";
+  const std::string line = shortened(visible("quillpress: " + std::string(text))) + "\n";
   std::fwrite(line.data(), 1, line.size(), stderr);
 }
 

@@ -5,13 +5,21 @@
 
 namespace quillpress::cli {
 
-/** Writes "quillpress: TEXT" and a line feed to standard error, the only place for text. */
+// Writes "quillpress: TEXT" and a line feed to standard error, the only place for text. What jobs and names
+// of files bring along is made visible and shortened.
 void say(std::string_view text);
 
-/** What the system says about the present errno, for use at the end of a message. */
+// `text` on one line, in UTF-8, with nothing in it that a terminal would obey: control characters and bytes
+// that are no UTF-8 come as \x1B.
+std::string visible(std::string_view text);
+
+// At most 200 bytes of `text`, which is UTF-8: of a longer one the begin and the end, "..." between them.
+std::string shortened(std::string_view text);
+
+// What the system says about the present errno, for use at the end of a message.
 std::string systemReason();
 
-/** "1 page", "2 pages". */
+// "1 page", "2 pages".
 std::string counted(unsigned long long number, std::string_view singular);
 
 }  // namespace quillpress::cli

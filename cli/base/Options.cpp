@@ -18,10 +18,11 @@ constexpr const char* kDescription =
     "Converts a PostScript print job to PDF. Drawing becomes vector PDF; text is not drawn.";
 
 constexpr const char* kFooter =
-    "Exit codes: 0 done, 1 error in the job (complete pages are written), 2 usage, 3 input, 4 output.\n"
+    "Exit codes: 0 done, 1 error in the job (complete pages are written), 2 usage, 3 input, 4 output,\n"
+    "5 the job is cut off (what there is of it is written).\n"
     "Byte offsets in messages count from 0 at the start of JOB.";
 
-/** The texts of options whose values need a look of our own. */
+// The texts of options whose values need a look of our own.
 struct RawOptions {
   std::string media;
   std::string chunk;
@@ -92,11 +93,11 @@ std::optional<Options> parseOptions(int argc, const char* const* argv, ExitCode&
     return options;
   } catch (const CLI::Success& request) {
     app.exit(request);
-    exit = ExitCode::Done;
+    exit = ExitCode::kDone;
   } catch (const CLI::Error& error) {
     say(error.what());
     say("try --help");
-    exit = ExitCode::Usage;
+    exit = ExitCode::kUsage;
   }
   return std::nullopt;
 }

@@ -9,7 +9,7 @@
 
 namespace quillpress::cli {
 
-/** What the user asked for. */
+// What the user asked for.
 struct Options {
   std::string job;     // path, or "-" for standard input
   std::string output;  // path, or "-" for standard output
@@ -21,10 +21,8 @@ struct Options {
   bool messages = false;
 };
 
-/**
- * Reads the command line. When there is nothing to convert (--help, --version, a mistake) it has said so
- * and `exit` is what the process returns.
- */
+// Reads the command line. When there is nothing to convert (--help, --version, a mistake) it has said so
+// and `exit` is what the process returns.
 std::optional<Options> parseOptions(int argc, const char* const* argv, ExitCode& exit);
 
 }  // namespace quillpress::cli

@@ -11,14 +11,14 @@ namespace quillpress::cli {
 
 namespace {
 
-/** The bytes with which a mark can begin. Nearly all content text is numbers, which hold none of them. */
+// The bytes with which a mark can begin. Nearly all content text is numbers, which hold none of them.
 constexpr std::array<bool, 256> kMayBegin = [] {
   std::array<bool, 256> table{};
   for (const char byte : {'q', 'Q', '/', 'B', 'c'}) table[static_cast<unsigned char>(byte)] = true;
   return table;
 }();
 
-/** A value and not a function, so that the search below is compiled around it. */
+// A value and not a function, so that the search below is compiled around it.
 constexpr auto kMayBeginMark = [](char byte) { return kMayBegin[static_cast<unsigned char>(byte)]; };
 
 bool isTokenEnd(std::string_view text, std::size_t at) {
@@ -47,13 +47,13 @@ bool ContentScanner::markAt(std::size_t at, ContentMark& mark) const {
   if (at > 0 && !isWhite(text_[at - 1])) return false;
   switch (text_[at]) {
     case 'q':
-      return operatorAt(at, "q", ContentMark::Kind::Save, mark);
+      return operatorAt(at, "q", ContentMark::Kind::kSave, mark);
     case 'Q':
-      return operatorAt(at, "Q", ContentMark::Kind::Restore, mark);
+      return operatorAt(at, "Q", ContentMark::Kind::kRestore, mark);
     case 'c':
-      return operatorAt(at, "cm", ContentMark::Kind::Concat, mark);
+      return operatorAt(at, "cm", ContentMark::Kind::kConcat, mark);
     case 'B':
-      if (!operatorAt(at, "BI", ContentMark::Kind::InlineImage, mark)) return false;
+      if (!operatorAt(at, "BI", ContentMark::Kind::kInlineImage, mark)) return false;
       mark.end = at + inlineImageLength(text_.substr(at));
       return true;
     default:
@@ -67,7 +67,7 @@ bool ContentScanner::operatorAt(std::size_t at, std::string_view name, ContentMa
   return text_.substr(at, name.size()) == name && isTokenEnd(text_, mark.end);
 }
 
-/** Recognises /PSI and /PA with a number behind them, the names that the converter gives to objects. */
+// Recognises /PSI and /PA with a number behind them, the names that the converter gives to objects.
 bool ContentScanner::objectAt(std::size_t at, ContentMark& mark) const {
   std::string_view name = text_.substr(at + 1);
   if (name.starts_with("PSI")) {
@@ -80,7 +80,7 @@ bool ContentScanner::objectAt(std::size_t at, ContentMark& mark) const {
   unsigned number = 0;
   const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), number);
   if (error != std::errc()) return false;
-  mark = {ContentMark::Kind::Object, at, static_cast<std::size_t>(end - text_.data()), number};
+  mark = {ContentMark::Kind::kObject, at, static_cast<std::size_t>(end - text_.data()), number};
   return isTokenEnd(text_, mark.end);
 }
 

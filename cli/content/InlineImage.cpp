@@ -14,7 +14,7 @@ namespace {
 constexpr std::string_view kDataBegin = "\nID\n";
 constexpr std::string_view kDataEnd = "\nEI\n";
 
-/** The entries of an inline image's dictionary that say how much data there must be. */
+// The entries of an inline image's dictionary that say how much data there must be.
 struct Dimensions {
   std::uint64_t width = 0;
   std::uint64_t height = 0;
@@ -47,7 +47,7 @@ Dimensions readDimensions(std::string_view dictionary) {
   return result;
 }
 
-/** An image was gathered up to this many bytes at least, rows not padded. */
+// An image was gathered up to this many bytes at least, rows not padded.
 std::uint64_t leastLength(const Dimensions& image) {
   const std::uint64_t rowBits = image.width * std::min<std::uint64_t>(image.bits, 32) * image.components;
   // Sizes that no converter can have held say nothing.
@@ -55,12 +55,12 @@ std::uint64_t leastLength(const Dimensions& image) {
   return rowBits * image.height / 8;
 }
 
-/** A mask is one string of any length, which a driver makes as long as its padded rows. */
+// A mask is one string of any length, which a driver makes as long as its padded rows.
 std::uint64_t usualMaskLength(const Dimensions& mask) {
   return (mask.width + 7) / 8 * mask.height;
 }
 
-/** The length of the data at the start of `text`, which ends before the line of EI. */
+// The length of the data at the start of `text`, which ends before the line of EI.
 std::size_t dataLength(std::string_view text, const Dimensions& image) {
   if (image.isMask) {
     const std::uint64_t usual = usualMaskLength(image);

@@ -1,6 +1,7 @@
 #include "cli/content/Matrix.h"
 
 #include <array>
+#include <cmath>
 
 #include "cli/base/TextScan.h"
 
@@ -10,7 +11,7 @@ namespace {
 
 constexpr int kNumbers = 6;
 
-/** The start of the word that ends, white space aside, before `end`. */
+// The start of the word that ends, white space aside, before `end`.
 std::size_t wordBefore(std::string_view text, std::size_t end) {
   while (end > 0 && isWhite(text[end - 1])) --end;
   while (end > 0 && !isWhite(text[end - 1])) --end;
@@ -26,6 +27,10 @@ Matrix Matrix::then(const Matrix& next) const {
           c * next.b + d * next.d,
           tx * next.a + ty * next.c + next.tx,
           tx * next.b + ty * next.d + next.ty};
+}
+
+bool Matrix::isInvertible() const {
+  return determinant() != 0 && std::isfinite(determinant());
 }
 
 std::optional<Matrix> matrixBefore(std::string_view text, std::size_t end) {

@@ -4,19 +4,19 @@ namespace quillpress::cli {
 
 void ObjectUseTracker::take(const ContentMark& mark, std::string_view text) {
   switch (mark.kind) {
-    case ContentMark::Kind::Save:
+    case ContentMark::Kind::kSave:
       matrix_.save();
       break;
-    case ContentMark::Kind::Restore:
+    case ContentMark::Kind::kRestore:
       matrix_.restore();
       break;
-    case ContentMark::Kind::Concat:
+    case ContentMark::Kind::kConcat:
       if (const auto matrix = matrixBefore(text, mark.begin)) matrix_.concat(*matrix);
       break;
-    case ContentMark::Kind::Object:
+    case ContentMark::Kind::kObject:
       uses_.try_emplace(mark.number, matrix_.current());
       break;
-    case ContentMark::Kind::InlineImage:
+    case ContentMark::Kind::kInlineImage:
       break;
   }
 }

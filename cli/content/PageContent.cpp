@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "cli/base/TextScan.h"
+#include "cli/content/NumberRange.h"
 #include "cli/spool/DeflateTask.h"
 
 namespace quillpress::cli {
@@ -26,19 +27,24 @@ void PageContent::append(std::string_view converted) {
     const std::size_t cut = nextCut(text, taken);
     ContentMark mark{};
     if (scanner.next(cut, mark)) {
-      piece_.append(text, taken, mark.begin - taken);
+      appendChecked(text.substr(taken, mark.begin - taken));
       tracker_.take(mark, text);
       take(mark, text.substr(mark.begin, mark.end - mark.begin));
       taken = mark.end;
     } else {
-      piece_.append(text, taken, cut - taken);
+      appendChecked(text.substr(taken, cut - taken));
       taken = cut;
       if (piece_.size() > kPieceSize && isWhite(piece_.back())) flush();
     }
   }
 }
 
-/** The end of the white space at which the piece will be full, or of the text. */
+void PageContent::appendChecked(std::string_view text) {
+  checkNumbers(text);
+  piece_.append(text);
+}
+
+// The end of the white space at which the piece will be full, or of the text.
 std::size_t PageContent::nextCut(std::string_view text, std::size_t from) const {
   const std::size_t room = kPieceSize - std::min(kPieceSize, piece_.size());
   if (room >= text.size() - from) return text.size();
@@ -48,8 +54,8 @@ std::size_t PageContent::nextCut(std::string_view text, std::size_t from) const 
 }
 
 void PageContent::take(const ContentMark& mark, std::string_view text) {
-  if (mark.kind == ContentMark::Kind::Save) ++openSaves_;
-  if (mark.kind == ContentMark::Kind::Restore) {
+  if (mark.kind == ContentMark::Kind::kSave) ++openSaves_;
+  if (mark.kind == ContentMark::Kind::kRestore) {
     // A restore too many gives the job a fresh graphics state, which is the one that the page began with.
     if (openSaves_ == 1) text = "Q q";
     if (openSaves_ > 1) --openSaves_;

@@ -23,17 +23,37 @@ std::string_view PathKeeper::rewrite(std::string_view text) {
   floor_ = 0;
   output_.clear();
   while (at_ < text_.size()) {
-    if (waiting_.empty()) {
+    if (waiting_.isEmpty()) {
       passMarks();
     } else {
       passStep();
     }
   }
-  if (waiting_.empty()) begun_ = openPathBefore(text_.size());
+  if (waiting_.isEmpty()) begun_ = openPathBefore(text_.size());
   return output_;
 }
 
-/** The written path that nothing has ended before offset `end`. */
+PathKeeper::KeptPath PathKeeper::keep(std::string operators) {
+  if (operators.empty()) return {};
+  return {std::make_shared<const std::string>(std::move(operators)), Matrix()};
+}
+
+// Drops the path when it cannot stay where it is.
+void PathKeeper::KeptPath::concat(const std::optional<Matrix>& matrix) {
+  if (isEmpty()) return;
+  if (!matrix || !matrix->isInvertible()) {
+    operators = nullptr;
+  } else {
+    change = matrix->then(change);
+  }
+}
+
+std::string PathKeeper::KeptPath::text() const {
+  if (isEmpty()) return {};
+  return change == Matrix() ? *operators : pathUnder(*operators, change);
+}
+
+// The written path that nothing has ended before offset `end`.
 std::string PathKeeper::openPathBefore(std::size_t end) const {
   OpenPath path = openPathOf(text_.substr(floor_, end - floor_));
   if (!path.begins) path.text.insert(0, begun_);
@@ -47,70 +67,72 @@ void PathKeeper::copyTo(std::size_t end) {
 }
 
 void PathKeeper::writeWaiting() {
+  const std::string text = waiting_.text();
   if (!output_.empty() && !isWhite(output_.back())) output_ += '\n';
-  output_.append(waiting_);
-  waiting_.clear();
+  output_.append(text);
+  waiting_ = {};
 }
 
-std::string PathKeeper::takeSaved() {
+PathKeeper::KeptPath PathKeeper::takeSaved() {
   if (saved_.empty()) return {};
-  std::string path = std::move(saved_.back());
+  KeptPath path = std::move(saved_.back());
   saved_.pop_back();
   return path;
 }
 
-/** Copies up to `end`, and ends a path there that is written and must not go on. */
+// Copies up to `end`, and ends a path there that is written and must not go on.
 void PathKeeper::takePathBack(const std::string& path, std::size_t end) {
   copyTo(end);
   if (!path.empty()) output_.append("n\n");
 }
 
-/** From here on the written path is `begun` and what follows. */
+// From here on the written path is `begun` and what follows.
 void PathKeeper::beginAgainAt(std::size_t position, std::string begun) {
   floor_ = position;
   begun_ = std::move(begun);
 }
 
-/** Passes text while no path is waiting: up to the operator that makes one wait, or to the end. */
+// Passes text while no path is waiting: up to the operator that makes one wait, or to the end.
 void PathKeeper::passMarks() {
   ContentScanner scanner(text_, at_);
-  for (ContentMark mark{}; waiting_.empty() && scanner.next(text_.size(), mark);) {
-    if (mark.kind == ContentMark::Kind::Object) continue;
+  for (ContentMark mark{}; waiting_.isEmpty() && scanner.next(text_.size(), mark);) {
+    if (mark.kind == ContentMark::Kind::kObject) continue;
     std::string path = openPathBefore(mark.begin);
-    if (mark.kind == ContentMark::Kind::Save) {
+    if (mark.kind == ContentMark::Kind::kSave) {
       takePathBack(path, mark.begin);
-      saved_.push_back(path);
-      waiting_ = std::move(path);
-    } else if (mark.kind == ContentMark::Kind::Restore) {
+      waiting_ = keep(std::move(path));
+      saved_.push_back(waiting_);
+    } else if (mark.kind == ContentMark::Kind::kRestore) {
       takePathBack(path, mark.begin);
       waiting_ = takeSaved();
-    } else if (mark.kind == ContentMark::Kind::Concat) {
+    } else if (mark.kind == ContentMark::Kind::kConcat) {
       takePathBack(path, matrixBegin(text_, mark.begin));
-      waiting_ = pathUnder(path, matrixBefore(text_, mark.begin));
+      waiting_ = keep(std::move(path));
+      waiting_.concat(matrixBefore(text_, mark.begin));
     }
     copyTo(mark.end);
     beginAgainAt(mark.end, {});
   }
-  if (waiting_.empty()) copyTo(text_.size());
+  if (waiting_.isEmpty()) copyTo(text_.size());
 }
 
-/** Passes one operator while a path is waiting. */
+// Passes one operator while a path is waiting.
 void PathKeeper::passStep() {
   std::string_view rest = text_.substr(at_);
   const ContentStep step = takeStep(rest);
   const std::size_t end = text_.size() - rest.size();
   if (step.name == "m") {  // a path of its own: the job has given the old one up
-    waiting_.clear();
+    waiting_ = {};
     beginAgainAt(at_, {});
     return;
   }
   if (buildsPath(step.name)) {
-    beginAgainAt(at_, waiting_);
+    beginAgainAt(at_, waiting_.text());
     writeWaiting();
     return;
   }
   if (step.name == "n") {
-    waiting_.clear();
+    waiting_ = {};
   } else if (endsPath(step.name) || clips(step.name)) {
     writeWaiting();
   } else if (step.name == "q") {
@@ -118,7 +140,7 @@ void PathKeeper::passStep() {
   } else if (step.name == "Q") {
     waiting_ = takeSaved();
   } else if (step.name == "cm") {
-    waiting_ = pathUnder(waiting_, matrixBefore(text_, end - step.name.size()));
+    waiting_.concat(matrixBefore(text_, end - step.name.size()));
   } else if (step.name == "re") {  // a rectangular clip, which has nothing to do with the path
     takeStep(rest);
     takeStep(rest);

@@ -10,20 +10,20 @@ namespace quillpress::cli {
 
 namespace {
 
-/** Operands are numbers, names and arrays. */
+// Operands are numbers, names and arrays.
 bool isOperand(std::string_view word) {
   const char first = word.front();
   return isDigit(first) || first == '-' || first == '.' || first == '/' || first == '[' || first == ']';
 }
 
-/** The start of the word that ends, white space aside, before `end`. */
+// The start of the word that ends, white space aside, before `end`.
 std::size_t wordBegin(std::string_view text, std::size_t end) {
   while (end > 0 && isWhite(text[end - 1])) --end;
   while (end > 0 && !isWhite(text[end - 1])) --end;
   return end;
 }
 
-/** The offset behind the last operator that ends a path; npos without one. */
+// The offset behind the last operator that ends a path; npos without one.
 std::size_t lastPathEnd(std::string_view text) {
   std::size_t end = text.size();
   while (end > 0) {
@@ -34,7 +34,7 @@ std::size_t lastPathEnd(std::string_view text) {
   return std::string_view::npos;
 }
 
-/** Enough decimals for paths in the unit squares that drivers scale up to a page. */
+// Enough decimals for paths in the unit squares that drivers scale up to a page.
 void appendCoordinate(std::string& text, double value) {
   constexpr int kDecimals = 8;
   std::array<char, 400> buffer;
@@ -88,18 +88,17 @@ std::size_t matrixBegin(std::string_view text, std::size_t end) {
   return end;
 }
 
-std::string pathUnder(std::string_view path, const std::optional<Matrix>& matrix) {
-  if (!matrix) return {};
-  const double determinant = matrix->a * matrix->d - matrix->b * matrix->c;
-  if (determinant == 0 || !std::isfinite(determinant)) return {};
+std::string pathUnder(std::string_view path, const Matrix& matrix) {
+  if (!matrix.isInvertible()) return {};
+  const double determinant = matrix.determinant();
   std::string mapped;
   for (ContentStep step = takeStep(path); !step.name.empty(); step = takeStep(path)) {
     while (const auto x = takeNumber(step.operands)) {
-      const double dx = *x - matrix->tx;
-      const double dy = takeNumber(step.operands).value_or(0) - matrix->ty;
-      appendCoordinate(mapped, (dx * matrix->d - dy * matrix->c) / determinant);
+      const double dx = *x - matrix.tx;
+      const double dy = takeNumber(step.operands).value_or(0) - matrix.ty;
+      appendCoordinate(mapped, (dx * matrix.d - dy * matrix.c) / determinant);
       mapped += ' ';
-      appendCoordinate(mapped, (dy * matrix->a - dx * matrix->b) / determinant);
+      appendCoordinate(mapped, (dy * matrix.a - dx * matrix.b) / determinant);
       mapped += ' ';
     }
     mapped.append(step.name).append("\n");

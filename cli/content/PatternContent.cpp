@@ -1,6 +1,7 @@
 #include "cli/content/PatternContent.h"
 
 #include "cli/content/ContentScanner.h"
+#include "cli/content/NumberRange.h"
 
 namespace quillpress::cli {
 
@@ -16,14 +17,23 @@ PatternContent readPatternContent(std::string_view captured) {
   PatternContent result;
   std::size_t openSaves = 0;
   std::size_t missingSaves = 0;
+  std::size_t checked = 0;  // what stands before it holds no such numbers
   ObjectUseTracker tracker;
   ContentScanner scanner(captured);
   ContentMark mark{};
   while (scanner.next(captured.size(), mark)) {
+    checkNumbers(captured.substr(checked, mark.begin - checked));
+    checked = mark.end;
     tracker.take(mark, captured);
-    if (mark.kind == ContentMark::Kind::Save) ++openSaves;
-    if (mark.kind == ContentMark::Kind::Restore) openSaves > 0 ? --openSaves : ++missingSaves;
+    if (mark.kind == ContentMark::Kind::kSave) ++openSaves;
+    if (mark.kind != ContentMark::Kind::kRestore) continue;
+    if (openSaves > 0) {
+      --openSaves;
+    } else {
+      ++missingSaves;
+    }
   }
+  checkNumbers(captured.substr(checked));
   result.objects = tracker.uses();
   repeat(result.text, "q\n", missingSaves);
   result.text += captured;

@@ -8,20 +8,20 @@
 
 namespace quillpress::cli {
 
-/** Cuts text into chunks of one size, save for the last before each flush. */
+// Cuts text into chunks of one size, save for the last before each flush.
 class ChunkFeeder {
  public:
   using Feed = std::function<void(std::string_view chunk, std::uint64_t offset)>;
 
   ChunkFeeder(std::size_t chunkSize, Feed feed) : chunkSize_(chunkSize), feed_(std::move(feed)) {}
 
-  /** REQUIRES: `text` goes on where the last one ended, unless there was a flush or clear since. */
+  // REQUIRES: `text` goes on where the last one ended, unless there was a flush or clear since.
   void add(std::string_view text, std::uint64_t offset);
 
-  /** Feeds what has been gathered, if there is any. */
+  // Feeds what has been gathered, if there is any.
   void flush();
 
-  /** Forgets what has been gathered. */
+  // Forgets what has been gathered.
   void clear() { gathered_.clear(); }
 
  private:

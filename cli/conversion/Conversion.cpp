@@ -1,22 +1,25 @@
 #include "cli/conversion/Conversion.h"
 
+#include <utility>
+
+#include "cli/base/Errors.h"
 #include "cli/base/Messages.h"
 #include "cli/base/Names.h"
 #include "cli/conversion/ErrorSearch.h"
 
 namespace quillpress::cli {
 
-Conversion::Conversion(const Options& options, JobRunner& runner, PageOutput& output)
-    : options_(options),
+Conversion::Conversion(ConversionSettings settings, JobRunner& runner, PageOutput& output)
+    : settings_(std::move(settings)),
       runner_(runner),
       output_(output),
-      feeder_(options.chunkSize,
+      feeder_(settings_.chunkSize,
               [this](std::string_view chunk, std::uint64_t offset) { run(chunk, offset); }) {
   output_.beginPage();
 }
 
 void Conversion::text(std::string_view bytes, std::uint64_t offset) {
-  if (state_ != State::Running) return;
+  if (state_ != State::kRunning) return;
   if (isBeforePages_) runner_.record(bytes);
   feeder_.add(bytes, offset);
 }
@@ -31,8 +34,7 @@ void Conversion::comment(std::string_view keyword, std::string_view value) {
 }
 
 void Conversion::nextPage() {
-  if (state_ == State::Stopped) return;
-  if (isBeforePages_ && state_ == State::Running) {
+  if (isBeforePages_ && state_ == State::kRunning) {
     isBeforePages_ = false;
     return;
   }
@@ -43,50 +45,71 @@ void Conversion::nextPage() {
     ++page_;
   }
   isBeforePages_ = false;
-  if (state_ == State::Skipping) runner_.recover();
-  state_ = State::Running;
+  // The page that ends here may be the one that stops the job.
+  if (state_ == State::kStopped) return;
+  if (state_ == State::kSkipping) runner_.recover();
+  state_ = State::kRunning;
   runner_.converter().startPage();
   output_.beginPage();
 }
 
 void Conversion::endPage() {
-  if (state_ == State::Running) output_.endPage(comments_.pageBox(), runner_.converter());
+  if (state_ != State::kRunning) return;
+  try {
+    output_.endPage(comments_.pageBox(), runner_.converter());
+  } catch (const PageError& error) {
+    fail(pageName() + ": " + error.what());
+  }
 }
 
 void Conversion::endOfJob() {
   feeder_.flush();
   // The converter runs a token only when it has seen the byte behind it.
-  if (state_ == State::Running) run("\n", endOffset_);
+  if (state_ == State::kRunning) run("\n", endOffset_);
+  askAtEnd();
   endPage();
 }
 
+void Conversion::askAtEnd() {
+  const auto texts = hasFailed_ ? runner_.textsShownAfterError() : runner_.textsShown();
+  textsShown_ = texts.value_or(0);
+  endsInside_ = state_ == State::kRunning && !texts;
+}
+
 void Conversion::run(std::string_view chunk, std::uint64_t offset) {
-  if (state_ != State::Running) return;
+  if (state_ != State::kRunning) return;
   endOffset_ = offset + chunk.size();
   const auto content = runner_.converter().convert(chunk);
-  if (content) {
+  if (!content) {
+    fail(place(chunk, offset) + ": " + runner_.converter().errorText());
+    return;
+  }
+  try {
     output_.append(*content);
-  } else {
-    fail(chunk, offset);
+  } catch (const PageError& error) {
+    fail(pageName() + ": " + error.what());
   }
 }
 
-void Conversion::fail(std::string_view chunk, std::uint64_t offset) {
-  say(jobName(options_.job) + ": " + place(chunk, offset) + ": " + runner_.converter().errorText());
+void Conversion::fail(const std::string& message) {
+  say(jobName(settings_.job) + ": " + message);
   hasFailed_ = true;
-  state_ = options_.keepGoing ? State::Skipping : State::Stopped;
+  state_ = settings_.keepGoing ? State::kSkipping : State::kStopped;
   feeder_.clear();
   output_.dropPage();
 }
 
-/** Where the error is, as closely as it can be told. */
+std::string Conversion::pageName() const {
+  return "page " + std::to_string(page_);
+}
+
+// Where the error is, as closely as it can be told.
 std::string Conversion::place(std::string_view chunk, std::uint64_t offset) const {
-  const std::string page = "page " + std::to_string(page_);
   // Only the first error comes up again when the same bytes are run again from the start.
-  const auto exact = hasFailed_ ? std::nullopt : findError(options_.job, offset, offset + chunk.size());
-  if (exact) return page + ", byte " + std::to_string(*exact);
+  const auto exact = hasFailed_ ? std::nullopt : findError(settings_.job, offset, offset + chunk.size());
+  if (exact) return pageName() + ", byte " + std::to_string(*exact);
   const std::string size = counted(chunk.size(), "byte");
-  return page + ", in the " + size + " from byte " + std::to_string(offset);
+  return pageName() + ", in the " + size + " from byte " + std::to_string(offset);
 }
 
 }  // namespace quillpress::cli

@@ -4,7 +4,6 @@
 #include <string>
 #include <string_view>
 
-#include "cli/base/Options.h"
 #include "cli/conversion/ChunkFeeder.h"
 #include "cli/conversion/JobRunner.h"
 #include "cli/conversion/PageOutput.h"
@@ -13,14 +12,19 @@
 
 namespace quillpress::cli {
 
-/**
- * Runs a job page by page. What stands before the first page, prologue and set-up, counts as part of it; a
- * job without page comments is one page. After an error the page is dropped; then the job either goes on
- * with its next page or is only read for its comments.
- */
+// Where the job comes from and how it is run.
+struct ConversionSettings {
+  std::string job;  // path, or "-" for standard input
+  std::size_t chunkSize;
+  bool keepGoing;  // after an error go on with the next page
+};
+
+// Runs a job page by page. What stands before the first page, prologue and set-up, counts as part of it; a
+// job without page comments is one page. After an error the page is dropped; then the job either goes on
+// with its next page or is only read for its comments.
 class Conversion final : public DscHandler {
  public:
-  Conversion(const Options& options, JobRunner& runner, PageOutput& output);
+  Conversion(ConversionSettings settings, JobRunner& runner, PageOutput& output);
 
   void text(std::string_view bytes, std::uint64_t offset) override;
   void comment(std::string_view keyword, std::string_view value) override;
@@ -29,30 +33,40 @@ class Conversion final : public DscHandler {
   [[nodiscard]] bool hasFailed() const { return hasFailed_; }
   [[nodiscard]] const JobComments& comments() const { return comments_; }
 
+  // Whether the job has ended inside a string, a procedure or an image.
+  [[nodiscard]] bool endsInside() const { return endsInside_; }
+
+  // How often the job has shown text, as far as can be told.
+  [[nodiscard]] std::uint64_t textsShown() const { return textsShown_; }
+
  private:
-  /** What happens to the text of the job. */
+  // What happens to the text of the job.
   enum class State {
-    Running,
-    Skipping,  // up to the next page
-    Stopped,
+    kRunning,
+    kSkipping,  // up to the next page
+    kStopped,
   };
 
   void nextPage();
   void endPage();
   void run(std::string_view chunk, std::uint64_t offset);
-  void fail(std::string_view chunk, std::uint64_t offset);
+  void askAtEnd();
+  void fail(const std::string& message);
+  [[nodiscard]] std::string pageName() const;
   [[nodiscard]] std::string place(std::string_view chunk, std::uint64_t offset) const;
 
-  const Options& options_;
+  ConversionSettings settings_;
   JobRunner& runner_;
   PageOutput& output_;
   JobComments comments_;
   ChunkFeeder feeder_;
-  State state_ = State::Running;
+  State state_ = State::kRunning;
   bool isBeforePages_ = true;
   bool hasFailed_ = false;
-  unsigned page_ = 1;
+  bool endsInside_ = false;
+  std::uint64_t page_ = 1;
   std::uint64_t endOffset_ = 0;  // of what has run
+  std::uint64_t textsShown_ = 0;
 };
 
 }  // namespace quillpress::cli

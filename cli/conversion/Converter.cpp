@@ -26,7 +26,9 @@ Converter::~Converter() {
 std::optional<std::string_view> Converter::convert(std::string_view piece) {
   int length = static_cast<int>(piece.size());
   const char* text = PSConvertToPdf(handle_, piece.data(), &length);
-  if (text == nullptr) return std::nullopt;
+  // A length that an int cannot hold.
+  isContentTooLong_ = text != nullptr && length < 0;
+  if (text == nullptr || isContentTooLong_) return std::nullopt;
   return std::string_view(text, static_cast<std::size_t>(length));
 }
 
@@ -35,8 +37,10 @@ void Converter::startPage() {
 }
 
 std::string Converter::errorText() const {
+  if (isContentTooLong_) return "the content of one chunk is longer than 2 GiB";
+  // Only a converter without memory fails without a word.
   const std::string text(trimmed(PSGetErrorStr(handle_)));
-  return text.empty() ? "the converter gives no reason; memory may have run out" : text;
+  return text.empty() ? "out of memory" : text;
 }
 
 std::span<const PdfObject* const> Converter::objects() const {

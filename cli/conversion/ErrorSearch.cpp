@@ -1,10 +1,10 @@
 #include "cli/conversion/ErrorSearch.h"
 
 #include <algorithm>
+#include <chrono>
 
-#include "cli/base/Errors.h"
+#include "cli/conversion/Aside.h"
 #include "cli/conversion/JobRunner.h"
-#include "cli/conversion/MessageSwitch.h"
 #include "cli/job/DscScanner.h"
 #include "cli/job/Envelope.h"
 #include "cli/job/JobFile.h"
@@ -15,8 +15,10 @@ namespace {
 
 // The most pieces that a chunk is fed in: each one costs a call.
 constexpr std::uint64_t kMostPieces = std::uint64_t{1} << 20;
+// A job that takes longer up to its error is long enough for the chunk to be place enough.
+constexpr std::chrono::seconds kLongestSearch{10};
 
-/** Runs a job up to a chunk, and that chunk in small pieces, until one fails. */
+// Runs a job up to a chunk, and that chunk in small pieces, until one fails.
 class ErrorSearch final : public DscHandler {
  public:
   ErrorSearch(std::uint64_t begin, std::uint64_t end)
@@ -52,28 +54,27 @@ class ErrorSearch final : public DscHandler {
   std::uint64_t begin_;
   std::uint64_t end_;
   std::uint64_t step_;
-  MessageSwitch silence_{MessageSwitch::Target::Nowhere};  // all has been said in the first run
   JobRunner runner_;
   unsigned pages_ = 0;
   bool isOver_ = false;
   std::optional<std::uint64_t> found_;
 };
 
+std::optional<std::uint64_t> runAgain(const std::string& path, std::uint64_t begin, std::uint64_t end) {
+  JobFile job(path);
+  if (!job.isRepeatable()) return std::nullopt;
+  ErrorSearch search(begin, end);
+  DscScanner scanner(search);
+  Envelope envelope(scanner);
+  job.pumpInto(envelope);
+  return search.found();
+}
+
 }  // namespace
 
 std::optional<std::uint64_t> findError(const std::string& path, std::uint64_t begin, std::uint64_t end) {
   if (end - begin == 1) return begin;
-  try {
-    JobFile job(path);
-    if (!job.isRepeatable()) return std::nullopt;
-    ErrorSearch search(begin, end);
-    DscScanner scanner(search);
-    Envelope envelope(scanner);
-    job.pumpInto(envelope);
-    return search.found();
-  } catch (const InputError&) {
-    return std::nullopt;
-  }
+  return askAside(kLongestSearch, [&] { return runAgain(path, begin, end); });
 }
 
 }  // namespace quillpress::cli

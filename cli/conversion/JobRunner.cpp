@@ -1,5 +1,8 @@
 #include "cli/conversion/JobRunner.h"
 
+#include <chrono>
+
+#include "cli/conversion/Aside.h"
 #include "cli/conversion/TextCounter.h"
 
 namespace quillpress::cli {
@@ -8,6 +11,8 @@ namespace {
 
 // Enough for what procedures leave on the execution stack; a loop around an error would never end.
 constexpr int kMostRunOuts = 64;
+// Procedures that end do so in far less.
+constexpr std::chrono::seconds kLongestRunOut{3};
 
 }  // namespace
 
@@ -23,17 +28,19 @@ void JobRunner::forgetSetUp() {
   if (record_ != nullptr) record_->cutTo(0);
 }
 
+// The interrupted procedure may be a loop without an end. What an interpreter does depends on nothing but its
+// job, so what has come to its end in a copy does so here.
 void JobRunner::recover() {
-  if (!runOut()) reopen();
+  const bool ends = askAside(kLongestRunOut, [this] { return runOut(); }).has_value();
+  if (!ends || !runOut()) reopen();
 }
 
-/** Lets the interpreter finish what the error interrupted; tells whether it listens to new text again. */
-bool JobRunner::runOut() {
+// Lets the interpreter finish what the error interrupted, and asks whether it listens to new text again.
+std::optional<std::uint64_t> JobRunner::runOut() {
   for (int i = 0; i < kMostRunOuts; ++i) {
-    if (!converter_->convert("")) continue;
-    return TextCounter::read(*converter_).has_value();
+    if (converter_->convert("")) return TextCounter::read(*converter_);
   }
-  return false;
+  return std::nullopt;
 }
 
 void JobRunner::reopen() {
@@ -44,8 +51,12 @@ void JobRunner::reopen() {
   readPiece(*record_, setUp, [this](std::string_view text) { converter_->convert(text); });
 }
 
-std::uint64_t JobRunner::textsShown() {
-  return TextCounter::read(*converter_).value_or(0);
+std::optional<std::uint64_t> JobRunner::textsShown() {
+  return TextCounter::read(*converter_);
+}
+
+std::optional<std::uint64_t> JobRunner::textsShownAfterError() {
+  return askAside(kLongestRunOut, [this] { return runOut(); });
 }
 
 }  // namespace quillpress::cli

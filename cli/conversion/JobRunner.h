@@ -10,32 +10,34 @@
 
 namespace quillpress::cli {
 
-/**
- * The converter of a job, with the means to go on after an error. An error leaves the interpreter where it
- * was, in the middle of procedures, loops or data. Usually it can be run out of them and keeps all that the
- * job has defined. Where it cannot, a new one runs the job's prologue and set-up again, which is all that
- * pages may rely on by the structuring conventions.
- */
+// The converter of a job, with the means to go on after an error. An error leaves the interpreter where it
+// was, in the middle of procedures, loops or data. Usually it can be run out of them and keeps all that the
+// job has defined. Where it cannot, a new one runs the job's prologue and set-up again, which is all that
+// pages may rely on by the structuring conventions.
 class JobRunner {
  public:
   JobRunner();
 
   Converter& converter() { return *converter_; }
 
-  /** Keeps the text before the first page in `spool` from now on. */
+  // Keeps the text before the first page in `spool` from now on.
   void recordSetUp(Spool& spool) { record_ = &spool; }
   void record(std::string_view setUp);
-  /** The text so far failed and is not to be run again. */
+  // The text so far failed and is not to be run again.
   void forgetSetUp();
 
-  /** Makes the converter ready for another page after an error. */
+  // Makes the converter ready for another page after an error.
   void recover();
 
-  /** How often the job has shown text, as far as can be told. REQUIRES: no content is wanted any more. */
-  std::uint64_t textsShown();
+  // How often the job has shown text; nothing when the job has left something open, a string or a procedure
+  // or an image, and the converter waits for the rest of it. REQUIRES: no content is wanted any more.
+  std::optional<std::uint64_t> textsShown();
+
+  // The same after an error, where the interpreter may first have to run on.
+  std::optional<std::uint64_t> textsShownAfterError();
 
  private:
-  bool runOut();
+  std::optional<std::uint64_t> runOut();
   void reopen();
 
   std::unique_ptr<Converter> converter_;

@@ -11,7 +11,11 @@ constexpr const char* kVariable = "QUILLPRESS_MESSAGES";
 constexpr const char* kStandardError = "stderr";
 
 void set(const char* value) {
-  value == nullptr ? unsetenv(kVariable) : setenv(kVariable, value, 1);
+  if (value == nullptr) {
+    unsetenv(kVariable);
+  } else {
+    setenv(kVariable, value, 1);
+  }
 }
 
 }  // namespace
@@ -19,7 +23,7 @@ void set(const char* value) {
 MessageSwitch::MessageSwitch(Target target) {
   const char* const present = std::getenv(kVariable);
   if (present != nullptr) before_ = present;
-  set(target == Target::StandardError ? kStandardError : nullptr);
+  set(target == Target::kStandardError ? kStandardError : nullptr);
 }
 
 MessageSwitch::~MessageSwitch() {

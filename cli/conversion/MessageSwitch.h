@@ -5,10 +5,10 @@
 
 namespace quillpress::cli {
 
-/** Says where the messages of jobs go, as long as it lives; afterwards it is as it was before. */
+// Says where the messages of jobs go, as long as it lives; afterwards it is as it was before.
 class MessageSwitch {
  public:
-  enum class Target { StandardError, Nowhere };
+  enum class Target { kStandardError, kNowhere };
 
   explicit MessageSwitch(Target target);
   ~MessageSwitch();

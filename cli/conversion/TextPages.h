@@ -6,7 +6,7 @@
 
 namespace quillpress::cli {
 
-/** Writes the content text of complete pages, one after the other, as the converter returns it. */
+// Writes the content text of complete pages, one after the other, as the converter returns it.
 class TextPages final : public PageOutput {
  public:
   TextPages(Spool& spool, AtomicOutput& output) : spool_(spool), output_(output) {}

@@ -35,7 +35,7 @@ void DscScanner::finish() {
   handler_.endOfJob();
 }
 
-/** Completes the held line from the next block; returns how much of the block that took. */
+// Completes the held line from the next block; returns how much of the block that took.
 std::size_t DscScanner::takeHeld(std::string_view bytes) {
   const std::size_t end = std::min(bytes.find_first_of(kLineEnds), bytes.size());
   held_.append(bytes.substr(0, end));
@@ -57,16 +57,16 @@ void DscScanner::scan(std::string_view bytes, std::uint64_t offset) {
   std::size_t at = 0;
   while (at < bytes.size()) {
     switch (state_) {
-      case State::Lines:
+      case State::kLines:
         at = scanLines(bytes, at);
         break;
-      case State::DataLineEnd:
+      case State::kDataLineEnd:
         at = skipDataLineEnd(bytes, at);
         break;
-      case State::DataBytes:
+      case State::kDataBytes:
         at = skipDataBytes(bytes, at);
         break;
-      case State::DataLines:
+      case State::kDataLines:
         at = skipDataLines(bytes, at);
         break;
     }
@@ -75,7 +75,7 @@ void DscScanner::scan(std::string_view bytes, std::uint64_t offset) {
   lastByte_ = bytes.back();
 }
 
-/** Looks for one comment; returns the end of its line, or of the block. */
+// Looks for one comment; returns the end of its line, or of the block.
 std::size_t DscScanner::scanLines(std::string_view bytes, std::size_t from) {
   std::size_t at = bytes.find('%', from);
   while (at != std::string_view::npos && !mayBeginComment(bytes, at)) at = bytes.find('%', at + 1);
@@ -91,7 +91,7 @@ std::size_t DscScanner::scanLines(std::string_view bytes, std::size_t from) {
   return end;
 }
 
-/** Whether a per cent sign stands at the start of a line and another one follows it or may follow. */
+// Whether a per cent sign stands at the start of a line and another one follows it or may follow.
 bool DscScanner::mayBeginComment(std::string_view bytes, std::size_t at) const {
   if (!isLineEnd(at == 0 ? lastByte_ : bytes[at - 1])) return false;
   return at + 1 == bytes.size() || bytes[at + 1] == '%';
@@ -107,7 +107,7 @@ std::size_t DscScanner::skipDataLineEnd(std::string_view bytes, std::size_t from
 std::size_t DscScanner::skipDataBytes(std::string_view bytes, std::size_t from) {
   const std::uint64_t skipped = std::min<std::uint64_t>(dataLeft_, bytes.size() - from);
   dataLeft_ -= skipped;
-  if (dataLeft_ == 0) state_ = State::Lines;
+  if (dataLeft_ == 0) state_ = State::kLines;
   return from + skipped;
 }
 
@@ -117,11 +117,11 @@ std::size_t DscScanner::skipDataLines(std::string_view bytes, std::size_t from) 
   const bool returnCame = (end == 0 ? lastByte_ : bytes[end - 1]) == '\r';
   const bool isSecondHalf = bytes[end] == '\n' && returnCame;
   if (!isSecondHalf) --dataLeft_;
-  if (dataLeft_ == 0) state_ = State::Lines;
+  if (dataLeft_ == 0) state_ = State::kLines;
   return end + 1;
 }
 
-/** Hands the handler what it has not had yet of the block's first `end` bytes. */
+// Hands the handler what it has not had yet of the block's first `end` bytes.
 void DscScanner::passUpTo(std::string_view bytes, std::size_t end) {
   if (end > passed_) handler_.text(bytes.substr(passed_, end - passed_), blockOffset_ + passed_);
   passed_ = std::max(passed_, end);
@@ -135,18 +135,22 @@ void DscScanner::takeComment(std::string_view line) {
   line.remove_prefix(std::min(keywordEnd + 1, line.size()));
   const std::string_view value = trimmed(line);
   if (keyword == "BeginBinary" || keyword == "BeginData") return beginData(value);
-  if (keyword == "BeginDocument") return static_cast<void>(++documentDepth_);
-  if (keyword == "EndDocument") return static_cast<void>(documentDepth_ -= documentDepth_ > 0 ? 1U : 0U);
-  if (documentDepth_ == 0) handler_.comment(keyword, value);
+  if (keyword == "BeginDocument") {
+    ++documentDepth_;
+  } else if (keyword == "EndDocument") {
+    if (documentDepth_ > 0) --documentDepth_;
+  } else if (documentDepth_ == 0) {
+    handler_.comment(keyword, value);
+  }
 }
 
-/** `value` is "COUNT", or "COUNT KIND Bytes" or "COUNT KIND Lines" of %%BeginData. */
+// `value` is "COUNT", or "COUNT KIND Bytes" or "COUNT KIND Lines" of %%BeginData.
 void DscScanner::beginData(std::string_view value) {
   dataLeft_ = parseCount(takeWord(value));
   if (dataLeft_ == 0) return;
   takeWord(value);
-  dataKind_ = takeWord(value) == "Lines" ? State::DataLines : State::DataBytes;
-  state_ = State::DataLineEnd;
+  dataKind_ = takeWord(value) == "Lines" ? State::kDataLines : State::kDataBytes;
+  state_ = State::kDataLineEnd;
 }
 
 }  // namespace quillpress::cli

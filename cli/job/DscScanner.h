@@ -8,7 +8,7 @@
 
 namespace quillpress::cli {
 
-/** Receives a job's bytes, and its structuring comments before the bytes of their lines. */
+// Receives a job's bytes, and its structuring comments before the bytes of their lines.
 class DscHandler {
  public:
   DscHandler() = default;
@@ -16,20 +16,18 @@ class DscHandler {
   DscHandler& operator=(const DscHandler&) = delete;
   virtual ~DscHandler() = default;
 
-  /** Every byte of the job comes through here, comment lines too. */
+  // Every byte of the job comes through here, comment lines too.
   virtual void text(std::string_view bytes, std::uint64_t offset) = 0;
 
-  /** `keyword` stands without %% and colon, "Page"; `value` without white space at its ends. */
+  // `keyword` stands without %% and colon, "Page"; `value` without white space at its ends.
   virtual void comment(std::string_view keyword, std::string_view value) = 0;
 
   virtual void endOfJob() = 0;
 };
 
-/**
- * Finds the document structuring comments of a job: lines that begin with %% and end with a carriage
- * return, a line feed or both. Comments of embedded documents are not reported, and sections of counted
- * data (%%BeginBinary, %%BeginData) are passed over without a look. Blocks may be cut anywhere.
- */
+// Finds the document structuring comments of a job: lines that begin with %% and end with a carriage
+// return, a line feed or both. Comments of embedded documents are not reported, and sections of counted
+// data (%%BeginBinary, %%BeginData) are passed over without a look. Blocks may be cut anywhere.
 class DscScanner final : public ByteSink {
  public:
   explicit DscScanner(DscHandler& handler) : handler_(handler) {}
@@ -37,13 +35,16 @@ class DscScanner final : public ByteSink {
   void write(std::string_view bytes, std::uint64_t offset) override;
   void finish() override;
 
+  // Whether a section of counted data still lacks some.
+  [[nodiscard]] bool isInData() const { return state_ != State::kLines; }
+
  private:
-  /** What the next bytes are. */
+  // What the next bytes are.
   enum class State {
-    Lines,        // lines, which may be comments
-    DataLineEnd,  // the rest of the line end of a comment that announced data
-    DataBytes,    // counted bytes
-    DataLines,    // counted lines
+    kLines,        // lines, which may be comments
+    kDataLineEnd,  // the rest of the line end of a comment that announced data
+    kDataBytes,    // counted bytes
+    kDataLines,    // counted lines
   };
 
   std::size_t takeHeld(std::string_view bytes);
@@ -59,14 +60,14 @@ class DscScanner final : public ByteSink {
   void beginData(std::string_view value);
 
   DscHandler& handler_;
-  State state_ = State::Lines;
+  State state_ = State::kLines;
   std::string held_;  // the start of a comment line whose end has not come yet
   std::uint64_t heldOffset_ = 0;
   std::uint64_t blockOffset_ = 0;
-  std::size_t passed_ = 0;         // bytes of the block that the handler has had
-  char lastByte_ = '\n';           // the byte before the block
-  std::uint64_t dataLeft_ = 0;     // bytes or lines
-  State dataKind_ = State::Lines;  // what follows a DataLineEnd
+  std::size_t passed_ = 0;          // bytes of the block that the handler has had
+  char lastByte_ = '\n';            // the byte before the block
+  std::uint64_t dataLeft_ = 0;      // bytes or lines
+  State dataKind_ = State::kLines;  // what follows a DataLineEnd
   unsigned documentDepth_ = 0;
 };
 

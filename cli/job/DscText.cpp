@@ -17,7 +17,7 @@ bool isHex(char byte) {
   return isDigit(byte) || (byte >= 'a' && byte <= 'f') || (byte >= 'A' && byte <= 'F');
 }
 
-/** Takes one to three octal digits off the front of `text`. */
+// Takes one to three octal digits off the front of `text`.
 char takeOctal(std::string_view& text) {
   unsigned value = 0;
   for (int digits = 0; digits < 3 && !text.empty() && isOctal(text.front()); ++digits) {
@@ -27,7 +27,7 @@ char takeOctal(std::string_view& text) {
   return static_cast<char>(value & 0xFF);
 }
 
-/** Takes what follows a backslash off the front of `text`. */
+// Takes what follows a backslash off the front of `text`.
 char takeEscape(std::string_view& text) {
   if (isOctal(text.front())) return takeOctal(text);
   const char byte = text.front();

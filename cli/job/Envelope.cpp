@@ -16,10 +16,12 @@ constexpr char kControlD = '\x04';
 constexpr char kEscape = '\x1B';
 // A control-D with this much white space behind it is no end of a job.
 constexpr std::ptrdiff_t kLongestTail = 4096;
+// Lines of printer job language are short; of a longer one the rest is passed over without being kept.
+constexpr std::size_t kLongestLine = 4096;
 // As many bytes as it takes to say what a file is instead of PostScript.
 constexpr std::size_t kSignatureLength = 16;
 
-/** Whether `part` may grow into `whole`. */
+// Whether `part` may grow into `whole`.
 bool isBeginOf(std::string_view part, std::string_view whole) {
   return part.size() < whole.size() && whole.starts_with(part);
 }
@@ -28,19 +30,17 @@ bool isFiller(char byte) {
   return isWhite(byte) || byte == kControlD;
 }
 
-/** A value and not a function, so that the search through the whole job is compiled around it. */
+// A value and not a function, so that the search through the whole job is compiled around it.
 constexpr auto kIsEnvelopeByte = [](char byte) { return byte == kControlD || byte == kEscape; };
 
-/** Where the job ends among some bytes of it; behind their last byte when nothing says that it does. */
+// Where the job ends among some bytes of it; behind their last byte when nothing says that it does.
 struct Ending {
   std::size_t at;
   bool isCertain;  // a universal exit has been seen, else what follows may still turn out to be one
 };
 
-/**
- * A universal exit ends the job. A control-D does too, but only when nothing except envelope follows it,
- * since binary data may hold one; so it is a possible end as long as only filler stands behind it.
- */
+// A universal exit ends the job. A control-D does too, but only when nothing except envelope follows it,
+// since binary data may hold one; so it is a possible end as long as only filler stands behind it.
 Ending findEnding(std::string_view bytes) {
   auto at = std::find_if(bytes.begin(), bytes.end(), kIsEnvelopeByte);
   while (at != bytes.end()) {
@@ -54,7 +54,7 @@ Ending findEnding(std::string_view bytes) {
   return {bytes.size(), false};
 }
 
-/** Throws when a line of printer job language hands the job to another interpreter than PostScript's. */
+// Throws when a line of printer job language hands the job to another interpreter than PostScript's.
 void checkLanguage(std::string_view line) {
   const std::string text = lowered(line);
   const std::size_t equals = text.find('=');
@@ -69,51 +69,72 @@ void checkLanguage(std::string_view line) {
 }  // namespace
 
 void Envelope::write(std::string_view bytes, std::uint64_t offset) {
-  if (place_ == Place::Inside) return passInside(bytes, offset);
+  if (place_ == Place::kInside) return passInside(bytes, offset);
   if (held_.empty()) heldOffset_ = offset;
   held_.append(bytes);
-  place_ == Place::Before ? passBefore() : passAfter();
+  if (place_ == Place::kBefore) {
+    passBefore();
+  } else {
+    passAfter();
+  }
 }
 
 void Envelope::finish() {
   ended_ = true;
-  if (place_ == Place::Before) passBefore();
-  if (place_ == Place::Before) throw InputError("holds no PostScript job");
-  if (place_ == Place::Inside) closeJob();
-  if (place_ == Place::After) passAfter();
+  if (place_ == Place::kBefore) passBefore();
+  if (place_ == Place::kBefore) throw InputError("holds no PostScript job");
+  if (place_ == Place::kInside) closeJob();
+  if (place_ == Place::kAfter) passAfter();
   next_.finish();
 }
 
 void Envelope::passBefore() {
-  Found found = takeEnvelope();
-  while (found == Found::Envelope) found = takeEnvelope();
-  if (found == Found::Job) openJob();
+  if (takeEnvelope() == Found::kJob) openJob();
 }
 
-/** Takes one piece of envelope off the front of the held bytes, or tells what stands there instead. */
+// Takes the envelope off the front of the held bytes, as far as it can be judged, and tells what stands
+// there.
 Envelope::Found Envelope::takeEnvelope() {
-  const std::string_view text = held_;
+  std::string_view text = held_;
+  Found found = takePiece(text);
+  while (found == Found::kEnvelope) found = takePiece(text);
+  // All at once, since a block may hold thousands of short lines.
+  heldOffset_ += held_.size() - text.size();
+  held_.erase(0, held_.size() - text.size());
+  return found;
+}
+
+// Takes one piece of envelope off the front of `text`.
+Envelope::Found Envelope::takePiece(std::string_view& text) {
+  if (isInLongLine_ && !takeLongLine(text)) return Found::kNeedMore;
   std::size_t length = 0;
   while (length < text.size() && isFiller(text[length])) ++length;
   if (length == 0 && text.starts_with(kUniversalExit)) length = kUniversalExit.size();
   if (length == 0 && text.starts_with(kPjl)) {
     const std::size_t lineEnd = text.find('\n');
-    if (lineEnd == std::string_view::npos && !ended_) return Found::NeedMore;
+    const bool isOpen = lineEnd == std::string_view::npos;
+    if (isOpen && !ended_ && text.size() < kLongestLine) return Found::kNeedMore;
     length = std::min(lineEnd, text.size() - 1) + 1;
-    checkLanguage(text.substr(0, length));
+    checkLanguage(text.substr(0, std::min(length, kLongestLine)));
+    isInLongLine_ = isOpen;
   }
-  if (length > 0) {
-    held_.erase(0, length);
-    heldOffset_ += length;
-    return Found::Envelope;
-  }
-  if (text.empty()) return Found::NeedMore;
-  return text.size() < kSignatureLength && !ended_ ? Found::NeedMore : Found::Job;
+  text.remove_prefix(length);
+  if (length > 0) return Found::kEnvelope;
+  if (text.empty()) return Found::kNeedMore;
+  return text.size() < kSignatureLength && !ended_ ? Found::kNeedMore : Found::kJob;
+}
+
+// Drops more of a line whose start has been judged; tells whether its end has come.
+bool Envelope::takeLongLine(std::string_view& text) {
+  const std::size_t lineEnd = text.find('\n');
+  isInLongLine_ = lineEnd == std::string_view::npos;
+  text.remove_prefix(isInLongLine_ ? text.size() : lineEnd + 1);
+  return !isInLongLine_;
 }
 
 void Envelope::openJob() {
   if (!held_.starts_with("%!")) throw InputError("is not PostScript: " + describeInput(held_));
-  place_ = Place::Inside;
+  place_ = Place::kInside;
   const std::string start = std::move(held_);
   held_.clear();
   passInside(start, heldOffset_);
@@ -133,15 +154,16 @@ void Envelope::passInside(std::string_view bytes, std::uint64_t offset) {
   held_ = bytes.substr(ending.at);
   heldOffset_ = offset + ending.at;
   if (!ending.isCertain) return;
-  place_ = Place::After;
+  place_ = Place::kAfter;
   passAfter();
 }
 
 void Envelope::passAfter() {
-  if (moreJobsFollow_) return held_.clear();
-  Found found = takeEnvelope();
-  while (found == Found::Envelope) found = takeEnvelope();
-  moreJobsFollow_ = found == Found::Job;
+  if (moreJobsFollow_) {
+    held_.clear();
+  } else {
+    moreJobsFollow_ = takeEnvelope() == Found::kJob;
+  }
 }
 
 void Envelope::release() {
@@ -150,11 +172,11 @@ void Envelope::release() {
   next_.write(text, heldOffset_);
 }
 
-/** The file has ended: of the held bytes a control-D goes, the start of a universal exit was none. */
+// The file has ended: of the held bytes a control-D goes, the start of a universal exit was none.
 void Envelope::closeJob() {
   if (held_.find(kEscape) != std::string::npos) release();
   held_.clear();
-  place_ = Place::After;
+  place_ = Place::kAfter;
 }
 
 }  // namespace quillpress::cli

@@ -10,14 +10,24 @@ namespace {
 
 constexpr std::string_view kLater = "(atend)";
 
-/** Drops the name of a medium: one word, or a text in parentheses that may hold blanks. */
+// Drops the name of a medium: one word, or a text in parentheses that may hold blanks.
 void dropMediaName(std::string_view& value) {
-  if (!value.starts_with('(')) return static_cast<void>(takeWord(value));
+  if (!value.starts_with('(')) {
+    takeWord(value);
+    return;
+  }
   const std::size_t end = value.find(')');
   value.remove_prefix(end == std::string_view::npos ? value.size() : end + 1);
 }
 
-/** Reads "NAME WIDTH HEIGHT ...", the form of %%DocumentMedia. */
+// Reads "NUMBER ...", the form of %%Pages; 0 when it is no number of pages.
+std::uint64_t parsePages(std::string_view value) {
+  const double number = takeNumber(value).value_or(0);
+  constexpr double kMost = 1e9;
+  return number >= 1 && number <= kMost ? static_cast<std::uint64_t>(number) : 0;
+}
+
+// Reads "NAME WIDTH HEIGHT ...", the form of %%DocumentMedia.
 std::optional<Box> parseMedium(std::string_view value) {
   dropMediaName(value);
   const auto width = takeNumber(value);
@@ -32,33 +42,36 @@ std::optional<Box> parseMedium(std::string_view value) {
 
 void JobComments::take(std::string_view keyword, std::string_view value) {
   if (keyword == "Page") {
-    place_ = Place::Page;
+    place_ = Place::kPage;
     pageBox_.reset();
+    ++pages_;
   } else if (keyword == "Trailer") {
-    place_ = Place::Trailer;
-  } else if (keyword == "EndComments" && place_ == Place::Header) {
-    place_ = Place::SetUp;
+    place_ = Place::kTrailer;
+  } else if (keyword == "EndComments" && place_ == Place::kHeader) {
+    place_ = Place::kSetUp;
   } else if (keyword == "PageBoundingBox") {
     takePageBoundingBox(value);
-  } else if (place_ != Place::Page && value != kLater) {
+  } else if (place_ != Place::kPage && value != kLater) {
     takeOfDocument(keyword, value);
   }
+  if (keyword == "Trailer" || keyword == "EOF") isOver_ = true;
   if (keyword != "+") mediaContinues_ = keyword == "DocumentMedia";
 }
 
 void JobComments::takePageBoundingBox(std::string_view value) {
   const auto box = parseBox(value);
   if (!box) return;
-  if (place_ == Place::Page) pageBox_ = box;
-  if (place_ == Place::Header || place_ == Place::SetUp) pageDefault_ = box;
+  if (place_ == Place::kPage) pageBox_ = box;
+  if (place_ == Place::kHeader || place_ == Place::kSetUp) pageDefault_ = box;
 }
 
-/** The first sensible value counts, so that the header goes before the trailer. */
+// The first sensible value counts, so that the header goes before the trailer.
 void JobComments::takeOfDocument(std::string_view keyword, std::string_view value) {
   // Resources in the prologue carry boxes and titles of their own.
-  if (place_ == Place::SetUp) return;
+  if (place_ == Place::kSetUp) return;
   const bool isMedia = keyword == "DocumentMedia" || (keyword == "+" && mediaContinues_);
   if (isMedia && !media_) media_ = parseMedium(value);
+  if (keyword == "Pages" && place_ == Place::kHeader) promisedPages_ = parsePages(value);
   if (keyword == "BoundingBox" && !documentBox_) documentBox_ = parseBox(value);
   if (keyword == "Title" && title_.empty()) title_ = dscText(value);
   if (keyword == "Creator" && creator_.empty()) creator_ = dscText(value);

@@ -18,41 +18,37 @@ namespace {
 
 constexpr std::size_t kBlockSize = 64UL * 1024;
 
-struct stat statusOf(int descriptor) {
+struct stat statusOf(const Descriptor& file) {
   struct stat status {};
-  if (fstat(descriptor, &status) != 0) throw InputError("cannot be read: " + systemReason());
+  if (fstat(file.get(), &status) != 0) throw InputError("cannot be read: " + systemReason());
   return status;
 }
 
-int openedForReading(const std::string& path) {
-  if (path == "-") return STDIN_FILENO;
-  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descriptor < 0) throw InputError("cannot be opened: " + systemReason());
-  return descriptor;
+Descriptor openedForReading(const std::string& path) {
+  Descriptor file(path == "-" ? fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0)
+                              : open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  if (!file) throw InputError("cannot be opened: " + systemReason());
+  return file;
 }
 
 }  // namespace
 
-JobFile::JobFile(const std::string& path) : descriptor_(openedForReading(path)) {
+JobFile::JobFile(const std::string& path) : isStandardInput_(path == "-"), file_(openedForReading(path)) {
   struct stat status {};
-  if (fstat(descriptor_, &status) == 0 && S_ISDIR(status.st_mode)) {
-    if (descriptor_ != STDIN_FILENO) close(descriptor_);
+  if (fstat(file_.get(), &status) == 0 && S_ISDIR(status.st_mode)) {
     throw InputError("is a directory, not a job");
   }
 }
 
-JobFile::~JobFile() {
-  if (descriptor_ != STDIN_FILENO) close(descriptor_);
-}
-
 bool JobFile::isRepeatable() const {
-  return descriptor_ != STDIN_FILENO && S_ISREG(statusOf(descriptor_).st_mode);
+  return !isStandardInput_ && S_ISREG(statusOf(file_).st_mode);
 }
 
 bool JobFile::isSameAs(const std::string& path) const {
   struct stat other {};
-  if (stat(path.c_str(), &other) != 0 || !S_ISREG(other.st_mode)) return false;
-  const struct stat own = statusOf(descriptor_);
+  const int found = path == "-" ? fstat(STDOUT_FILENO, &other) : stat(path.c_str(), &other);
+  if (found != 0 || !S_ISREG(other.st_mode)) return false;
+  const struct stat own = statusOf(file_);
   return own.st_dev == other.st_dev && own.st_ino == other.st_ino;
 }
 
@@ -72,12 +68,11 @@ void JobFile::pumpInto(ByteSink& sink) {
   sink.finish();
 }
 
-/** Reads until the buffer is full or the file has ended, so that blocks do not depend on how a pipe is fed.
- */
+// Reads until the buffer is full or the file has ended, so that blocks do not depend on how a pipe is fed.
 std::size_t JobFile::fill(char* buffer, std::size_t size) {
   std::size_t filled = 0;
   while (filled < size) {
-    const ssize_t count = read(descriptor_, buffer + filled, size - filled);
+    const ssize_t count = read(file_.get(), buffer + filled, size - filled);
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) throw InputError("cannot be read: " + systemReason());
     if (count == 0) break;

@@ -3,34 +3,31 @@
 #include <string>
 
 #include "cli/job/ByteSink.h"
+#include "cli/spool/Descriptor.h"
 
 namespace quillpress::cli {
 
-/** The file that holds the job, or standard input. Read once, in blocks, so that its length costs nothing. */
+// The file that holds the job, or standard input. Read once, in blocks, so that its length costs nothing.
 class JobFile {
  public:
-  /** `path` may be "-". Throws InputError when it cannot be opened or is a directory. */
+  // `path` may be "-". Throws InputError when it cannot be opened or is a directory.
   explicit JobFile(const std::string& path);
-  ~JobFile();
-  JobFile(const JobFile&) = delete;
-  JobFile& operator=(const JobFile&) = delete;
 
-  /** Whether the same bytes could be read a second time, by another JobFile. */
+  // Whether the same bytes could be read a second time, by another JobFile.
   [[nodiscard]] bool isRepeatable() const;
 
-  /** Whether `path` names this very file. */
+  // Whether `path` names this very file; "-" is standard output.
   [[nodiscard]] bool isSameAs(const std::string& path) const;
 
-  /**
-   * Hands the whole file to `sink` and finishes it. Of an EPS file with a binary header, only its
-   * PostScript section counts as the file. Throws InputError when there is nothing or reading fails.
-   */
+  // Hands the whole file to `sink` and finishes it. Of an EPS file with a binary header, only its
+  // PostScript section counts as the file. Throws InputError when there is nothing or reading fails.
   void pumpInto(ByteSink& sink);
 
  private:
   std::size_t fill(char* buffer, std::size_t size);
 
-  int descriptor_;
+  bool isStandardInput_;
+  Descriptor file_;
 };
 
 }  // namespace quillpress::cli

@@ -9,14 +9,14 @@
 
 namespace quillpress::cli {
 
-/** A complete page. */
+// A complete page.
 struct DocumentPage {
   std::optional<Box> box;            // its size when its own comments give one
   std::vector<std::size_t> content;  // its content streams, as places in Document::pieces
   std::vector<unsigned> objects;     // numbers of the objects that it names, in ascending order
 };
 
-/** Everything about the PDF file but the bytes of its streams, which lie in the spool. */
+// Everything about the PDF file but the bytes of its streams, which lie in the spool.
 struct Document {
   std::vector<DocumentPage> pages;
   std::vector<Spool::Piece> pieces;

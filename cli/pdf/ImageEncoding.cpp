@@ -44,21 +44,21 @@ ImageEncoding::ImageEncoding(QPDFObjectHandle dictionary, std::string_view sampl
 }
 
 void ImageEncoding::choose() {
-  const std::size_t raw = sampled(PngFilter::None).size();
+  const std::size_t raw = sampled(PngFilter::kNone).size();
   const Deflater deflater;
   std::size_t least = raw;
-  effort_ = Deflater::Effort::None;
+  effort_ = Deflater::Effort::kNone;
   for (const PngFilter filter :
-       {PngFilter::None, PngFilter::Sub, PngFilter::Up, PngFilter::Average, PngFilter::Paeth}) {
+       {PngFilter::kNone, PngFilter::kSub, PngFilter::kUp, PngFilter::kAverage, PngFilter::kPaeth}) {
     const std::size_t size = deflater.deflatedSize(sampled(filter));
     if (size >= least) continue;
     least = size;
     filter_ = filter;
-    effort_ = size < raw / kRepetitive ? Deflater::Effort::Thorough : Deflater::Effort::Usual;
+    effort_ = size < raw / kRepetitive ? Deflater::Effort::kThorough : Deflater::Effort::kUsual;
   }
 }
 
-/** Strips of the image from its first row to its last, with `filter`. */
+// Strips of the image from its first row to its last, with `filter`.
 std::string ImageEncoding::sampled(PngFilter filter) const {
   const std::size_t stripRows = std::min(kStripSize / layout_.row + 1, rows_);
   const std::size_t strips = std::min(kStrips, rows_ / stripRows);
@@ -72,7 +72,7 @@ std::string ImageEncoding::sampled(PngFilter filter) const {
 
 void ImageEncoding::appendRows(std::string& target, PngFilter filter, std::size_t first,
                                std::size_t rows) const {
-  if (filter == PngFilter::None) {
+  if (filter == PngFilter::kNone) {
     target.append(samples_.substr(first * layout_.row, rows * layout_.row));
     return;
   }
@@ -83,7 +83,7 @@ void ImageEncoding::appendRows(std::string& target, PngFilter filter, std::size_
 
 void ImageEncoding::describe(QPDFObjectHandle dictionary) const {
   dictionary.replaceKey("/Filter", QPDFObjectHandle::newName("/FlateDecode"));
-  if (filter_ == PngFilter::None) return;
+  if (filter_ == PngFilter::kNone) return;
   auto parameters = QPDFObjectHandle::newDictionary();
   parameters.replaceKey("/Predictor", QPDFObjectHandle::newInteger(kPngPredictor));
   parameters.replaceKey("/Colors", QPDFObjectHandle::newInteger(static_cast<long long>(layout_.pixel)));
@@ -95,7 +95,7 @@ Spool::Piece ImageEncoding::encode(Spool& spool) const {
   const Deflater deflater(effort_);
   Spool::Piece piece;
   const auto keep = [&](std::string_view bytes) { piece = spool.append(bytes); };
-  if (filter_ == PngFilter::None) {
+  if (filter_ == PngFilter::kNone) {
     deflater.deflate(samples_, keep);
   } else {
     const std::size_t size = filteredSize(layout_, rows_);

@@ -10,16 +10,16 @@
 
 namespace quillpress::cli {
 
-/** How the samples of an image are best compressed, found out from some of its rows. */
+// How the samples of an image are best compressed, found out from some of its rows.
 class ImageEncoding {
  public:
-  /** `dictionary` is the image's stream dictionary; `samples` stay where they are as long as this lives. */
+  // `dictionary` is the image's stream dictionary; `samples` stay where they are as long as this lives.
   ImageEncoding(QPDFObjectHandle dictionary, std::string_view samples);
 
-  /** Completes the image's stream dictionary: FlateDecode, with a predictor if there is one. */
+  // Completes the image's stream dictionary: FlateDecode, with a predictor if there is one.
   void describe(QPDFObjectHandle dictionary) const;
 
-  /** Compresses the samples into the spool. */
+  // Compresses the samples into the spool.
   Spool::Piece encode(Spool& spool) const;
 
  private:
@@ -30,8 +30,8 @@ class ImageEncoding {
   std::string_view samples_;
   RowLayout layout_{};
   std::size_t rows_ = 0;  // none when the samples are not whole rows of whole bytes
-  PngFilter filter_ = PngFilter::None;
-  Deflater::Effort effort_ = Deflater::Effort::Usual;
+  PngFilter filter_ = PngFilter::kNone;
+  Deflater::Effort effort_ = Deflater::Effort::kUsual;
 };
 
 }  // namespace quillpress::cli

@@ -2,6 +2,10 @@
 
 #include <qpdf/QPDFExc.hh>
 
+#include "cli/base/Errors.h"
+#include "cli/base/TextScan.h"
+#include "cli/content/NumberRange.h"
+
 namespace quillpress::cli {
 
 namespace {
@@ -27,15 +31,13 @@ bool isNumbers(QPDFObjectHandle array, int count) {
   return true;
 }
 
-/** A step that moves: zero would tile for ever. */
+// A step that moves: zero would tile for ever.
 bool isStep(QPDFObjectHandle value) {
   return value.isNumber() && value.getNumericValue() != 0;
 }
 
-/**
- * The converter writes nothing for a matrix without extent, which leaves its bracket open. Zeros say the
- * same in PDF: such a pattern has no visible cell.
- */
+// The converter writes nothing for a matrix without extent, which leaves its bracket open. Zeros say the
+// same in PDF: such a pattern has no visible cell.
 void closeMatrix(std::string& text) {
   constexpr std::string_view kOpen = "/Matrix [";
   const std::size_t at = text.find(kOpen);
@@ -53,12 +55,13 @@ Matrix matrixOf(QPDFObjectHandle array) {
 QPDFObjectHandle matrixArray(const Matrix& matrix) {
   auto array = QPDFObjectHandle::newArray();
   for (const double number : {matrix.a, matrix.b, matrix.c, matrix.d, matrix.tx, matrix.ty}) {
+    if (!isReadable(number)) throw PageError("the matrix of a pattern is beyond what PDF readers take");
     array.appendItem(QPDFObjectHandle::newReal(number, kMatrixDecimals));
   }
   return array;
 }
 
-/** Leaves the record's matrix as it is written when there is nothing to add to it. */
+// Leaves the record's matrix as it is written when there is nothing to add to it.
 void placeMatrix(QPDFObjectHandle dictionary, const Matrix& place) {
   const bool isMatrix = isNumbers(dictionary.getKey("/Matrix"), kMatrixNumbers);
   if (isMatrix && place == Matrix()) return;
@@ -74,7 +77,7 @@ void completeBox(QPDFObjectHandle dictionary) {
   dictionary.replaceKey("/BBox", box);
 }
 
-/** Takes the cell's own extent for a step that is missing; `low` and `high` are places in BBox. */
+// Takes the cell's own extent for a step that is missing; `low` and `high` are places in BBox.
 void completeStep(QPDFObjectHandle dictionary, const std::string& key, int low, int high) {
   if (isStep(dictionary.getKey(key))) return;
   auto box = dictionary.getKey("/BBox");
@@ -88,7 +91,21 @@ void completeTilingType(QPDFObjectHandle dictionary) {
   dictionary.replaceKey("/TilingType", QPDFObjectHandle::newInteger(1));
 }
 
+// How the C library writes numbers that are none.
+bool isNoNumber(std::string_view word) {
+  if (word.starts_with('[')) word.remove_prefix(1);
+  if (word.starts_with('-')) word.remove_prefix(1);
+  return word.starts_with("inf") || word.starts_with("nan");
+}
+
 }  // namespace
+
+void checkRecord(std::string_view text) {
+  checkNumbers(text);
+  for (std::string_view word = takeWord(text); !word.empty(); word = takeWord(text)) {
+    if (isNoNumber(word)) throw PageError("an image or a pattern has no finite size");
+  }
+}
 
 QPDFObjectHandle imageDictionary(const std::string& text) {
   return parsed(text);

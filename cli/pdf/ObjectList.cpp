@@ -2,6 +2,7 @@
 
 #include <quillpress/converter.h>
 
+#include <stdexcept>
 #include <string>
 
 #include "cli/base/Messages.h"
@@ -38,7 +39,7 @@ std::string description(const PdfObject& object) {
   const std::string kind = isPattern ? "pattern: " : "image: ";
   try {
     return kind + (isPattern ? patternText(dictionary) : imageText(dictionary));
-  } catch (const BrokenDictionary&) {
+  } catch (const std::runtime_error&) {
     return kind + "broken dictionary";
   }
 }
@@ -54,8 +55,9 @@ std::string pagesText(unsigned number, const PageCounts* pages) {
 void listObjects(std::span<const PdfObject* const> list, const PageCounts* pages, std::FILE* file) {
   unsigned number = 0;
   for (const PdfObject* const object : list) {
-    std::string line = std::string(object->name) + " " + description(*object) + ", " +
-                       counted(object->dataLength, "byte") + pagesText(++number, pages) + "\n";
+    const std::string text = std::string(object->name) + " " + description(*object) + ", " +
+                             counted(object->dataLength, "byte") + pagesText(++number, pages);
+    const std::string line = visible(text) + "\n";
     std::fwrite(line.data(), 1, line.size(), file);
   }
 }

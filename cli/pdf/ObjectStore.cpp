@@ -2,6 +2,7 @@
 
 #include <quillpress/converter.h>
 
+#include "cli/base/Errors.h"
 #include "cli/base/Messages.h"
 #include "cli/content/PatternContent.h"
 #include "cli/pdf/ImageEncoding.h"
@@ -12,8 +13,7 @@ namespace quillpress::cli {
 
 namespace {
 
-/** Finds the object whose name ends in `number`: names count the places of one list for images and patterns.
- */
+// Finds the object whose name ends in `number`: names count the places of one list for images and patterns.
 const PdfObject* findObject(unsigned number, std::span<const PdfObject* const> list) {
   return number >= 1 && number <= list.size() ? list[number - 1] : nullptr;
 }
@@ -22,7 +22,7 @@ std::string dictionaryOf(const PdfObject& object) {
   return object.dictionary == nullptr ? "" : object.dictionary;
 }
 
-/** The data of an object; a pattern whose paint procedure failed has none. */
+// The data of an object; a pattern whose paint procedure failed has none.
 std::string_view dataOf(const PdfObject& object) {
   return object.data == nullptr ? std::string_view() : std::string_view(object.data, object.dataLength);
 }
@@ -37,11 +37,20 @@ void ObjectStore::keep(const ObjectUses& uses, std::span<const PdfObject* const>
     object.name = source->name;
     object.isPattern = source->kind == PDF_OBJECT_PATTERN;
     try {
-      object.isPattern ? keepPattern(object, *source, place) : keepImage(object, *source);
+      checkRecord(dictionaryOf(*source));
+      if (object.isPattern) {
+        keepPattern(object, *source, place);
+      } else {
+        keepImage(object, *source);
+      }
       keep(object.objects, list);
     } catch (const BrokenDictionary& error) {
       object.isBroken = true;
       say(object.name + " is left out, as its dictionary is broken: " + error.what());
+    } catch (const PageError&) {
+      // The next page that names it fails too.
+      stored_.erase(number);
+      throw;
     }
   }
 }

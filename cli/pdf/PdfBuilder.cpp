@@ -39,7 +39,7 @@ QPDF& PdfBuilder::build(const ObjectStore& store) {
   return pdf_;
 }
 
-/** Makes all streams before any resources, as a pattern refers to the streams that it draws. */
+// Makes all streams before any resources, as a pattern refers to the streams that it draws.
 void PdfBuilder::addObjects(const ObjectStore& store) {
   for (const auto& [number, object] : store.objects()) {
     if (object.isBroken) continue;

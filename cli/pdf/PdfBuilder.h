@@ -12,16 +12,14 @@
 
 namespace quillpress::cli {
 
-/**
- * Builds libqpdf's picture of a PDF file: a catalogue, one flat page tree, resources that name just what
- * each page draws, document information. Equal small objects are shared between pages, since a job may
- * have thousands of them.
- */
+// Builds libqpdf's picture of a PDF file: a catalogue, one flat page tree, resources that name just what
+// each page draws, document information. Equal small objects are shared between pages, since a job may
+// have thousands of them.
 class PdfBuilder {
  public:
   PdfBuilder(const Document& document, const Spool& spool);
 
-  /** Called once. The result lives as long as the builder. */
+  // Called once. The result lives as long as the builder.
   QPDF& build(const ObjectStore& store);
 
  private:
@@ -33,7 +31,7 @@ class PdfBuilder {
   QPDFObjectHandle mediaBoxFor(const Box& box);
   QPDFObjectHandle makeInformation();
 
-  /** A stream and the resource category and name by which content refers to it. */
+  // A stream and the resource category and name by which content refers to it.
   struct Resource {
     std::string category;
     std::string name;

@@ -23,7 +23,7 @@ void PdfPages::endPage(const std::optional<Box>& box, Converter& converter) {
   content_.reset();
 }
 
-/** Asks for the converter's list only when there is something new in it: it is made anew each time. */
+// Asks for the converter's list only when there is something new in it: it is made anew each time.
 void PdfPages::keepObjects(Converter& converter) {
   const ObjectUses& uses = content_->objects();
   const auto isNew = [this](const auto& use) { return !store_.has(use.first); };

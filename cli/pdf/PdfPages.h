@@ -12,7 +12,7 @@
 
 namespace quillpress::cli {
 
-/** Gathers the pages of a PDF file, with the images and patterns that they name. */
+// Gathers the pages of a PDF file, with the images and patterns that they name.
 class PdfPages final : public PageOutput {
  public:
   explicit PdfPages(Spool& spool) : worker_(spool), store_(worker_, deflater_) {}
@@ -22,7 +22,7 @@ class PdfPages final : public PageOutput {
   void endPage(const std::optional<Box>& box, Converter& converter) override;
   void dropPage() override;
 
-  /** No more pages come; the spool is the caller's again. */
+  // No more pages come; the spool is the caller's again.
   void finish() { document_.pieces = worker_.finish(); }
 
   Document& document() { return document_; }
@@ -34,7 +34,7 @@ class PdfPages final : public PageOutput {
   // Page text gets hardly smaller with more effort, and compressing it is most of the work. Less would make
   // the file of a job with decimals in its coordinates larger than other converters' files. Outlives the
   // worker, which uses it.
-  Deflater deflater_{Deflater::Effort::Quick};
+  Deflater deflater_{Deflater::Effort::kQuick};
   SpoolWorker worker_;
   ObjectStore store_;
   Document document_;

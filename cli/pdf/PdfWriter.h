@@ -8,7 +8,7 @@
 
 namespace quillpress::cli {
 
-/** Writes the PDF file of `document` to `file`. Throws OutputError when that cannot be done. */
+// Writes the PDF file of `document` to `file`. Throws OutputError when that cannot be done.
 void writePdf(const Document& document, const ObjectStore& objects, const Spool& spool, std::FILE* file);
 
 }  // namespace quillpress::cli

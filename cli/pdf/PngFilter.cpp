@@ -9,7 +9,7 @@ namespace {
 
 using Byte = unsigned char;
 
-/** The neighbour nearest to left + above - corner. */
+// The neighbour nearest to left + above - corner.
 Byte paeth(int left, int above, int corner) {
   const int toLeft = std::abs(above - corner);
   const int toAbove = std::abs(left - corner);
@@ -18,32 +18,32 @@ Byte paeth(int left, int above, int corner) {
   return static_cast<Byte>(toAbove <= toCorner ? above : corner);
 }
 
-/** The bytes around one byte of a row: those of the pixel before it, the row above, and both. */
+// The bytes around one byte of a row: those of the pixel before it, the row above, and both.
 struct Neighbours {
   Byte left;
   Byte above;
   Byte corner;
 };
 
-template <typename Foretell>
-void filterRow(const Byte* row, const Byte* above, const RowLayout& layout, Foretell foretell, Byte* target) {
+template <typename Predict>
+void filterRow(const Byte* row, const Byte* above, const RowLayout& layout, Predict predict, Byte* target) {
   for (std::size_t i = 0; i < layout.pixel; ++i) {
-    target[i] = static_cast<Byte>(row[i] - foretell(Neighbours{0, above[i], 0}));
+    target[i] = static_cast<Byte>(row[i] - predict(Neighbours{0, above[i], 0}));
   }
   for (std::size_t i = layout.pixel; i < layout.row; ++i) {
     const Neighbours around{row[i - layout.pixel], above[i], above[i - layout.pixel]};
-    target[i] = static_cast<Byte>(row[i] - foretell(around));
+    target[i] = static_cast<Byte>(row[i] - predict(around));
   }
 }
 
-template <typename Foretell>
+template <typename Predict>
 void filterAll(std::string_view image, const RowLayout& layout, std::size_t first, std::size_t rows,
-               PngFilter filter, Foretell foretell, Byte* target) {
+               PngFilter filter, Predict predict, Byte* target) {
   const std::vector<Byte> nothing(layout.row);
   for (std::size_t number = first; number < first + rows; ++number) {
     const auto* const row = reinterpret_cast<const Byte*>(image.data()) + number * layout.row;
     *target++ = static_cast<Byte>(filter);
-    filterRow(row, number == 0 ? nothing.data() : row - layout.row, layout, foretell, target);
+    filterRow(row, number == 0 ? nothing.data() : row - layout.row, layout, predict, target);
     target += layout.row;
   }
 }
@@ -52,20 +52,20 @@ void filterAll(std::string_view image, const RowLayout& layout, std::size_t firs
 
 void filterRows(std::string_view image, const RowLayout& layout, PngFilter filter, std::size_t first,
                 std::size_t rows, char* target) {
-  const auto run = [&](auto foretell) {
-    filterAll(image, layout, first, rows, filter, foretell, reinterpret_cast<Byte*>(target));
+  const auto run = [&](auto predict) {
+    filterAll(image, layout, first, rows, filter, predict, reinterpret_cast<Byte*>(target));
   };
   switch (filter) {
-    case PngFilter::None:
+    case PngFilter::kNone:
       return run([](const Neighbours&) { return Byte{0}; });
-    case PngFilter::Sub:
+    case PngFilter::kSub:
       return run([](const Neighbours& around) { return around.left; });
-    case PngFilter::Up:
+    case PngFilter::kUp:
       return run([](const Neighbours& around) { return around.above; });
-    case PngFilter::Average:
+    case PngFilter::kAverage:
       return run(
           [](const Neighbours& around) { return static_cast<Byte>((around.left + around.above) / 2); });
-    case PngFilter::Paeth:
+    case PngFilter::kPaeth:
       return run([](const Neighbours& around) { return paeth(around.left, around.above, around.corner); });
   }
 }

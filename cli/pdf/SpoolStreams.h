@@ -8,16 +8,14 @@
 
 namespace quillpress::cli {
 
-/**
- * Gives PDF streams their data from the spool when they are written, so that none of it waits in memory.
- * One object serves all streams of a file.
- */
+// Gives PDF streams their data from the spool when they are written, so that none of it waits in memory.
+// One object serves all streams of a file.
 class SpoolStreams final : public QPDFObjectHandle::StreamDataProvider,
                            public std::enable_shared_from_this<SpoolStreams> {
  public:
   explicit SpoolStreams(const Spool& spool) : StreamDataProvider(false), spool_(spool) {}
 
-  /** `stream` gets the bytes of `piece`, which are what its dictionary says. */
+  // `stream` gets the bytes of `piece`, which are what its dictionary says.
   void provide(QPDFObjectHandle stream, const Spool::Piece& piece);
 
   void provideStreamData(QPDFObjGen const& stream, Pipeline* pipeline) override;

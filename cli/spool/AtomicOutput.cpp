@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <utility>
 
 #include "cli/base/Errors.h"
 #include "cli/base/Messages.h"
@@ -33,7 +34,20 @@ std::string temporaryFolder() {
   return folder == nullptr || *folder == '\0' ? "/tmp" : folder;
 }
 
-/** Follows symbolic links, so that the file behind one is replaced and not the link. */
+[[noreturn]] void fail(const std::string& what) {
+  throw OutputError(what + ": " + systemReason());
+}
+
+bool isClosed(std::FILE* file) {
+  return std::fclose(file) == 0;
+}
+
+// Whether the file is on the disk, as far as its file system can promise that at all.
+bool isSynced(const Descriptor& file) {
+  return fsync(file.get()) == 0 || errno == EINVAL || errno == EROFS || errno == ENOTSUP;
+}
+
+// Follows symbolic links, so that the file behind one is replaced and not the link.
 std::string resolved(const std::string& path) {
   std::error_code error;
   const auto target = std::filesystem::canonical(path, error);
@@ -64,49 +78,52 @@ void AtomicOutput::examine(const std::string& path) {
 }
 
 AtomicOutput::~AtomicOutput() {
-  discard();
+  if (file_ != nullptr && file_ != stdout) std::fclose(file_);
 }
 
 std::FILE* AtomicOutput::file() {
   if (file_ != nullptr) return file_;
   if (isPlainFile_) {
-    openBeside();
+    Descriptor descriptor = openBeside();
+    file_ = descriptor ? fdopen(descriptor.get(), "w") : nullptr;
+    if (file_ != nullptr) static_cast<void>(descriptor.release());
   } else {
     file_ = std::fopen(target_.c_str(), "we");
   }
-  if (file_ == nullptr) throw OutputError("cannot be written: " + systemReason());
+  if (file_ == nullptr) fail("cannot be written");
   return file_;
 }
 
-void AtomicOutput::openBeside() {
-  std::string name = folder_ + "/.quillpress-XXXXXX";
-  const int descriptor = mkostemp(name.data(), O_CLOEXEC);
-  if (descriptor < 0) return;
-  temporary_ = name;
-  file_ = fdopen(descriptor, "w");
-  if (file_ == nullptr) close(descriptor);
+Descriptor AtomicOutput::openBeside() {
+  if (canLinkNameless()) {
+    Descriptor nameless = openNameless(folder_);
+    isNameless_ = static_cast<bool>(nameless);
+    if (nameless) return nameless;
+  }
+  return name_.create(folder_);
 }
 
 void AtomicOutput::commit() {
   std::FILE* const written = file();
   const bool isFlushed = std::fflush(written) == 0 && std::ferror(written) == 0;
-  if (!isFlushed) throw OutputError("cannot be written: " + systemReason());
+  if (!isFlushed) fail("cannot be written");
   if (file_ == stdout) return;
-  // Some file systems keep no permissions; the file is whole all the same.
-  if (isPlainFile_) static_cast<void>(fchmod(fileno(file_), permissions_) == 0);
-  const bool isClosed = std::fclose(file_) == 0;
-  file_ = nullptr;
-  if (!isClosed) throw OutputError("cannot be written: " + systemReason());
-  if (!isPlainFile_) return;
-  if (std::rename(temporary_.c_str(), target_.c_str()) != 0) {
-    throw OutputError("cannot be put in place: " + systemReason());
+  if (isPlainFile_) {
+    putInPlace();
+  } else if (!isClosed(std::exchange(file_, nullptr))) {
+    fail("cannot be written");
   }
-  temporary_.clear();
 }
 
-void AtomicOutput::discard() {
-  if (file_ != nullptr && file_ != stdout) std::fclose(file_);
-  if (!temporary_.empty()) unlink(temporary_.c_str());
+// The order matters: the bytes are on the disk before the name is, so that no crash leaves a name with
+// nothing behind it; and a nameless file gets its name while it is still open.
+void AtomicOutput::putInPlace() {
+  const Descriptor kept(dup(fileno(file_)));
+  // Some file systems keep no permissions; the file is whole all the same.
+  if (kept) static_cast<void>(fchmod(kept.get(), permissions_) == 0);
+  if (!kept || !isClosed(std::exchange(file_, nullptr)) || !isSynced(kept)) fail("cannot be written");
+  if (isNameless_ && !name_.link(kept, folder_)) fail("cannot be put in place");
+  if (!name_.moveTo(target_)) fail("cannot be put in place");
 }
 
 }  // namespace quillpress::cli

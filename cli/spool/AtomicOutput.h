@@ -3,37 +3,40 @@
 #include <cstdio>
 #include <string>
 
+#include "cli/spool/Descriptor.h"
+#include "cli/spool/TemporaryName.h"
+
 namespace quillpress::cli {
 
-/**
- * The output, whole or not at all: a file is written beside its final place and takes that place only when
- * it is complete. Standard output and devices are written as they are.
- */
+// The output, whole or not at all: a file is written beside its final place, without a name where the file
+// system can do that, and takes that place only when it is complete and on the disk. Standard output and
+// devices are written as they are.
 class AtomicOutput {
  public:
-  /** `path` may be "-". Throws OutputError at once when nothing could be written there. */
+  // `path` may be "-". Throws OutputError at once when nothing could be written there.
   explicit AtomicOutput(const std::string& path);
   ~AtomicOutput();
   AtomicOutput(const AtomicOutput&) = delete;
   AtomicOutput& operator=(const AtomicOutput&) = delete;
 
-  /** A folder for temporary files, on the same file system as the output if that is a file. */
+  // A folder for temporary files, on the same file system as the output if that is a file.
   [[nodiscard]] const std::string& folder() const { return folder_; }
 
-  /** Opens the output on the first call. */
+  // Opens the output on the first call.
   std::FILE* file();
 
-  /** Puts the output in its place. Throws OutputError when any of it could not be written. */
+  // Puts the output in its place. Throws OutputError when any of it could not be written.
   void commit();
 
  private:
   void examine(const std::string& path);
-  void openBeside();
-  void discard();
+  Descriptor openBeside();
+  void putInPlace();
 
   std::string target_;  // empty for standard output
   std::string folder_;
-  std::string temporary_;  // the file beside the target while there is one
+  TemporaryName name_;  // of the file beside the target
+  bool isNameless_ = false;
   bool isPlainFile_ = true;
   unsigned permissions_;
   std::FILE* file_ = nullptr;

@@ -7,7 +7,7 @@
 
 namespace quillpress::cli {
 
-/** The task of compressing `text` into the spool. `deflater` lives as long as the worker. */
+// The task of compressing `text` into the spool. `deflater` lives as long as the worker.
 inline SpoolWorker::Task deflateTask(const Deflater& deflater, std::string text) {
   return [&deflater, text = std::move(text)](Spool& spool) {
     Spool::Piece piece;

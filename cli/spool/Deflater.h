@@ -8,15 +8,15 @@ struct libdeflate_compressor;
 
 namespace quillpress::cli {
 
-/** Compresses whole blocks of bytes for PDF's FlateDecode. */
+// Compresses whole blocks of bytes for PDF's FlateDecode.
 class Deflater {
  public:
-  /** How long to look for repetitions. */
-  enum class Effort { None = 0, Quick = 5, Usual = 6, Thorough = 7 };
+  // How long to look for repetitions.
+  enum class Effort { kNone = 0, kQuick = 5, kUsual = 6, kThorough = 7 };
 
-  explicit Deflater(Effort effort = Effort::Usual);
+  explicit Deflater(Effort effort = Effort::kUsual);
 
-  /** Calls `take(std::string_view)` with the compressed form of `bytes`, which is gone afterwards. */
+  // Calls `take(std::string_view)` with the compressed form of `bytes`, which is gone afterwards.
   template <typename Take>
   void deflate(std::string_view bytes, Take take) const {
     // Of the room for the worst case only what gets written takes up memory.
@@ -24,7 +24,7 @@ class Deflater {
     take(std::string_view(room.get(), deflateInto(room.get(), bytes)));
   }
 
-  /** The length of the compressed form of `bytes`. */
+  // The length of the compressed form of `bytes`.
   [[nodiscard]] std::size_t deflatedSize(std::string_view bytes) const;
 
  private:

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "cli/spool/BlockedSignals.h"
+
 namespace quillpress::cli {
 
 namespace {
@@ -10,7 +12,11 @@ constexpr std::size_t kMostWaiting = 2;
 
 }  // namespace
 
-SpoolWorker::SpoolWorker(Spool& spool) : spool_(spool), thread_([this] { work(); }) {}
+SpoolWorker::SpoolWorker(Spool& spool) : spool_(spool) {
+  // A thread inherits what is held back: signals are for the main thread, see TemporaryName.
+  const BlockedSignals quiet;
+  thread_ = std::thread([this] { work(); });
+}
 
 SpoolWorker::~SpoolWorker() {
   {
@@ -44,7 +50,7 @@ void SpoolWorker::stop() {
   if (thread_.joinable()) thread_.join();
 }
 
-/** What the thread does: one task after the other until there are no more, or one fails. */
+// What the thread does: one task after the other until there are no more, or one fails.
 void SpoolWorker::work() {
   std::unique_lock lock(mutex_);
   while (true) {

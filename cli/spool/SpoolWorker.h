@@ -13,29 +13,27 @@
 
 namespace quillpress::cli {
 
-/**
- * Compresses data into the spool on a thread of its own while the converter runs on: both take about as long.
- * Tasks run one by one in the order in which they are handed over, and only a few wait at a time, so memory
- * stays low. While the worker lives, the spool is its own.
- */
+// Compresses data into the spool on a thread of its own while the converter runs on: both take about as long.
+// Tasks run one by one in the order in which they are handed over, and only a few wait at a time, so memory
+// stays low. While the worker lives, the spool is its own.
 class SpoolWorker {
  public:
-  /** Puts one piece into the spool. Runs on the worker's thread. */
+  // Puts one piece into the spool. Runs on the worker's thread.
   using Task = std::function<Spool::Piece(Spool&)>;
 
-  /** Stands for the piece of a task handed over, counted from 0. */
+  // Stands for the piece of a task handed over, counted from 0.
   using Ticket = std::size_t;
 
   explicit SpoolWorker(Spool& spool);
-  /** Drops the tasks that still wait. */
+  // Drops the tasks that still wait.
   ~SpoolWorker();
   SpoolWorker(const SpoolWorker&) = delete;
   SpoolWorker& operator=(const SpoolWorker&) = delete;
 
-  /** Hands over a task. Throws what an earlier one has thrown. */
+  // Hands over a task. Throws what an earlier one has thrown.
   Ticket submit(Task task);
 
-  /** Waits for all tasks and returns their pieces, by ticket. Throws what one has thrown. Called once. */
+  // Waits for all tasks and returns their pieces, by ticket. Throws what one has thrown. Called once.
   std::vector<Spool::Piece> finish();
 
  private:

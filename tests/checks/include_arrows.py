@@ -76,6 +76,8 @@ EXCEPTIONS = {
         "postscript/lib/operators/LanguageOperators.h", "postscript/lib/operators/ImplementedGenOps.h"],
     # Every reset of a job clears the list of PDF objects: all that the driver and the converter share.
     "umpd/job": ["postscript/lib/pdf/PdfObjectList.h"],
+    # The owner of descriptors lives beside the spool, and the job's file holds one.
+    "cli/job": ["cli/spool/Descriptor.h"],
     # What both sides of the launcher's channel must agree on.
     "tools/launcher": ["umpd/launcher/LauncherStruct.h", "umpd/launcher/ChannelNames.h"],
 }

@@ -66,7 +66,7 @@ class EnvelopeTest(support.CommandLineTest):
 
     def test_start_of_a_universal_exit_at_the_end_is_text(self):
         result = self.run_program("-", "--content", stdin=b"%!\n1 setlinewidth\n\x1b%-12")
-        self.assertIn("NOTHING TO EXECUTE for \x1b", result.err)
+        self.assertIn("NOTHING TO EXECUTE for \\x1B\n", result.err)
 
     def test_second_job_is_announced_and_left_out(self):
         self.write("job.ps", PJL + JOB + EXIT + PJL + JOB + EXIT)

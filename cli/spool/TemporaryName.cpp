@@ -1,0 +1,120 @@
+#include "cli/spool/TemporaryName.h"
+
+#include <fcntl.h>
+#include <limits.h>
+#include <stdlib.h>
+#include <sys/stat.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+
+#include "cli/spool/BlockedSignals.h"
+
+namespace quillpress::cli {
+
+namespace {
+
+constexpr const char* kPattern = "/.quillpress-XXXXXX";
+// Names are random, so a second try is already rare.
+constexpr int kMostNames = 100;
+
+// What the handler sees. It is changed only while the signals are held back, and holds no std::string, as a
+// handler must not meet one that is being moved.
+std::array<char, PATH_MAX> guardedPath;
+volatile std::sig_atomic_t isGuarded = 0;
+
+void removeGuardedName(int number) {
+  if (isGuarded != 0) unlink(guardedPath.data());
+  // The handler was installed for one signal; the same one now does what it would have done without us.
+  raise(number);
+}
+
+// A signal that the caller has chosen to ignore, as nohup does, stays ignored.
+void installHandler(int number) {
+  struct sigaction present {};
+  if (sigaction(number, nullptr, &present) != 0 || present.sa_handler != SIG_DFL) return;
+  struct sigaction removing {};
+  removing.sa_handler = removeGuardedName;
+  removing.sa_flags = static_cast<int>(SA_RESETHAND);
+  sigaction(number, &removing, nullptr);
+}
+
+// How the system names the open file behind `descriptor`; the only way to it without special rights.
+std::string pathOf(int descriptor) {
+  return "/proc/self/fd/" + std::to_string(descriptor);
+}
+
+// A name that no file in the folder has. The file that finds it is removed again: a link cannot replace one.
+std::string freshName(const std::string& folder) {
+  std::string name = folder + kPattern;
+  const Descriptor file(mkostemp(name.data(), O_CLOEXEC));
+  if (!file) return {};
+  unlink(name.c_str());
+  return name;
+}
+
+}  // namespace
+
+TemporaryName::~TemporaryName() {
+  if (path_.empty()) return;
+  const BlockedSignals quiet;
+  unlink(path_.c_str());
+  forget();
+}
+
+Descriptor TemporaryName::create(const std::string& folder) {
+  const BlockedSignals quiet;
+  std::string name = folder + kPattern;
+  Descriptor file(mkostemp(name.data(), O_CLOEXEC));
+  if (file) guard(name);
+  return file;
+}
+
+bool TemporaryName::link(const Descriptor& file, const std::string& folder) {
+  const BlockedSignals quiet;
+  for (int i = 0; i < kMostNames; ++i) {
+    const std::string name = freshName(folder);
+    if (name.empty()) return false;
+    const int result =
+        linkat(AT_FDCWD, pathOf(file.get()).c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW);
+    if (result == 0) {
+      guard(name);
+      return true;
+    }
+    if (errno != EEXIST) return false;
+  }
+  return false;
+}
+
+bool TemporaryName::moveTo(const std::string& target) {
+  const BlockedSignals quiet;
+  if (std::rename(path_.c_str(), target.c_str()) != 0) return false;
+  forget();
+  return true;
+}
+
+void TemporaryName::guard(const std::string& path) {
+  path_ = path;
+  if (path.size() >= guardedPath.size()) return;
+  std::memcpy(guardedPath.data(), path.c_str(), path.size() + 1);
+  isGuarded = 1;
+  for (const int number : kEndingSignals) installHandler(number);
+}
+
+void TemporaryName::forget() {
+  isGuarded = 0;
+  path_.clear();
+}
+
+Descriptor openNameless(const std::string& folder) {
+  return Descriptor(open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, S_IRUSR | S_IWUSR));
+}
+
+bool canLinkNameless() {
+  return access("/proc/self/fd", X_OK) == 0;
+}
+
+}  // namespace quillpress::cli

@@ -4,7 +4,7 @@
 #include <limits>
 #include <string>
 
-#include "postscript/lib/operators/Comparer.h"
+#include "postscript/lib/operators/ComparisonOperators.h"
 #include "tests/unit/RunInterpreter.h"
 
 namespace quillpress {

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "postscript/lib/pdf/ImageOperators.h"
 #include "postscript/lib/pdf/ImagePlacement.h"
-#include "postscript/lib/pdf/Imager.h"
 #include "tests/unit/ConverterFixture.h"
 
 namespace quillpress {

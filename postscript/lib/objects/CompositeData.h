@@ -11,7 +11,7 @@ class CompositeData {
   explicit CompositeData(TypeCode code) : typeCode(code) {}
   CompositeData(const CompositeData&) = delete;
   CompositeData& operator=(const CompositeData&) = delete;
-  virtual ~CompositeData();
+  virtual ~CompositeData() = default;
 
   const TypeCode typeCode;
 };

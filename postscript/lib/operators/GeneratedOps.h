@@ -49,7 +49,7 @@ class GeneratedOps {
   GeneratedOps() = default;
   GeneratedOps(const GeneratedOps&) = delete;
   GeneratedOps& operator=(const GeneratedOps&) = delete;
-  virtual ~GeneratedOps();
+  virtual ~GeneratedOps() = default;
 
 #define GENERATED_OP(identifier, className, operatorName, parameters) \
   virtual void identifier parameters {}

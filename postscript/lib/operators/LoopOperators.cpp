@@ -2,7 +2,7 @@
 
 #include "postscript/lib/base/Ex.h"
 #include "postscript/lib/objects/NumberUtils.h"
-#include "postscript/lib/operators/Comparer.h"
+#include "postscript/lib/operators/ComparisonOperators.h"
 
 namespace quillpress {
 

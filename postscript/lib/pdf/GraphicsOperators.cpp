@@ -2,7 +2,6 @@
 
 #include "postscript/lib/operators/OperatorTable.h"
 #include "postscript/lib/pdf/ArcOperators.h"
-#include "postscript/lib/pdf/ClippingOperators.h"
 #include "postscript/lib/pdf/ColourOperators.h"
 #include "postscript/lib/pdf/DeviceOperators.h"
 #include "postscript/lib/pdf/FontOperators.h"

@@ -13,4 +13,19 @@ DECLARE_GRAPHICS_OPERATOR(FillOperator, "fill");
 // -  eofill  -
 DECLARE_GRAPHICS_OPERATOR(EofillOperator, "eofill");
 
+// -  clip  -
+DECLARE_GRAPHICS_OPERATOR(ClipOperator, "clip");
+
+// -  eoclip  -
+DECLARE_GRAPHICS_OPERATOR(EoclipOperator, "eoclip");
+
+// x y width height  rectclip  -      Neither width nor height may be negative.
+DECLARE_GRAPHICS_OPERATOR(RectclipOperator, "rectclip");
+
+// -  initclip  -      Writes nothing: PDF cannot widen a clip.
+DECLARE_GRAPHICS_OPERATOR(InitclipOperator, "initclip");
+
+// -  clippath  -      Writes nothing.
+DECLARE_GRAPHICS_OPERATOR(ClippathOperator, "clippath");
+
 }  // namespace quillpress

@@ -1,7 +1,0 @@
-#include "postscript/lib/objects/CompositeData.h"
-
-namespace quillpress {
-
-CompositeData::~CompositeData() = default;
-
-}  // namespace quillpress

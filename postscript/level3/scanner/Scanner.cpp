@@ -1,0 +1,388 @@
+#include "postscript/level3/scanner/Scanner.h"
+
+#include "postscript/level3/scanner/Base85.h"
+#include "postscript/level3/scanner/BinaryTokens.h"
+#include "postscript/level3/scanner/CharacterTable.h"
+#include "postscript/level3/scanner/Number.h"
+
+namespace quillpress::level3 {
+
+namespace {
+
+// Numbers are written high byte first in text that is sent by other machines, so binary tokens are on from
+// the start.
+constexpr int kFirstObjectFormat = 2;
+
+// Takes an unfinished procedure's parts away again when an error ends it.
+template <typename T>
+class Shrink {
+ public:
+  explicit Shrink(std::vector<T>& list) : list_(list), size_(list.size()) {}
+  ~Shrink() { list_.resize(size_); }
+  Shrink(const Shrink&) = delete;
+  Shrink& operator=(const Shrink&) = delete;
+
+ private:
+  std::vector<T>& list_;
+  std::size_t size_;
+};
+
+[[noreturn]] void syntaxError() {
+  raise(ErrorName::kSyntaxError);
+}
+
+}  // namespace
+
+Scanner::Scanner(VirtualMemory& memory)
+    : memory_(memory),
+      objectFormat_(kFirstObjectFormat),
+      openBracket_(memory.name("[")),
+      closeBracket_(memory.name("]")),
+      openDictionary_(memory.name("<<")),
+      closeDictionary_(memory.name(">>")) {
+  memory_.addRoots(this);
+}
+
+Scanner::~Scanner() {
+  memory_.removeRoots(this);
+}
+
+void Scanner::trace(Tracer& tracer) const {
+  tracer.visit(parts_);
+  for (Name* name : userNames_) {
+    if (name != nullptr) name->isMarked = true;
+  }
+}
+
+void Scanner::setSystemName(std::size_t index, Name* name) {
+  if (index >= systemNames_.size()) systemNames_.resize(index + 1, nullptr);
+  systemNames_[index] = name;
+}
+
+void Scanner::setUserName(std::size_t index, Name* name) {
+  if (index >= userNames_.size()) userNames_.resize(index + 1, nullptr);
+  userNames_[index] = name;
+}
+
+bool Scanner::scan(ByteSource& source, Object& token, bool reportsComments) {
+  reportsComments_ = reportsComments && commentListener_ != nullptr;
+  isSequence_ = false;
+  ScanInput input(source);
+  switch (next(input, token)) {
+    case Kind::kObject:
+      return true;
+    case Kind::kEnd:
+      if (source.hasFailed()) raise(ErrorName::kIoError);
+      return false;
+    case Kind::kCloseBrace:
+      syntaxError();
+    case Kind::kOpenBrace:
+      break;
+  }
+  const Shrink<Object> parts(parts_);
+  const Shrink<std::size_t> starts(starts_);
+  scanProcedure(input, token);
+  isSequence_ = false;
+  return true;
+}
+
+// A procedure whose opening brace has been read.
+void Scanner::scanProcedure(ScanInput& input, Object& token) {
+  const std::size_t outermost = starts_.size();
+  starts_.push_back(parts_.size());
+  while (starts_.size() > outermost) {
+    Object part;
+    switch (next(input, part)) {
+      case Kind::kObject:
+        parts_.push_back(part);
+        break;
+      case Kind::kOpenBrace:
+        starts_.push_back(parts_.size());
+        break;
+      case Kind::kCloseBrace: {
+        const std::size_t start = starts_.back();
+        part = closeProcedure(start);
+        parts_.resize(start);
+        parts_.push_back(part);
+        starts_.pop_back();
+        break;
+      }
+      case Kind::kEnd:
+        syntaxError();
+    }
+  }
+  token = parts_.back();
+}
+
+Object Scanner::closeProcedure(std::size_t start) {
+  const std::span<const Object> elements = std::span(parts_).subspan(start);
+  return (isPacking_ ? memory_.newPackedArray(elements) : memory_.newArray(elements)).asExecutable();
+}
+
+Scanner::Kind Scanner::next(ScanInput& input, Object& token) {
+  for (;;) {
+    const int byte = input.peek();
+    switch (byte) {
+      case ScanInput::kEnd:
+        return Kind::kEnd;
+      case '\0':
+      case '\t':
+      case '\n':
+      case '\f':
+      case '\r':
+      case ' ':
+        input.skip();
+        continue;
+      case '%':
+        skipComment(input);
+        continue;
+      case '{':
+        input.skip();
+        return Kind::kOpenBrace;
+      case '}':
+        input.skip();
+        return Kind::kCloseBrace;
+      case '/':
+        input.skip();
+        token = readName(input);
+        return Kind::kObject;
+      case '(':
+        input.skip();
+        token = readString(input);
+        return Kind::kObject;
+      case '<':
+        input.skip();
+        token = readAngle(input);
+        return Kind::kObject;
+      case '>':
+        input.skip();
+        if (input.peek() != '>') syntaxError();
+        input.skip();
+        token = Object::executableName(closeDictionary_);
+        return Kind::kObject;
+      case '[':
+        input.skip();
+        token = Object::executableName(openBracket_);
+        return Kind::kObject;
+      case ']':
+        input.skip();
+        token = Object::executableName(closeBracket_);
+        return Kind::kObject;
+      case ')':
+        input.skip();
+        syntaxError();
+      default:
+        if (byte >= 128 && byte < 160 && objectFormat_ != 0) {
+          token = BinaryTokens(*this, input).read();
+        } else {
+          token = readRegular(input);
+        }
+        return Kind::kObject;
+    }
+  }
+}
+
+void Scanner::skipComment(ScanInput& input) {
+  input.skip();
+  const int second = input.peek();
+  if (reportsComments_ && (second == '%' || second == '!')) return reportComment(input);
+  for (int byte = second; byte != ScanInput::kEnd && byte != '\n' && byte != '\r' && byte != '\f';
+       byte = input.peek()) {
+    input.skip();
+  }
+}
+
+void Scanner::reportComment(ScanInput& input) {
+  constexpr std::size_t kLongest = 4096;
+  std::string comment = "%";
+  for (int byte = input.peek(); byte != ScanInput::kEnd && byte != '\n' && byte != '\r';
+       byte = input.peek()) {
+    if (comment.size() < kLongest) comment.push_back(static_cast<char>(byte));
+    input.skip();
+  }
+  commentListener_(comment);
+}
+
+Object Scanner::readRegular(ScanInput& input) {
+  // Most tokens are short names and small integers that lie whole in the block.
+  const Byte* const start = input.cursor();
+  const Byte* place = start;
+  const Byte* const limit = input.limit();
+  std::int64_t value = 0;
+  while (place != limit && static_cast<Byte>(*place - '0') < 10 && place - start < 18) {
+    value = value * 10 + (*place - '0');
+    ++place;
+  }
+  if (place != start && place != limit && !isRegular(*place)) {
+    input.advanceTo(place);
+    skipSpaceBehind(input);
+    return Object::integer(value);
+  }
+  const Object token = regularToken(readCharacters(input));
+  skipSpaceBehind(input);
+  return token;
+}
+
+Object Scanner::regularToken(std::string_view text) {
+  // Numbers begin with a digit, a sign or a point: everything below '0', and the digits.
+  if (static_cast<unsigned char>(text.front()) <= '9') {
+    if (const auto number = parseNumber(text)) return *number;
+  }
+  return Object::executableName(memory_.internName(text));
+}
+
+std::string_view Scanner::readCharacters(ScanInput& input) {
+  const Byte* const start = input.cursor();
+  const Byte* place = start;
+  const Byte* const limit = input.limit();
+  while (place != limit && isRegular(*place)) ++place;
+  input.advanceTo(place);
+  const std::string_view text(reinterpret_cast<const char*>(start), static_cast<std::size_t>(place - start));
+  if (place != limit) return text;
+  text_.assign(text);
+  for (int byte = input.peek(); byte != ScanInput::kEnd && isRegular(static_cast<Byte>(byte));
+       byte = input.peek()) {
+    append(byte);
+    input.skip();
+  }
+  return text_;
+}
+
+void Scanner::skipSpaceBehind(ScanInput& input) {
+  const int byte = input.peek();
+  if (byte == ScanInput::kEnd || !isSpace(static_cast<Byte>(byte))) return;
+  input.skip();
+  if (byte == '\r' && input.peek() == '\n') input.skip();
+}
+
+// Behind a slash; a second one asks for the value that the name has now.
+Object Scanner::readName(ScanInput& input) {
+  const bool isImmediate = input.peek() == '/';
+  if (isImmediate) input.skip();
+  Name* const name = memory_.internName(readCharacters(input));
+  skipSpaceBehind(input);
+  if (!isImmediate) return Object::literalName(name);
+  const Object* const value = memory_.dictionaryStack().find(name);
+  if (value == nullptr) raise(ErrorName::kUndefined);
+  return *value;
+}
+
+Object Scanner::readString(ScanInput& input) {
+  text_.clear();
+  int depth = 1;
+  for (;;) {
+    const int byte = input.get();
+    switch (byte) {
+      case ScanInput::kEnd:
+        syntaxError();
+      case '(':
+        ++depth;
+        append(byte);
+        break;
+      case ')':
+        if (--depth == 0) return memory_.newString(std::string_view(text_));
+        append(byte);
+        break;
+      case '\\':
+        readEscape(input);
+        break;
+      case '\r':
+        // Every line end within a string is a line feed.
+        if (input.peek() == '\n') input.skip();
+        append('\n');
+        break;
+      default:
+        append(byte);
+    }
+  }
+}
+
+// Behind a backslash. An escape that says nothing stands for its character.
+void Scanner::readEscape(ScanInput& input) {
+  const int byte = input.get();
+  switch (byte) {
+    case ScanInput::kEnd:
+      syntaxError();
+    case 'n':
+      return append('\n');
+    case 'r':
+      return append('\r');
+    case 't':
+      return append('\t');
+    case 'b':
+      return append('\b');
+    case 'f':
+      return append('\f');
+    case '\n':
+      return;
+    case '\r':
+      if (input.peek() == '\n') input.skip();
+      return;
+    default:
+      break;
+  }
+  if (byte < '0' || byte > '7') return append(byte);
+  int code = byte - '0';
+  for (int digits = 1; digits < 3; ++digits) {
+    const int digit = input.peek();
+    if (digit < '0' || digit > '7') break;
+    code = code * 8 + (digit - '0');
+    input.skip();
+  }
+  append(code & 0xff);
+}
+
+// Behind "<".
+Object Scanner::readAngle(ScanInput& input) {
+  const int byte = input.peek();
+  if (byte == '<') {
+    input.skip();
+    return Object::executableName(openDictionary_);
+  }
+  if (byte != '~') return readHexString(input);
+  input.skip();
+  return readBase85String(input);
+}
+
+Object Scanner::readHexString(ScanInput& input) {
+  text_.clear();
+  int high = -1;
+  for (;;) {
+    const int byte = input.get();
+    if (byte == ScanInput::kEnd) syntaxError();
+    if (byte == '>') break;
+    if (isSpace(static_cast<Byte>(byte))) continue;
+    const std::uint8_t digit = kDigitValues[static_cast<std::size_t>(byte)];
+    if (digit >= 16) syntaxError();
+    if (high < 0) {
+      high = digit;
+    } else {
+      append(high * 16 + digit);
+      high = -1;
+    }
+  }
+  // A missing last digit is a 0.
+  if (high >= 0) append(high * 16);
+  return memory_.newString(std::string_view(text_));
+}
+
+Object Scanner::readBase85String(ScanInput& input) {
+  Base85 decoder;
+  text_.clear();
+  for (;;) {
+    const int byte = input.get();
+    if (byte == ScanInput::kEnd) syntaxError();
+    if (byte == '~') break;
+    if (isSpace(static_cast<Byte>(byte))) continue;
+    if (!decoder.take(static_cast<Byte>(byte), text_)) syntaxError();
+  }
+  if (input.get() != '>' || !decoder.finish(text_)) syntaxError();
+  return memory_.newString(std::string_view(text_));
+}
+
+void Scanner::append(int byte) {
+  if (text_.size() >= Object::kMaxLength) raise(ErrorName::kLimitCheck);
+  text_.push_back(static_cast<char>(byte));
+}
+
+}  // namespace quillpress::level3

@@ -27,7 +27,11 @@ CONVERTER = layers("postscript/lib", "base", "objects", "interpreter", "operator
 LANGUAGE = {
     f"postscript/level3/{folder}": [f"postscript/level3/{name}" for name in visible]
     for folder, visible in {
+        "objects": [],
         "streams": ["objects"],
+        "scanner": ["objects", "streams"],
+        "interpreter": ["objects", "streams", "scanner"],
+        "operators": ["objects", "streams", "scanner", "interpreter"],
         "geometry": [],
         "pdf": ["geometry"],
     }.items()
@@ -55,7 +59,9 @@ COMMAND_LINE = {
     "cli/content": ["cli/base", "cli/job", "cli/spool"],
     "cli/conversion": ["cli/base", "cli/job", "cli/spool"],
     "cli/pdf": ["cli/base", "cli/job", "cli/spool", "cli/content", "cli/conversion"],
-    "cli": ["cli/base", "cli/job", "cli/spool", "cli/content", "cli/conversion", "cli/pdf"],
+    "cli/run": ["cli/base", "postscript/level3/interpreter", "postscript/level3/operators",
+                "postscript/level3/streams"],
+    "cli": ["cli/base", "cli/job", "cli/spool", "cli/content", "cli/conversion", "cli/pdf", "cli/run"],
 }
 
 FOLDERS = {

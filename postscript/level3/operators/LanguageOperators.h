@@ -1,0 +1,23 @@
+#pragma once
+
+#include "postscript/level3/interpreter/Interpreter.h"
+
+namespace quillpress::level3 {
+
+// All operators of the language itself: those that need neither page nor font.
+void addLanguageOperators(Interpreter& interpreter);
+
+// The families, for addLanguageOperators().
+void addStackOperators(Interpreter& interpreter);
+void addArithmeticOperators(Interpreter& interpreter);
+void addRelationalOperators(Interpreter& interpreter);
+void addControlOperators(Interpreter& interpreter);
+void addLoopOperators(Interpreter& interpreter);
+void addCompositeOperators(Interpreter& interpreter);
+void addArrayOperators(Interpreter& interpreter);
+void addDictionaryOperators(Interpreter& interpreter);
+void addForallOperators(Interpreter& interpreter);
+void addOutputOperators(Interpreter& interpreter);
+void addErrorOperators(Interpreter& interpreter);
+
+}  // namespace quillpress::level3

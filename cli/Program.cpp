@@ -15,6 +15,7 @@
 #include "cli/pdf/ObjectList.h"
 #include "cli/pdf/PdfPages.h"
 #include "cli/pdf/PdfWriter.h"
+#include "cli/run/RunProgram.h"
 #include "cli/spool/AtomicOutput.h"
 
 namespace quillpress::cli {
@@ -126,7 +127,7 @@ ExitCode convert(const Options& options) {
 
 ExitCode runProgram(const Options& options) {
   try {
-    return convert(options);
+    return options.run ? interpretProgram(options) : convert(options);
   } catch (const UsageError& error) {
     say(error.what());
     return ExitCode::kUsage;

@@ -26,6 +26,7 @@ constexpr const char* kFooter =
 struct RawOptions {
   std::string media;
   std::string chunk;
+  std::size_t maxMemory = 0;
 };
 
 void define(CLI::App& app, Options& options, RawOptions& raw) {
@@ -48,6 +49,15 @@ void define(CLI::App& app, Options& options, RawOptions& raw) {
   app.add_flag("--keep-going", options.keepGoing, "After an error go on with the next page");
   app.add_flag("--content", options.content, "Write the page content text instead of a PDF");
   app.add_flag("--objects", options.objects, "List images and patterns on standard error");
+  app.add_flag("--run", options.run,
+               "Interpret JOB as LanguageLevel 3; what it prints\ngoes to standard output");
+  app.add_option("--timeout", options.timeout, "With --run: end the program after so many seconds")
+      ->type_name("SECONDS")
+      ->check(CLI::PositiveNumber);
+  app.add_option("--max-memory", raw.maxMemory,
+                 "With --run: megabytes that its values may take\n(default: 1024)")
+      ->type_name("MB")
+      ->check(CLI::Range(1, 1024 * 1024));
   app.add_flag("--messages", options.messages, "Show what the job prints on standard error");
 }
 
@@ -77,7 +87,9 @@ void finish(Options& options, const RawOptions& raw) {
     if (!size) throw CLI::ValidationError("--chunk: not a number of bytes: \"" + raw.chunk + "\"");
     options.chunkSize = *size;
   }
-  if (options.output.empty()) options.output = defaultOutput(options);
+  constexpr std::size_t kMegabyte = 1024UL * 1024;
+  if (raw.maxMemory != 0) options.maxMemory = raw.maxMemory * kMegabyte;
+  if (options.output.empty() && !options.run) options.output = defaultOutput(options);
 }
 
 }  // namespace

@@ -16,6 +16,9 @@ struct Options {
   std::optional<Box> media;
   std::size_t chunkSize = 64UL * 1024;
   bool keepGoing = false;
+  bool run = false;                      // interpret only
+  std::optional<double> timeout;         // seconds
+  std::optional<std::size_t> maxMemory;  // bytes
   bool content = false;
   bool objects = false;
   bool messages = false;

@@ -14,6 +14,7 @@ void ByteSource::setBlock(Bytes block) {
 bool ByteSource::readBlock() {
   if (!isOpen()) return false;
   const Bytes block = nextBlock();
+  if (isClosed()) return false;
   setBlock(block);
   if (!block.empty()) return true;
   if (isOpen()) finish();
@@ -42,7 +43,13 @@ bool ByteSource::giveBack(std::size_t count) {
 }
 
 bool ByteSource::seek(std::uint64_t position) {
-  if (isClosed() || !canSeek() || !moveTo(position)) return false;
+  if (isClosed() || !canSeek()) return false;
+  const std::uint64_t buffered = offset_ + static_cast<std::uint64_t>(limit_ - begin_);
+  if (position >= offset_ && position < buffered) {
+    cursor_ = begin_ + (position - offset_);
+    return true;
+  }
+  if (!moveTo(position)) return false;
   setState(StreamState::kOpen);
   begin_ = cursor_ = limit_ = nullptr;
   offset_ = position;

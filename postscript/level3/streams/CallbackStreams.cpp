@@ -5,17 +5,14 @@
 namespace quillpress::level3 {
 
 Bytes PieceSource::nextBlock() {
-  const std::optional<Bytes> piece = callback_();
+  const std::shared_ptr<Callback> callback = callback_;
+  const std::optional<Bytes> piece = (*callback)();
   if (!piece) {
     fail();
     return {};
   }
   piece_.assign(piece->begin(), piece->end());
   return piece_;
-}
-
-void PieceSource::release() {
-  callback_ = nullptr;
 }
 
 Bytes BlockSource::nextBlock() {
@@ -28,12 +25,13 @@ Bytes BlockSource::nextBlock() {
 }
 
 void PieceSink::take(Bytes bytes) {
-  if (!callback_(bytes)) fail();
+  const std::shared_ptr<Callback> callback = callback_;
+  if (!(*callback)(bytes)) fail();
 }
 
 void PieceSink::release() {
-  if (isOpen() && !callback_({})) fail();
-  callback_ = nullptr;
+  const std::shared_ptr<Callback> callback = std::move(callback_);
+  if (isOpen() && callback && !(*callback)({})) fail();
 }
 
 }  // namespace quillpress::level3

@@ -13,16 +13,15 @@ namespace quillpress::level3 {
 class PieceSource final : public ByteSource {
  public:
   // The next piece, borrowed until the next call; an empty one is the end, nothing at all an error.
-  // It may read, close or drop anything but this source.
   using Callback = std::function<std::optional<Bytes>()>;
 
-  explicit PieceSource(Callback callback) : callback_(std::move(callback)) {}
+  explicit PieceSource(Callback callback) : callback_(std::make_shared<Callback>(std::move(callback))) {}
 
  private:
   Bytes nextBlock() override;
-  void release() override;
+  void release() override { callback_.reset(); }
 
-  Callback callback_;
+  std::shared_ptr<Callback> callback_;  // shared with the call that is running, which may close this source
   std::vector<Byte> piece_;
 };
 
@@ -49,13 +48,13 @@ class PieceSink final : public ByteSink {
   // False is an error.
   using Callback = std::function<bool(Bytes piece)>;
 
-  explicit PieceSink(Callback callback) : callback_(std::move(callback)) {}
+  explicit PieceSink(Callback callback) : callback_(std::make_shared<Callback>(std::move(callback))) {}
 
  private:
   void take(Bytes bytes) override;
   void release() override;
 
-  Callback callback_;
+  std::shared_ptr<Callback> callback_;  // shared with the call that is running, which may close this sink
 };
 
 }  // namespace quillpress::level3

@@ -42,4 +42,10 @@ void BufferSink::take(Bytes bytes) {
   if (fits < bytes.size()) fail();
 }
 
+std::shared_ptr<MemorySource> reusable(ByteSource& source) {
+  MemorySink all;
+  if (!copyAll(source, all)) return nullptr;
+  return std::make_shared<MemorySource>(all.takeBytes());
+}
+
 }  // namespace quillpress::level3

@@ -59,6 +59,9 @@ class MemorySink final : public ByteSink {
   std::vector<Byte> bytes_;
 };
 
+// Reads `source` to its end; what comes back can be read again from any place. Null when the source fails.
+std::shared_ptr<MemorySource> reusable(ByteSource& source);
+
 // Takes everything, keeps nothing.
 class NullSink final : public ByteSink {
  private:

@@ -14,6 +14,7 @@ void addLanguageOperators(Interpreter& interpreter) {
   addForallOperators(interpreter);
   addOutputOperators(interpreter);
   addErrorOperators(interpreter);
+  addFilterOperators(interpreter);
 }
 
 }  // namespace quillpress::level3

@@ -19,5 +19,6 @@ void addDictionaryOperators(Interpreter& interpreter);
 void addForallOperators(Interpreter& interpreter);
 void addOutputOperators(Interpreter& interpreter);
 void addErrorOperators(Interpreter& interpreter);
+void addFilterOperators(Interpreter& interpreter);
 
 }  // namespace quillpress::level3

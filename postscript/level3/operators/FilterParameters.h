@@ -1,0 +1,39 @@
+#pragma once
+
+#include <limits>
+
+#include "postscript/level3/interpreter/Interpreter.h"
+#include "postscript/level3/streams/LzwFilter.h"
+#include "postscript/level3/streams/PredictorFilter.h"
+
+namespace quillpress::level3 {
+
+// The parameter dictionary of a filter, perhaps none. Values of the wrong type throw typecheck, values out of
+// their range rangecheck.
+class FilterParameters {
+ public:
+  static constexpr int kHighest = std::numeric_limits<int>::max();
+
+  FilterParameters(Interpreter& interpreter, const Dictionary* dictionary)
+      : interpreter_(interpreter), dictionary_(dictionary) {}
+
+  [[nodiscard]] const Object* find(std::string_view key) const;
+  // Without a default: a parameter that must be there. Throws rangecheck when it is not.
+  [[nodiscard]] int integer(std::string_view key, std::optional<int> whenMissing, int lowest,
+                            int highest = kHighest) const;
+  [[nodiscard]] double number(std::string_view key, double whenMissing) const;
+  [[nodiscard]] bool boolean(std::string_view key, bool whenMissing) const;
+
+  // `key` is CloseSource or CloseTarget.
+  [[nodiscard]] FilterClosing closing(std::string_view key) const;
+  [[nodiscard]] PredictorParameters predictor() const;
+  [[nodiscard]] LzwParameters lzw() const;
+
+  [[nodiscard]] Interpreter& interpreter() const { return interpreter_; }
+
+ private:
+  Interpreter& interpreter_;
+  const Dictionary* dictionary_;
+};
+
+}  // namespace quillpress::level3

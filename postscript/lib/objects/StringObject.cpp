@@ -7,19 +7,19 @@ namespace quillpress {
 
 const std::string& StringData::bytes() const {
   if (decodeFilters_.empty()) return contents_;
-  if (!isDecoded_) {
-    decoded_ = contents_;
-    for (const std::string& filter : decodeFilters_) decoded_ = decodeWith(filter, decoded_);
-    isDecoded_ = true;
+  if (decoded_ == nullptr) {
+    std::string decoded = contents_;
+    for (const std::string& filter : decodeFilters_) decoded = decodeWith(filter, decoded);
+    decoded_ = std::make_unique<const std::string>(std::move(decoded));
   }
-  return decoded_;
+  return *decoded_;
 }
 
 std::string& StringData::writableBytes() {
   if (!decodeFilters_.empty()) {
     contents_ = bytes();
     decodeFilters_.clear();
-    decoded_.clear();
+    decoded_.reset();
   }
   return contents_;
 }

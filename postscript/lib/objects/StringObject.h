@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,8 +30,7 @@ class StringData final : public CompositeData {
  private:
   std::string contents_;
   std::vector<std::string> decodeFilters_;
-  mutable std::string decoded_;
-  mutable bool isDecoded_ = false;
+  mutable std::unique_ptr<const std::string> decoded_;  // on first need: most strings have no filters
 };
 
 // A handle on a string.

@@ -127,9 +127,9 @@ TEST(DictionaryDataTest, StaysInOrderWhenItChangesBetweenTheStepsOfAWalk) {
   DictionaryData dictionary;
   std::map<std::string, int> expected;
   std::uint32_t random = 1;
-  for (int i = 0; i < 30000; ++i) {
+  for (int i = 0; i < 60000; ++i) {
     random = random * 1664525U + 1013904223U;
-    const std::string key = "key" + std::to_string((random >> 16U) % 500U);
+    const std::string key = "key" + std::to_string((random >> 16U) % 5000U);
     if (((random >> 8U) & 1U) == 0) {
       dictionary.remove(DictionaryKey(key));
       expected.erase(key);
@@ -137,7 +137,7 @@ TEST(DictionaryDataTest, StaysInOrderWhenItChangesBetweenTheStepsOfAWalk) {
       define(dictionary, key, i);
       expected[key] = i;
     }
-    const bool isInLongRunOfChanges = i % 10000 > 5000;
+    const bool isInLongRunOfChanges = i % 20000 > 10000;
     if (isInLongRunOfChanges || i % 7 != 0 || expected.empty()) continue;
     const std::size_t position = random % expected.size();
     const auto& entry = dictionary.entryInOrder(position);

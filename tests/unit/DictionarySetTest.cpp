@@ -241,10 +241,10 @@ TEST(DictionarySetTest, TheStackStartsWithThreeDictionaries) {
 TEST(DictionarySetTest, ResettingLeavesExactlyTheThree) {
   const MemorySet memory;
   DictionarySet dictionaries(memory);
-  dictionaries.stack().clear();
+  for (int i = 0; i < 3; ++i) dictionaries.end();
   dictionaries.resetStack();
   EXPECT_EQ(dictionaries.stack().count(), 3U);
-  dictionaries.stack().push(memory.newDictionary());
+  dictionaries.begin(memory.newDictionary());
   dictionaries.resetStack();
   EXPECT_EQ(dictionaries.stack().count(), 3U);
   EXPECT_EQ(&dictionaries.current(), &dictionaries.userDictionary());
@@ -269,7 +269,7 @@ TEST(DictionarySetTest, LookUpStopsAtAnEntryThatIsNoDictionary) {
   const MemorySet memory;
   DictionarySet dictionaries(memory);
   dictionaries.userDictionary().define("x", make<IntegerObject>(1));
-  dictionaries.stack().push(make<IntegerObject>(5));
+  dictionaries.begin(make<IntegerObject>(5));
   EXPECT_EQ(dictionaries.lookup(DictionaryKey("x")), nullptr);
   EXPECT_EQ(dictionaries.findHolder(NameObject("x")), nullptr);
   EXPECT_THROW((void)dictionaries.current(), Ex);

@@ -61,9 +61,9 @@ TEST(NameObjectTest, ThrowsWhenNothingIsDefined) {
 TEST(NameObjectTest, TheSearchStopsAtAnEntryThatIsNoDictionary) {
   Interpreter interpreter;
   interpreter.dictionaries().userDictionary().define("x", make<IntegerObject>(5));
-  interpreter.dictionaries().stack().push(make<IntegerObject>(1));
+  interpreter.dictionaries().begin(make<IntegerObject>(1));
   EXPECT_EQ(messageOf([&] { NameObject("x").execute(interpreter); }), "NOTHING TO EXECUTE for x\n");
-  interpreter.dictionaries().stack().push(interpreter.memory().newDictionary());
+  interpreter.dictionaries().begin(interpreter.memory().newDictionary());
   EXPECT_EQ(messageOf([&] { NameObject("add").execute(interpreter); }), "NOTHING TO EXECUTE for add\n");
 }
 

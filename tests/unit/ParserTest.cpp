@@ -61,8 +61,9 @@ TEST_F(ParserTest, TheErrorsNameTheirSource) {
   }
 }
 
+// Of executable names alone the parser may keep one, to hand it out again when nobody else holds it.
 TEST_F(ParserTest, ATokenBelongsToItsTaker) {
-  for (const std::string_view text : {"5 ", "2.5 ", "(a)", "<61>", "/a ", "["}) {
+  for (const std::string_view text : {"5 ", "2.5 ", "(a)", "<61>", "/a "}) {
     feed(text);
     EXPECT_EQ(parser.nextToken()->refCount, 1) << text;
   }

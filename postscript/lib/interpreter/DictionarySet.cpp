@@ -5,12 +5,36 @@
 namespace quillpress {
 
 DictionarySet::DictionarySet(const MemorySet& memory)
-    : system_(make<DictionaryObject>(memory.global(), "System")),
+    : names_(memory.names()),
+      system_(make<DictionaryObject>(memory.global(), "System")),
       global_(make<DictionaryObject>(memory.global(), "Global")),
       user_(make<DictionaryObject>(memory.local(), "User")),
       error_(make<DictionaryObject>(memory.local(), "Error")),
       fontDirectory_(make<DictionaryObject>(memory.global(), "Font")) {
+  system_->makePermanent();
+  global_->makePermanent();
+  user_->makePermanent();
   resetStack();
+}
+
+void DictionarySet::begin(Ref<PostscriptObject> dictionary) {
+  const bool isDictionary = dictionary->typeCode == TypeCode::kDictionary;
+  stack_.push(std::move(dictionary));
+  noteStackChange();
+  if (!isDictionary) permanentsAreInPlace_ = false;
+}
+
+void DictionarySet::end() {
+  stack_.pop();
+  noteStackChange();
+}
+
+// What lies above the permanent dictionaries does not matter, so only a stack as low as they can differ. One
+// that holds them again, after `end` took them off, counts when it holds the very same handles.
+void DictionarySet::noteStackChange() {
+  if (stack_.count() > kPermanentCount) return;
+  permanentsAreInPlace_ =
+      stack_.at(0) == system_.get() && stack_.at(1) == global_.get() && stack_.at(2) == user_.get();
 }
 
 void DictionarySet::resetStack() {
@@ -18,6 +42,30 @@ void DictionarySet::resetStack() {
   stack_.push(system_);
   stack_.push(global_);
   stack_.push(user_);
+  noteStackChange();
+}
+
+PostscriptObject* DictionarySet::searchAndRemember(KnownName*& known, DictionaryKey key) {
+  if (known == nullptr) {  // another object with this text may have been executed before
+    known = names_.find(key);
+    if (PostscriptObject* value = remembered(known)) return value;
+  }
+  PostscriptObject* value = search(key);
+  if (value == nullptr) return nullptr;
+  if (known == nullptr) known = &names_.intern(key);
+  if (!known->isDefinedElsewhere) known->remembered = onlyPermanentValue(key);
+  return value;
+}
+
+// The value in the one permanent dictionary that has the key; null when several have it, or none.
+PostscriptObject* DictionarySet::onlyPermanentValue(DictionaryKey key) const {
+  PostscriptObject* only = nullptr;
+  for (const DictionaryObject* dictionary : {user_.get(), global_.get(), system_.get()}) {
+    PostscriptObject* value = dictionary->lookup(key);
+    if (value != nullptr && only != nullptr) return nullptr;
+    if (value != nullptr) only = value;
+  }
+  return only;
 }
 
 PostscriptObject* DictionarySet::lookup(const PostscriptObject& key) const {

@@ -41,23 +41,63 @@ void Interpreter::run(const char* text, int length) {
   runLoop();
 }
 
-// One function because it is the road of every token and every scheduled object; nothing here throws by
-// itself, and nothing catches.
+// The road of every token and every scheduled object; nothing here throws by itself, and nothing catches.
 void Interpreter::runLoop() {
   while (!waitingForInput_) {
-    Ref<PostscriptObject> object;
-    if (!executionStack_.empty()) {
-      object = executionStack_.pop();
-    } else if (!takeToken(object)) {
+    Ref<PostscriptObject> held;
+    PostscriptObject* object = nullptr;
+    if (auto* procedure = as<ArrayObject>(executionStack_.peek(0));
+        procedure != nullptr && procedure->executable) {
+      object = step(*procedure);
+    } else if (procedure != nullptr || !executionStack_.empty()) {
+      held = executionStack_.pop();
+      object = held.get();
+    } else if (takeToken(held)) {
+      object = held.get();
+    } else {
       return;
     }
-    if (!object) continue;
-    if (object->executable) {
-      object->execute(*this);  // held here, so that it may be redefined while it runs
-    } else {
-      operandStack_.push(std::move(object));
-    }
+    if (object != nullptr) dispatch(object);
   }
+}
+
+// A running procedure is stepped where it lies, on top of the execution stack. To whatever its element runs
+// the stacks look as if the procedure had been popped and pushed back below the element, and the element had
+// been popped then. Gives the element, or null when the procedure has come to its end and is gone.
+PostscriptObject* Interpreter::step(ArrayObject& procedure) {
+  PostscriptObject* next = procedure.takeNext();
+  if (next == nullptr) {
+    procedure.retire();
+    executionStack_.pop();
+  }
+  return next;
+}
+
+// Pushes what is literal and runs what is executable. A name that remembers its value is followed at once:
+// nobody can see the value on the execution stack between two steps of the loop, except a procedure, which
+// stays there.
+void Interpreter::dispatch(PostscriptObject* object) {
+  if (!object->executable) {
+    operandStack_.push(object);
+    return;
+  }
+  const auto* name = as<NameObject>(object);
+  PostscriptObject* value = name == nullptr ? nullptr : dictionaries_.remembered(name->known());
+  if (value != nullptr) {
+    auto* array = as<ArrayObject>(value);
+    if (array != nullptr) array->startIfProcedure();
+    if (!value->executable) {
+      operandStack_.push(value);
+      return;
+    }
+    if (array != nullptr) {
+      executionStack_.push(array);
+      return;
+    }
+    object = value;
+  }
+  const Ref<PostscriptObject> held(object);  // it may be redefined while it runs
+  held->execute(*this);
 }
 
 // Takes the next token; false when the chunk is used up. While a procedure is being built, braces are
@@ -83,11 +123,6 @@ void Interpreter::loadPrologue() {
   } catch (const Ex& error) {
     writeDebugOutput("Exception in Procset:" + error.formatted());
   }
-}
-
-void Interpreter::start(const Ref<PostscriptObject>& object) {
-  if (auto* array = as<ArrayObject>(object)) array->startIfProcedure();
-  executionStack_.push(object);
 }
 
 void Interpreter::waitForInput(PostscriptObject& operatorObject) {

@@ -62,7 +62,10 @@ class Interpreter {
   void pushString(std::string text) { operandStack_.push(memory_.newString(std::move(text))); }
 
   // Schedules an object; a procedure is made executable and rewound first.
-  void start(const Ref<PostscriptObject>& object);
+  void start(const Ref<PostscriptObject>& object) {
+    if (auto* array = as<ArrayObject>(object)) array->startIfProcedure();
+    executionStack_.push(object);
+  }
 
   // Called by an operator that found the chunk used up: it is run again, first of all, with the next.
   void waitForInput(PostscriptObject& operatorObject);
@@ -76,6 +79,8 @@ class Interpreter {
 
  private:
   void runLoop();
+  PostscriptObject* step(ArrayObject& procedure);
+  void dispatch(PostscriptObject* object);
   bool takeToken(Ref<PostscriptObject>& object);
 
   ObjectStack operandStack_{"Operand Stack"};

@@ -3,8 +3,9 @@
 namespace quillpress {
 
 MemorySet::MemorySet()
-    : local_(make<VirtualMemoryObject>("Local Memory")),
-      global_(make<VirtualMemoryObject>("Global Memory")),
+    : names_(std::make_unique<NameTable>()),
+      local_(make<VirtualMemoryObject>("Local Memory", names_.get())),
+      global_(make<VirtualMemoryObject>("Global Memory", names_.get())),
       current_(local_.get()) {}
 
 Ref<StringObject> MemorySet::newString(std::string text) const {

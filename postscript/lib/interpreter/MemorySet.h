@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "postscript/lib/objects/ArrayObject.h"
@@ -15,6 +16,9 @@ namespace quillpress {
 class MemorySet {
  public:
   MemorySet();
+
+  // The table that the dictionaries of both areas keep right.
+  [[nodiscard]] NameTable& names() const { return *names_; }
 
   [[nodiscard]] VirtualMemoryObject& local() const { return *local_; }
   [[nodiscard]] VirtualMemoryObject& global() const { return *global_; }
@@ -32,6 +36,7 @@ class MemorySet {
   [[nodiscard]] Ref<FileObject> newFile(std::unique_ptr<FileData> payload) const;
 
  private:
+  std::unique_ptr<NameTable> names_;  // before the areas, which tell it of their changes
   Ref<VirtualMemoryObject> local_;
   Ref<VirtualMemoryObject> global_;
   VirtualMemoryObject* current_;

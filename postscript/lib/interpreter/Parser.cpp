@@ -169,7 +169,7 @@ Ref<PostscriptObject> Parser::openToken(char delimiter) {
     case ']':
     case '{':
     case '}':
-      return make<NameObject>(delimiter);
+      return recentNames_.executableName({&delimiter, 1});
     default:  // white space, and a stray ) or >
       return nullptr;
   }

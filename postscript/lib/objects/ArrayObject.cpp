@@ -32,13 +32,11 @@ ArrayObject::ArrayObject(VirtualMemoryObject& memoryArea, char opening)
 }
 
 void ArrayObject::execute(Interpreter& interpreter) {
-  const ObjectStack& body = elements();
-  if (static_cast<std::size_t>(executionIndex_) >= body.count()) {
+  Ref<PostscriptObject> next = takeNext();
+  if (!next) {
     retire();
     return;
   }
-  Ref<PostscriptObject> next = body.at(executionIndex_);
-  ++executionIndex_;
   // Kept: the element itself, also of a literal name, so cvx on what a body pushed changes the body.
   interpreter.executionStack().push(this);
   interpreter.executionStack().push(std::move(next));
@@ -83,20 +81,6 @@ double ArrayObject::number(std::ptrdiff_t index) const {
   const PostscriptObject* object = element(index);
   if (object == nullptr) THROW_EX("No object at given array index");
   return toDouble(*object);
-}
-
-void ArrayObject::startIfProcedure() {
-  if (isProcedure()) start();
-}
-
-void ArrayObject::start() {
-  executable = true;
-  executionIndex_ = 0;
-}
-
-void ArrayObject::retire() {
-  executable = false;
-  executionIndex_ = 0;
 }
 
 }  // namespace quillpress

@@ -28,6 +28,13 @@ class ArrayObject final : public CompositeObject {
   // rewound.
   void execute(Interpreter& interpreter) override;
 
+  // The next element of a running procedure, borrowed, and the step to the one after; null past the last.
+  [[nodiscard]] PostscriptObject* takeNext() {
+    PostscriptObject* next = elements().at(executionIndex_);
+    if (next != nullptr) ++executionIndex_;
+    return next;
+  }
+
   // The count, and the execution index while the array is executable.
   [[nodiscard]] std::string describe() const override;
 
@@ -48,13 +55,21 @@ class ArrayObject final : public CompositeObject {
   [[nodiscard]] bool isProcedure() const { return data().opening == '{'; }
 
   // Makes a procedure executable from its beginning; an array that is no procedure stays as it is.
-  void startIfProcedure();
+  void startIfProcedure() {
+    if (isProcedure()) start();
+  }
 
   // Makes the array literal and rewinds it.
-  void retire();
+  void retire() {
+    executable = false;
+    executionIndex_ = 0;
+  }
 
   // Makes the array executable from its beginning, procedure or not.
-  void start();
+  void start() {
+    executable = true;
+    executionIndex_ = 0;
+  }
 
  private:
   ArrayObject(const ArrayObject& other) = default;

@@ -1,16 +1,12 @@
 #include "postscript/lib/objects/DictionaryData.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace quillpress {
 
 namespace {
 
 constexpr std::size_t kFirstSlots = 8;
-
-// Mending moves a quarter of the order's bytes or so; this many mends cost about one sort.
-constexpr std::uint32_t kMostMends = 1000;
 
 }  // namespace
 
@@ -49,28 +45,42 @@ void DictionaryData::define(DictionaryKey key, Ref<PostscriptObject> value) {
   const std::size_t slot = findSlot(key);
   if (slots_[slot] != kFree) {
     std::swap(entries_[slots_[slot]].value, value);
+    if (isPermanent_ && names_ != nullptr) names_->noteReplaced(key, entries_[slots_[slot]].value.get());
     return;
   }
-  const bool mends = mendsOrder();  // before anything changes: it may run out of memory
+  // Whatever may run out of memory comes before anything changes.
   const auto position = static_cast<std::uint32_t>(entries_.size());
-  entries_.push_back({std::string(key.text), key.hash, std::move(value)});
+  Entry entry{std::string(key.text), key.hash, std::move(value)};
+  if (entries_.size() == entries_.capacity())
+    entries_.reserve(std::max(kFirstSlots / 2, entries_.size() * 2));
+  noteNewKey(key);
+  if (mendsOrder()) order_.insert(position, entry.key, keyOfPosition());
+  entries_.push_back(std::move(entry));
   slots_[slot] = position;
-  if (mends) order_.insert(order_.begin() + placeInOrder(entries_.back().key), position);
   if (entries_.size() * 2 > slots_.size()) growSlots();  // at most half full: probes stay short
+}
+
+void DictionaryData::noteNewKey(DictionaryKey key) {
+  if (names_ == nullptr) return;
+  if (isPermanent_) {
+    names_->forget(key);
+  } else {
+    names_->noteDefinedElsewhere(key);
+  }
 }
 
 void DictionaryData::remove(DictionaryKey key) {
   if (slots_.empty()) return;
   const std::size_t slot = findSlot(key);
   if (slots_[slot] == kFree) return;
+  if (isPermanent_ && names_ != nullptr) names_->forget(key);
   const std::size_t position = slots_[slot];
   const std::size_t last = entries_.size() - 1;
   const Ref<PostscriptObject> removed = std::move(entries_[position].value);
   if (mendsOrder()) {
-    const auto place = order_.begin() + placeInOrder(entries_[position].key);
-    const auto placeOfLast = order_.begin() + placeInOrder(entries_[last].key);
-    *placeOfLast = static_cast<std::uint32_t>(position);  // where the last entry is about to go
-    order_.erase(place);
+    order_.erase(entries_[position].key, keyOfPosition());
+    if (position != last)
+      order_.move(entries_[last].key, static_cast<std::uint32_t>(position), keyOfPosition());
   }
   closeGap(slot);
   if (position != last) {
@@ -80,24 +90,11 @@ void DictionaryData::remove(DictionaryKey key) {
   entries_.pop_back();
 }
 
-// Where the key stands in the order, or would stand. std::string compares its characters as unsigned bytes.
-std::ptrdiff_t DictionaryData::placeInOrder(const std::string& key) const {
-  const auto place = std::lower_bound(
-      order_.begin(), order_.end(), key,
-      [this](std::uint32_t a, const std::string& sought) { return entries_[a].key < sought; });
-  return place - order_.begin();
-}
-
-// Whether a change has to mend the order, which then has room for one more. Not when there is none, and not
-// after so many changes without a walk that sorting it anew is cheaper.
+// Whether a change has to mend the order. Not when there is none; and when there have been as many changes as
+// entries since the last walk, sorting anew is cheaper.
 bool DictionaryData::mendsOrder() {
-  if (order_.empty()) return false;
-  if (++changesSinceWalk_ > kMostMends) {
-    order_.clear();
-    return false;
-  }
-  if (order_.size() == order_.capacity()) order_.reserve(order_.size() * 2);
-  return true;
+  if (++changesSinceWalk_ > entries_.size()) order_.clear();
+  return !order_.empty();
 }
 
 // Moves later slots of a probe run into the gap, so that no search ends too early.
@@ -114,20 +111,14 @@ void DictionaryData::closeGap(std::size_t gap) {
   }
 }
 
-void DictionaryData::sortOrder() const {
-  order_.resize(entries_.size());
-  std::iota(order_.begin(), order_.end(), 0U);
-  std::sort(order_.begin(), order_.end(),
-            [this](std::uint32_t a, std::uint32_t b) { return entries_[a].key < entries_[b].key; });
-}
-
 const DictionaryData::Entry& DictionaryData::entryInOrder(std::size_t position) const {
-  if (order_.empty()) sortOrder();
+  if (order_.empty()) order_.sort(entries_.size(), keyOfPosition());
   changesSinceWalk_ = 0;
-  return entries_[order_[position]];
+  return entries_[order_.at(position)];
 }
 
 void DictionaryData::clear() {
+  if (isPermanent_ && names_ != nullptr) names_->forgetAll();
   // Values may go away only when the dictionary is consistent again.
   const std::vector<Entry> released = std::move(entries_);
   entries_.clear();

@@ -5,6 +5,8 @@
 
 #include "postscript/lib/objects/CompositeData.h"
 #include "postscript/lib/objects/DictionaryKey.h"
+#include "postscript/lib/objects/KeyOrder.h"
+#include "postscript/lib/objects/NameTable.h"
 #include "postscript/lib/objects/Ref.h"
 
 namespace quillpress {
@@ -19,8 +21,12 @@ class DictionaryData final : public CompositeData {
     Ref<PostscriptObject> value;
   };
 
-  explicit DictionaryData(std::string dictionaryName = {})
-      : CompositeData(TypeCode::kDictionary), name(std::move(dictionaryName)) {}
+  // Tells the table of names, if there is one, which keys come and go. REQUIRES: the table outlives the data.
+  explicit DictionaryData(std::string dictionaryName = {}, NameTable* names = nullptr)
+      : CompositeData(TypeCode::kDictionary), name(std::move(dictionaryName)), names_(names) {}
+
+  // Makes this one of the dictionaries whose values names remember. REQUIRES: it is empty.
+  void makePermanent() { isPermanent_ = true; }
 
   // Stores the value under the key; an old value is released after the new one is held, so a value
   // defined again under its own key survives.
@@ -53,23 +59,30 @@ class DictionaryData final : public CompositeData {
  private:
   static constexpr std::uint32_t kFree = 0xFFFFFFFF;
 
+  void noteNewKey(DictionaryKey key);
+
   [[nodiscard]] std::size_t findSlot(DictionaryKey key) const;
   [[nodiscard]] std::size_t slotOfPosition(std::uint32_t hash, std::size_t position) const;
   void growSlots();
   void closeGap(std::size_t gap);
 
-  [[nodiscard]] std::ptrdiff_t placeInOrder(const std::string& key) const;
   bool mendsOrder();
-  void sortOrder() const;
+
+  // A std::string_view compares its characters as unsigned bytes.
+  [[nodiscard]] auto keyOfPosition() const {
+    return [this](std::uint32_t position) { return std::string_view(entries_[position].key); };
+  }
+
+  NameTable* names_;
+  bool isPermanent_ = false;
 
   std::vector<Entry> entries_;        // in no order of interest
   std::vector<std::uint32_t> slots_;  // open addressing, a power of two: positions in entries_
 
-  // The positions in key order: all of them, or none until a walk asks. A walk over a dictionary that changes
-  // under it would sort anew at every step, so the order is mended in place; when there is change upon change
-  // and no walk it is dropped, for the next walk to sort once.
-  mutable std::vector<std::uint32_t> order_;
-  mutable std::uint32_t changesSinceWalk_ = 0;
+  // Empty until a walk asks. Mended while there are walks; dropped when there is change upon change and no
+  // walk.
+  mutable KeyOrder order_;
+  mutable std::size_t changesSinceWalk_ = 0;
 };
 
 }  // namespace quillpress

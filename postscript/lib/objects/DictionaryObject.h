@@ -46,6 +46,9 @@ class DictionaryObject final : public CompositeObject {
 
   void clear() { data().clear(); }
 
+  // Makes this one of the dictionaries whose values names remember. REQUIRES: it is empty.
+  void makePermanent() { data().makePermanent(); }
+
   // Becomes a copy of the other: every value is cloned with the argument, in key order.
   void copyFrom(const DictionaryObject& other, int argument);
 

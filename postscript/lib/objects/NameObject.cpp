@@ -6,7 +6,7 @@
 namespace quillpress {
 
 void NameObject::execute(Interpreter& interpreter) {
-  PostscriptObject* value = interpreter.dictionaries().lookup(key());
+  PostscriptObject* value = interpreter.dictionaries().valueOf(known_, key());
   if (value == nullptr) THROW_EX(std::string("NOTHING TO EXECUTE for ") + text.c_str() + "\n");
   // Kept: the very object that the dictionary holds is rewound, so a procedure that runs its own name
   // restarts the position that it shares with itself.

@@ -7,6 +7,8 @@
 
 namespace quillpress {
 
+struct KnownName;
+
 // A name; also the base of every operator, which is a name that does something when it is executed.
 // The text may hold any byte and may be empty.
 class NameObject : public PostscriptObject {
@@ -32,10 +34,15 @@ class NameObject : public PostscriptObject {
 
   [[nodiscard]] DictionaryKey key() const { return {text, hash_}; }
 
+  // What the interpreter knows about the text; null until the name has been executed, and in operators.
+  // So a name may be executed by one interpreter only.
+  [[nodiscard]] KnownName* known() const { return known_; }
+
   const std::string text;
 
  private:
   const std::uint32_t hash_;
+  KnownName* known_ = nullptr;
 };
 
 }  // namespace quillpress

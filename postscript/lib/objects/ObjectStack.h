@@ -60,6 +60,9 @@ class ObjectStack {
   // Throws Ex for any other index; nothing has changed then.
   void put(std::ptrdiff_t index, Ref<PostscriptObject> object);
 
+  // Makes the two topmost objects change places. REQUIRES: count() >= 2
+  void exchangeTop() { std::swap(objects_[objects_.size() - 1], objects_[objects_.size() - 2]); }
+
   // Rotates the `size` topmost objects so that the one `first` places above the deepest becomes the
   // deepest. REQUIRES: size <= count(), first <= size
   void rotateTop(std::size_t size, std::size_t first);

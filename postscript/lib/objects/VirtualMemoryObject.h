@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "postscript/lib/objects/CompositeData.h"
+#include "postscript/lib/objects/NameTable.h"
 #include "postscript/lib/objects/Ref.h"
 
 namespace quillpress {
@@ -15,8 +16,12 @@ class VirtualMemoryObject final : public PostscriptObject {
  public:
   static constexpr TypeCode kTypeCode = TypeCode::kSave;
 
-  explicit VirtualMemoryObject(std::string displayName)
-      : PostscriptObject(kTypeCode), name_(std::move(displayName)) {}
+  // The dictionaries of the area keep the table of names right, if there is one. REQUIRES: the table
+  // outlives them.
+  explicit VirtualMemoryObject(std::string displayName, NameTable* names = nullptr)
+      : PostscriptObject(kTypeCode), names_(names), name_(std::move(displayName)) {}
+
+  [[nodiscard]] NameTable* names() const { return names_; }
 
   // Takes a payload over and returns its index in the area.
   std::size_t add(std::unique_ptr<CompositeData> payload);
@@ -29,6 +34,7 @@ class VirtualMemoryObject final : public PostscriptObject {
   [[nodiscard]] Ref<PostscriptObject> clone(int argument) const override;
 
  private:
+  NameTable* names_;
   std::vector<std::unique_ptr<CompositeData>> payloads_;
   std::string name_;
 };

@@ -18,11 +18,11 @@ void DictOperator::execute(Interpreter& interpreter) {
 void BeginOperator::execute(Interpreter& interpreter) {
   Ref<PostscriptObject> dictionary = interpreter.operandStack().pop();
   if (dictionary->typeCode != TypeCode::kDictionary) THROW_EX("expecting dictionary on op stack");
-  interpreter.dictionaries().stack().push(std::move(dictionary));
+  interpreter.dictionaries().begin(std::move(dictionary));
 }
 
 void EndOperator::execute(Interpreter& interpreter) {
-  interpreter.dictionaries().stack().pop();
+  interpreter.dictionaries().end();
 }
 
 void DefOperator::execute(Interpreter& interpreter) {

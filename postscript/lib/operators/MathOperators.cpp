@@ -13,12 +13,27 @@ namespace {
 
 constexpr std::int32_t kMostNegative = std::numeric_limits<std::int32_t>::min();
 
-Ref<PostscriptObject> integer(std::int32_t value) {
-  return make<IntegerObject>(value);
+// The operand as the object that holds the result, literal again, when nobody else holds it; null otherwise.
+// An operand that is about to go spares the heap a new object.
+template <typename T>
+Ref<T> reused(Ref<PostscriptObject>& operand) {
+  if (operand->refCount > 1 || operand->typeCode != T::kTypeCode) return nullptr;
+  operand->executable = false;
+  return Ref<T>::adopt(static_cast<T*>(operand.leak()));
 }
 
-Ref<PostscriptObject> real(double value) {
-  return make<RealObject>(value);
+// Pushes a result of that kind, in the object of one of the popped operands if possible.
+template <typename T>
+void pushResult(ObjectStack& stack, decltype(T::value) value, Ref<PostscriptObject>& a,
+                Ref<PostscriptObject>& b) {
+  Ref<T> result = reused<T>(a);
+  if (!result) result = reused<T>(b);
+  if (!result) {
+    stack.push(make<T>(value));
+    return;
+  }
+  result->value = value;
+  stack.push(std::move(result));
 }
 
 // Rejects the two divisions that a processor cannot make.
@@ -30,11 +45,12 @@ void checkDivision(std::int32_t dividend, std::int32_t divisor) {
 // The operators of one number: an integer stays an integer, a real a real.
 template <typename OnInteger, typename OnReal>
 void mapNumber(Interpreter& interpreter, const char* wrongTypeMessage, OnInteger onInteger, OnReal onReal) {
-  const Ref<PostscriptObject> operand = interpreter.operandStack().pop();
+  ObjectStack& operands = interpreter.operandStack();
+  Ref<PostscriptObject> operand = operands.pop();
   if (const auto* number = as<IntegerObject>(operand)) {
-    interpreter.pushInteger(onInteger(number->value));
+    pushResult<IntegerObject>(operands, onInteger(number->value), operand, operand);
   } else if (const auto* realNumber = as<RealObject>(operand)) {
-    interpreter.pushReal(onReal(realNumber->value));
+    pushResult<RealObject>(operands, onReal(realNumber->value), operand, operand);
   } else {
     THROW_EX(wrongTypeMessage);
   }
@@ -53,20 +69,30 @@ double roundThroughInt32(double value) {
 
 void MathOperator::calculate(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operandStack();
-  const Ref<PostscriptObject> b = operands.pop();
-  const Ref<PostscriptObject> a = operands.pop();
-  if (a->typeCode != TypeCode::kReal && b->typeCode != TypeCode::kReal) {
-    const auto* integerA = as<IntegerObject>(a);
-    const auto* integerB = as<IntegerObject>(b);
-    if (integerA == nullptr || integerB == nullptr) THROW_EX("Unsupported number type in calc");
-    intA = integerA->value;
-    intB = integerB->value;
-    operands.push(calcInteger());
+  Ref<PostscriptObject> b = operands.pop();
+  Ref<PostscriptObject> a = operands.pop();
+  const bool anyReal = a->typeCode == TypeCode::kReal || b->typeCode == TypeCode::kReal;
+  const Number result = anyReal ? ofReals(*a, *b) : ofIntegers(*a, *b);
+  if (const auto* integer = std::get_if<std::int32_t>(&result)) {
+    pushResult<IntegerObject>(operands, *integer, a, b);
   } else {
-    realA = toDouble(*a);
-    realB = toDouble(*b);
-    operands.push(calcReal());
+    pushResult<RealObject>(operands, *std::get_if<double>(&result), a, b);
   }
+}
+
+Number MathOperator::ofReals(const PostscriptObject& a, const PostscriptObject& b) {
+  realA = toDouble(a);
+  realB = toDouble(b);
+  return calcReal();
+}
+
+Number MathOperator::ofIntegers(const PostscriptObject& a, const PostscriptObject& b) {
+  const auto* integerA = as<IntegerObject>(&a);
+  const auto* integerB = as<IntegerObject>(&b);
+  if (integerA == nullptr || integerB == nullptr) THROW_EX("Unsupported number type in calc");
+  intA = integerA->value;
+  intB = integerB->value;
+  return calcInteger();
 }
 
 void TrigOperator::calculate(Interpreter& interpreter) const {
@@ -74,53 +100,53 @@ void TrigOperator::calculate(Interpreter& interpreter) const {
   interpreter.pushReal(trig(toDouble(*degrees)));
 }
 
-Ref<PostscriptObject> AddOperator::calcReal() const {
-  return real(realA + realB);
+Number AddOperator::calcReal() const {
+  return realA + realB;
 }
-Ref<PostscriptObject> AddOperator::calcInteger() const {
-  return integer(wrappingAdd(intA, intB));
-}
-
-Ref<PostscriptObject> SubOperator::calcReal() const {
-  return real(realA - realB);
-}
-Ref<PostscriptObject> SubOperator::calcInteger() const {
-  return integer(wrappingSubtract(intA, intB));
+Number AddOperator::calcInteger() const {
+  return wrappingAdd(intA, intB);
 }
 
-Ref<PostscriptObject> MulOperator::calcReal() const {
-  return real(realA * realB);
+Number SubOperator::calcReal() const {
+  return realA - realB;
 }
-Ref<PostscriptObject> MulOperator::calcInteger() const {
-  return integer(wrappingMultiply(intA, intB));
-}
-
-Ref<PostscriptObject> DivOperator::calcReal() const {
-  return real(realA / realB);
-}
-Ref<PostscriptObject> DivOperator::calcInteger() const {
-  return real(static_cast<double>(intA) / static_cast<double>(intB));
+Number SubOperator::calcInteger() const {
+  return wrappingSubtract(intA, intB);
 }
 
-Ref<PostscriptObject> IdivOperator::calcReal() const {
+Number MulOperator::calcReal() const {
+  return realA * realB;
+}
+Number MulOperator::calcInteger() const {
+  return wrappingMultiply(intA, intB);
+}
+
+Number DivOperator::calcReal() const {
+  return realA / realB;
+}
+Number DivOperator::calcInteger() const {
+  return static_cast<double>(intA) / static_cast<double>(intB);
+}
+
+Number IdivOperator::calcReal() const {
   if (realB == 0.0) THROW_EX("Division by zero");
-  return integer(truncateToInt32(realA / realB));
+  return truncateToInt32(realA / realB);
 }
-Ref<PostscriptObject> IdivOperator::calcInteger() const {
+Number IdivOperator::calcInteger() const {
   checkDivision(intA, intB);
-  return integer(intA / intB);
+  return intA / intB;
 }
 
 void ModOperator::execute(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operandStack();
-  const Ref<PostscriptObject> b = operands.pop();
-  const Ref<PostscriptObject> a = operands.pop();
+  Ref<PostscriptObject> b = operands.pop();
+  Ref<PostscriptObject> a = operands.pop();
   const auto* divisor = as<IntegerObject>(b);
   const auto* dividend = as<IntegerObject>(a);
   if (divisor == nullptr || dividend == nullptr) THROW_EX("Illegal param types for mod operator");
   checkDivision(dividend->value, divisor->value);
   // Kept: the sign of the dividend is dropped.
-  interpreter.pushInteger(std::abs(dividend->value % divisor->value));
+  pushResult<IntegerObject>(operands, std::abs(dividend->value % divisor->value), a, b);
 }
 
 void NegOperator::execute(Interpreter& interpreter) {

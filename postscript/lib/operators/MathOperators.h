@@ -1,8 +1,13 @@
 #pragma once
 
+#include <variant>
+
 #include "postscript/lib/operators/Operator.h"
 
 namespace quillpress {
+
+// What an arithmetic operator makes of its operands: an integer or a real.
+using Number = std::variant<std::int32_t, double>;
 
 // What the two-operand arithmetic operators share. Two integers are worked on as integers, any real makes
 // both operands real.
@@ -20,8 +25,10 @@ class MathOperator {
   std::int32_t intB = 0;
 
  private:
-  [[nodiscard]] virtual Ref<PostscriptObject> calcReal() const = 0;
-  [[nodiscard]] virtual Ref<PostscriptObject> calcInteger() const = 0;
+  [[nodiscard]] Number ofReals(const PostscriptObject& a, const PostscriptObject& b);
+  [[nodiscard]] Number ofIntegers(const PostscriptObject& a, const PostscriptObject& b);
+  [[nodiscard]] virtual Number calcReal() const = 0;
+  [[nodiscard]] virtual Number calcInteger() const = 0;
 };
 
 // What cos and sin share: an angle in degrees in, a real out.
@@ -43,8 +50,8 @@ class TrigOperator {
     void execute(Interpreter& interpreter) override { calculate(interpreter); } \
                                                                                 \
    private:                                                                     \
-    [[nodiscard]] Ref<PostscriptObject> calcReal() const override;              \
-    [[nodiscard]] Ref<PostscriptObject> calcInteger() const override;           \
+    [[nodiscard]] Number calcReal() const override;                             \
+    [[nodiscard]] Number calcInteger() const override;                          \
   }
 
 #define DECLARE_TRIG_OPERATOR(ClassName, operatorName)                          \

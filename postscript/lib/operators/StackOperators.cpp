@@ -57,10 +57,8 @@ void PopOperator::execute(Interpreter& interpreter) {
 
 void ExchOperator::execute(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operandStack();
-  Ref<PostscriptObject> second = operands.pop();
-  Ref<PostscriptObject> first = operands.pop();
-  operands.push(std::move(second));
-  operands.push(std::move(first));
+  while (operands.count() < 2) operands.pop();  // takes what is there, then the empty stack throws
+  operands.exchangeTop();
 }
 
 void DupOperator::execute(Interpreter& interpreter) {

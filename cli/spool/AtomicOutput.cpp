@@ -38,6 +38,11 @@ std::string temporaryFolder() {
   throw OutputError(what + ": " + systemReason());
 }
 
+bool isWritable(int descriptor) {
+  const int flags = fcntl(descriptor, F_GETFL);
+  return flags != -1 && (flags & O_ACCMODE) != O_RDONLY;
+}
+
 bool isClosed(std::FILE* file) {
   return std::fclose(file) == 0;
 }
@@ -58,6 +63,11 @@ std::string resolved(const std::string& path) {
 
 AtomicOutput::AtomicOutput(const std::string& path) : permissions_(newFilePermissions()) {
   if (path == "-") {
+    // A stream that cannot be written is found now, not when the job has run.
+    if (!isWritable(STDOUT_FILENO)) {
+      errno = EBADF;
+      fail("cannot be written");
+    }
     isPlainFile_ = false;
     file_ = stdout;
     folder_ = temporaryFolder();

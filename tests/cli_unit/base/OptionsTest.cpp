@@ -1,0 +1,103 @@
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "cli/base/Names.h"
+#include "cli/base/Options.h"
+
+namespace quillpress::cli {
+namespace {
+
+struct Parsed {
+  std::optional<Options> options;
+  ExitCode exit = ExitCode::kDone;
+  std::string out;
+  std::string err;
+};
+
+Parsed parse(std::vector<const char*> arguments) {
+  arguments.insert(arguments.begin(), "quillpress");
+  Parsed result;
+  testing::internal::CaptureStdout();
+  testing::internal::CaptureStderr();
+  result.options = parseOptions(static_cast<int>(arguments.size()), arguments.data(), result.exit);
+  result.out = testing::internal::GetCapturedStdout();
+  result.err = testing::internal::GetCapturedStderr();
+  return result;
+}
+
+void expectUsageError(const std::vector<const char*>& arguments, std::string_view says) {
+  const Parsed parsed = parse(arguments);
+  EXPECT_FALSE(parsed.options);
+  EXPECT_EQ(parsed.exit, ExitCode::kUsage);
+  EXPECT_NE(parsed.err.find(says), std::string::npos) << parsed.err;
+  EXPECT_TRUE(parsed.err.ends_with("quillpress: try --help\n")) << parsed.err;
+}
+
+TEST(OptionsTest, AJobIsEnough) {
+  const auto options = parse({"job.ps"}).options;
+  ASSERT_TRUE(options);
+  EXPECT_EQ(options->job, "job.ps");
+  EXPECT_EQ(options->output, "job.pdf");
+  EXPECT_EQ(options->chunkSize, 65536U);
+  EXPECT_EQ(options->media, std::nullopt);
+  EXPECT_FALSE(options->keepGoing || options->content || options->objects || options->messages);
+}
+
+TEST(OptionsTest, EndingsOfJobsAreReplacedAndOthersKept) {
+  EXPECT_EQ(parse({"dir.ps/a.EPS"}).options->output, "dir.ps/a.pdf");
+  EXPECT_EQ(parse({"a.prn"}).options->output, "a.pdf");
+  EXPECT_EQ(parse({"a.txt"}).options->output, "a.txt.pdf");
+}
+
+TEST(OptionsTest, ContentGoesToStandardOutput) {
+  EXPECT_EQ(parse({"job.ps", "--content"}).options->output, "-");
+  EXPECT_EQ(parse({"-", "--content"}).options->output, "-");
+}
+
+TEST(OptionsTest, EverythingCanBeSaid) {
+  const auto options = parse({"-", "-o", "x.pdf", "--media=A5", "--chunk=2K", "--keep-going", "--content",
+                              "--objects", "--messages"})
+                           .options;
+  ASSERT_TRUE(options);
+  EXPECT_EQ(options->output, "x.pdf");
+  EXPECT_EQ(options->media, (Box{0, 0, 420, 595}));
+  EXPECT_EQ(options->chunkSize, 2048U);
+  EXPECT_TRUE(options->keepGoing && options->content && options->objects && options->messages);
+}
+
+TEST(OptionsTest, MistakesAreUsageErrors) {
+  expectUsageError({}, "JOB is required");
+  expectUsageError({"job.ps", "other.ps"}, "other.ps");
+  expectUsageError({"job.ps", "--media", "A99"}, "unknown page size \"A99\"");
+  expectUsageError({"job.ps", "--chunk", "0"}, "not a number of bytes: \"0\"");
+  expectUsageError({"job.ps", "--wrong"}, "--wrong");
+}
+
+TEST(OptionsTest, MistakesCannotWriteToTheTerminal) {
+  expectUsageError({"job.ps", "--media", "\x1B[2J"}, "\"\\x1B[2J\"");
+}
+
+TEST(OptionsTest, HelpNamesEachExitCode) {
+  const Parsed parsed = parse({"--help"});
+  EXPECT_FALSE(parsed.options);
+  EXPECT_EQ(parsed.exit, ExitCode::kDone);
+  for (const char* const code :
+       {"0 done", "1 error", "2 usage", "3 input", "4 output", "5 the job is cut off"}) {
+    EXPECT_NE(parsed.out.find(code), std::string::npos) << code;
+  }
+}
+
+TEST(OptionsTest, VersionIsTold) {
+  EXPECT_TRUE(parse({"--version"}).out.starts_with("quillpress "));
+}
+
+TEST(NamesTest, StandardStreamsAreCalledByTheirNames) {
+  EXPECT_EQ(jobName("-"), "standard input");
+  EXPECT_EQ(outputName("-"), "standard output");
+  EXPECT_EQ(jobName("job.ps"), "job.ps");
+  EXPECT_EQ(outputName("job.pdf"), "job.pdf");
+}
+
+}  // namespace
+}  // namespace quillpress::cli

@@ -1,0 +1,20 @@
+# What `cmake --install` puts in place: the library, its headers, the command line, and what must go with them.
+
+include(GNUInstallDirs)
+
+install(TARGETS quillpress
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(FILES include/quillpress/converter.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quillpress)
+install(FILES LICENSE README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
+if(WIN32)
+  # Only the library for Windows has the driver's functions, and a launcher to print with.
+  install(FILES include/quillpress/driver.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quillpress)
+  install(TARGETS twsmsnd RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+else()
+  # The command line finds the library beside it, wherever both are installed.
+  file(RELATIVE_PATH libraryFolder /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
+  set_target_properties(quillpress-cli PROPERTIES INSTALL_RPATH "$ORIGIN/${libraryFolder}")
+  install(TARGETS quillpress-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()

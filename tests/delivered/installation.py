@@ -1,0 +1,63 @@
+"""What is installed works where it is put: the command line converts, and a stranger's program builds and runs."""
+
+import argparse
+import pathlib
+import subprocess
+import sys
+import tempfile
+
+PROGRAM = """
+#include <quillpress/converter.h>
+int main(void) {
+  const float matrix[6] = {1, 0, 0, 1, 0, 0};
+  void *converter = PSOpen(matrix);
+  int length = -1;
+  const char *content = PSConvertToPdf(converter, "2 setlinewidth ", &length);
+  const int is_right = content != 0 && length == 4;
+  PSClose(converter);
+  return is_right ? 0 : 1;
+}
+"""
+
+
+def run(*command):
+    process = subprocess.run([str(word) for word in command], capture_output=True, text=True, timeout=60)
+    if process.returncode != 0:
+        sys.exit(f"{command}: status {process.returncode}\n{process.stdout}{process.stderr}")
+    return process.stdout
+
+
+def only(folder, name):
+    found = list(folder.rglob(name))
+    if len(found) != 1:
+        sys.exit(f"{name}: installed {len(found)} times")
+    return found[0]
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--cmake", required=True)
+    parser.add_argument("--compiler", required=True)
+    parser.add_argument("--build", required=True)
+    options = parser.parse_args()
+    with tempfile.TemporaryDirectory(prefix="quillpress-test-") as name:
+        folder = pathlib.Path(name)
+        run(options.cmake, "--install", options.build, "--prefix", folder / "first")
+        # Nothing remembers where it was installed.
+        prefix = (folder / "first").rename(folder / "second")
+        job = folder / "job.ps"
+        job.write_text("%!\n2 setlinewidth\n")
+        if run(only(prefix, "quillpress"), job, "--content") != "2 w ":
+            sys.exit("the installed command line converts otherwise")
+        source = folder / "program.c"
+        source.write_text(PROGRAM)
+        library = only(prefix, "libquillpress.so")
+        program = folder / "program"
+        run(options.compiler, source, "-o", program, "-I", prefix / "include", library,
+            f"-Wl,-rpath,{library.parent}")
+        run(program)
+        for document in ("LICENSE", "README.md", "CHANGELOG.md"):
+            only(prefix, document)
+
+
+main()

@@ -66,6 +66,7 @@ Outcome convertJob(const Options& options, JobFile& job, const AtomicOutput& out
   if (options.messages) messages.emplace(MessageSwitch::Target::kStandardError);
   JobRunner runner;
   std::optional<Spool> setUp;
+  // Only there can it be needed again.
   if (options.keepGoing) runner.recordSetUp(setUp.emplace(output.folder()));
   Conversion conversion({options.job, options.chunkSize, options.keepGoing}, runner, pages);
   DscScanner scanner(conversion);
@@ -74,6 +75,7 @@ Outcome convertJob(const Options& options, JobFile& job, const AtomicOutput& out
   const std::string name = jobName(options.job);
   sayWhatIsMissing(name, envelope, conversion);
   const bool isCutOff = warnIfCutOff(name, conversion, scanner);
+  // The list belongs to the converter, and goes with it.
   if (options.objects) atEnd(runner.converter());
   return {conversion.hasFailed(), isCutOff, conversion.comments()};
 }
@@ -102,6 +104,7 @@ ExitCode convertToPdf(const Options& options, JobFile& job, AtomicOutput& output
   document.defaultBox = outcome.comments.defaultBox();
   document.title = outcome.comments.title();
   document.creator = outcome.comments.creator();
+  // Otherwise the output is not even opened.
   if (!document.pages.empty()) writePdf(document, pages.objects(), spool, output.file());
   return deliver(options, output, outcome, document.pages.size());
 }
@@ -116,6 +119,7 @@ ExitCode convertToText(const Options& options, JobFile& job, AtomicOutput& outpu
 
 ExitCode convert(const Options& options) {
   JobFile job(options.job);
+  // Before anything is opened for writing, which might already empty the job.
   if (job.isSameAs(options.output)) throw UsageError("the output would replace the job itself");
   AtomicOutput output(options.output);
   Spool spool(output.folder());

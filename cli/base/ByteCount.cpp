@@ -12,6 +12,7 @@ namespace {
 constexpr std::uint64_t kKibi = 1024;
 constexpr std::uint64_t kLargest = kKibi * kKibi * kKibi;
 
+// 0 for a suffix that is none.
 std::uint64_t factorOf(std::string_view suffix) {
   const std::string small = lowered(suffix);
   if (small.empty()) return 1;
@@ -25,6 +26,7 @@ std::uint64_t factorOf(std::string_view suffix) {
 std::optional<std::size_t> parseByteCount(std::string_view text) {
   std::uint64_t number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  // Checked before it is multiplied, so that the product cannot wrap.
   if (error != std::errc() || number == 0 || number > kLargest) return std::nullopt;
   const std::uint64_t factor = factorOf(text.substr(static_cast<std::size_t>(end - text.data())));
   const std::uint64_t bytes = number * factor;

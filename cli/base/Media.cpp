@@ -24,6 +24,7 @@ constexpr std::array kNamedSizes{
     NamedSize{"Folio", 595, 935},
 };
 
+// What is left of 80 columns beside the names of the options.
 constexpr std::size_t kNamesLineLength = 46;
 
 struct Unit {
@@ -50,6 +51,7 @@ std::optional<double> wholeNumber(std::string_view text) {
 }
 
 std::optional<Box> parseMeasures(std::string_view text) {
+  // The unit stands once, behind the height, and counts for both.
   const double points = takeUnit(text);
   const std::size_t cross = text.find('x');
   if (cross == std::string_view::npos) return std::nullopt;
@@ -66,6 +68,7 @@ std::optional<Box> parseMeasures(std::string_view text) {
 std::optional<Box> parseMedia(std::string_view text) {
   const std::string wanted = lowered(text);
   for (const NamedSize& size : kNamedSizes) {
+    // Names come first, as none of them looks like a measure.
     if (lowered(size.name) == wanted) return Box{0, 0, size.width, size.height};
   }
   return parseMeasures(wanted);
@@ -76,6 +79,7 @@ std::string mediaNames() {
   std::size_t lineBegin = 0;
   for (const NamedSize& size : kNamedSizes) {
     const bool isFull = names.size() + size.name.size() - lineBegin > kNamesLineLength;
+    // A comma stays at the end of its line, also of one that is full.
     if (!names.empty()) names += isFull ? ",\n" : ", ";
     if (isFull) lineBegin = names.size();
     names += size.name;

@@ -22,6 +22,7 @@ std::size_t characterLength(std::string_view text) {
   const auto first = static_cast<unsigned char>(text.front());
   std::size_t length = 0;
   if (first < 0x80) length = 1;
+  // C0 and C1 would begin a second form of ASCII, in which a control character could hide.
   if (first >= 0xC2 && first < 0xE0) length = 2;
   if (first >= 0xE0 && first < 0xF0) length = 3;
   if (first >= 0xF0 && first < 0xF5) length = 4;
@@ -80,6 +81,7 @@ std::string shortened(std::string_view text) {
 
 void say(std::string_view text) {
   const std::string line = shortened(visible("quillpress: " + std::string(text))) + "\n";
+  // One call, so that lines of several processes do not mix. Nothing can be done when it fails.
   std::fwrite(line.data(), 1, line.size(), stderr);
 }
 

@@ -63,6 +63,7 @@ void define(CLI::App& app, Options& options, RawOptions& raw) {
 
 std::filesystem::path withoutJobEnding(const std::filesystem::path& job) {
   const std::filesystem::path ending = job.extension();
+  // Endings in mixed case are left alone: nobody writes them, and a name is not changed without need.
   const bool isJobEnding = ending == ".ps" || ending == ".eps" || ending == ".prn" || ending == ".PS" ||
                            ending == ".EPS" || ending == ".PRN";
   return isJobEnding ? job.parent_path() / job.stem() : job;
@@ -71,6 +72,7 @@ std::filesystem::path withoutJobEnding(const std::filesystem::path& job) {
 std::string defaultOutput(const Options& options) {
   const bool toStandardOutput = options.job == "-" || options.content;
   if (!toStandardOutput) return withoutJobEnding(options.job).string() + ".pdf";
+  // Text may go to a terminal, as the user asked to see it.
   if (!options.content && isatty(STDOUT_FILENO) == 1) {
     throw CLI::ValidationError("a PDF is nothing for a terminal: say with -o where it goes");
   }
@@ -103,11 +105,13 @@ std::optional<Options> parseOptions(int argc, const char* const* argv, ExitCode&
     app.parse(argc, argv);
     finish(options, raw);
     return options;
+    // Help and version come as exceptions too.
   } catch (const CLI::Success& request) {
     app.exit(request);
     exit = ExitCode::kDone;
   } catch (const CLI::Error& error) {
     say(error.what());
+    // The whole help would push the mistake out of sight.
     say("try --help");
     exit = ExitCode::kUsage;
   }

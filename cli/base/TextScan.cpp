@@ -22,9 +22,11 @@ std::string_view takeWord(std::string_view& text) {
 std::optional<double> takeNumber(std::string_view& text) {
   std::string_view rest = text;
   std::string_view word = takeWord(rest);
+  // from_chars takes a minus sign only.
   if (word.starts_with('+')) word.remove_prefix(1);
   double number = 0;
   const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
+  // A number with something behind it is a word of another kind, as 1st is.
   if (error != std::errc() || end != word.data() + word.size()) return std::nullopt;
   text = rest;
   return number;
@@ -33,6 +35,7 @@ std::optional<double> takeNumber(std::string_view& text) {
 std::string lowered(std::string_view text) {
   std::string result(text);
   for (char& byte : result) {
+    // Not tolower, which depends on the locale.
     if (byte >= 'A' && byte <= 'Z') byte = static_cast<char>(byte - 'A' + 'a');
   }
   return result;

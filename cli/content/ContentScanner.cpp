@@ -44,6 +44,7 @@ bool ContentScanner::next(std::size_t limit, ContentMark& mark) {
 }
 
 bool ContentScanner::markAt(std::size_t at, ContentMark& mark) const {
+  // The byte may stand inside a name, as the c in /Dc.
   if (at > 0 && !isWhite(text_[at - 1])) return false;
   switch (text_[at]) {
     case 'q':
@@ -54,6 +55,7 @@ bool ContentScanner::markAt(std::size_t at, ContentMark& mark) const {
       return operatorAt(at, "cm", ContentMark::Kind::kConcat, mark);
     case 'B':
       if (!operatorAt(at, "BI", ContentMark::Kind::kInlineImage, mark)) return false;
+      // Nothing in the data may be taken for an operator.
       mark.end = at + inlineImageLength(text_.substr(at));
       return true;
     default:
@@ -70,6 +72,7 @@ bool ContentScanner::operatorAt(std::size_t at, std::string_view name, ContentMa
 // Recognises /PSI and /PA with a number behind them, the names that the converter gives to objects.
 bool ContentScanner::objectAt(std::size_t at, ContentMark& mark) const {
   std::string_view name = text_.substr(at + 1);
+  // The two prefixes of the converter; no other name in page content begins with them.
   if (name.starts_with("PSI")) {
     name.remove_prefix(3);
   } else if (name.starts_with("PA")) {

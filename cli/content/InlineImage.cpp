@@ -29,6 +29,7 @@ std::uint64_t numberIn(std::string_view word) {
   return number;
 }
 
+// The short names of inline images, as the converter writes them.
 std::uint64_t componentsOf(std::string_view space) {
   if (space == "/RGB") return 3;
   return space == "/CMYK" ? 4 : 1;
@@ -49,6 +50,7 @@ Dimensions readDimensions(std::string_view dictionary) {
 
 // An image was gathered up to this many bytes at least, rows not padded.
 std::uint64_t leastLength(const Dimensions& image) {
+  // More than 32 bits a component is no image, and would only serve to overflow.
   const std::uint64_t rowBits = image.width * std::min<std::uint64_t>(image.bits, 32) * image.components;
   // Sizes that no converter can have held say nothing.
   if (image.height != 0 && rowBits > UINT64_MAX / image.height) return 0;
@@ -64,6 +66,7 @@ std::uint64_t usualMaskLength(const Dimensions& mask) {
 std::size_t dataLength(std::string_view text, const Dimensions& image) {
   if (image.isMask) {
     const std::uint64_t usual = usualMaskLength(image);
+    // Where the usual length leads to an end, data that looks like one before it is data.
     const bool fits = usual <= text.size() && text.substr(usual).starts_with(kDataEnd);
     return fits ? usual : std::min(text.find(kDataEnd), text.size());
   }

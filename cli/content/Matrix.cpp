@@ -21,6 +21,7 @@ std::size_t wordBefore(std::string_view text, std::size_t end) {
 }  // namespace
 
 Matrix Matrix::then(const Matrix& next) const {
+  // Row vectors: a point is multiplied from the left.
   return {a * next.a + b * next.c,
           a * next.b + b * next.d,
           c * next.a + d * next.c,
@@ -34,6 +35,7 @@ bool Matrix::isInvertible() const {
 }
 
 std::optional<Matrix> matrixBefore(std::string_view text, std::size_t end) {
+  // Backwards, since the scanner stands at the operator and numbers are all alike.
   std::size_t begin = end;
   for (int i = 0; i < kNumbers; ++i) begin = wordBefore(text, begin);
   std::string_view words = text.substr(begin, end - begin);
@@ -47,6 +49,7 @@ std::optional<Matrix> matrixBefore(std::string_view text, std::size_t end) {
 }
 
 void MatrixStack::restore() {
+  // The page's own save is below, and what it restores is where the stream began.
   current_ = saved_.empty() ? Matrix() : saved_.back();
   if (!saved_.empty()) saved_.pop_back();
 }

@@ -14,6 +14,7 @@ void ObjectUseTracker::take(const ContentMark& mark, std::string_view text) {
       if (const auto matrix = matrixBefore(text, mark.begin)) matrix_.concat(*matrix);
       break;
     case ContentMark::Kind::kObject:
+      // The first place counts: a pattern has one matrix in a PDF file, wherever else it is selected.
       uses_.try_emplace(mark.number, matrix_.current());
       break;
     case ContentMark::Kind::kInlineImage:

@@ -26,6 +26,7 @@ void PageContent::append(std::string_view converted) {
   while (taken < text.size()) {
     const std::size_t cut = nextCut(text, taken);
     ContentMark mark{};
+    // Up to the cut only, so that pieces end in the same places however the content has come.
     if (scanner.next(cut, mark)) {
       appendChecked(text.substr(taken, mark.begin - taken));
       tracker_.take(mark, text);
@@ -47,6 +48,7 @@ void PageContent::appendChecked(std::string_view text) {
 // The end of the white space at which the piece will be full, or of the text.
 std::size_t PageContent::nextCut(std::string_view text, std::size_t from) const {
   const std::size_t room = kPieceSize - std::min(kPieceSize, piece_.size());
+  // Most texts fit, and are not searched.
   if (room >= text.size() - from) return text.size();
   const auto full = text.begin() + static_cast<std::ptrdiff_t>(from + room);
   const auto white = std::find_if(full, text.end(), isWhite);
@@ -65,6 +67,7 @@ void PageContent::take(const ContentMark& mark, std::string_view text) {
 
 void PageContent::finish() {
   if (!piece_.empty() && !isWhite(piece_.back())) piece_ += '\n';
+  // A reader complains about a page that ends inside a save.
   for (; openSaves_ > 0; --openSaves_) piece_ += "Q\n";
   flush();
 }

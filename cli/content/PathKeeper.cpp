@@ -56,6 +56,7 @@ std::string PathKeeper::KeptPath::text() const {
 // The written path that nothing has ended before offset `end`.
 std::string PathKeeper::openPathBefore(std::size_t end) const {
   OpenPath path = openPathOf(text_.substr(floor_, end - floor_));
+  // What has come with earlier texts belongs to it.
   if (!path.begins) path.text.insert(0, begun_);
   if (path.text.size() > kLongestPath) return {};
   return std::move(path.text);
@@ -68,12 +69,14 @@ void PathKeeper::copyTo(std::size_t end) {
 
 void PathKeeper::writeWaiting() {
   const std::string text = waiting_.text();
+  // Operators are told apart by white space only.
   if (!output_.empty() && !isWhite(output_.back())) output_ += '\n';
   output_.append(text);
   waiting_ = {};
 }
 
 PathKeeper::KeptPath PathKeeper::takeSaved() {
+  // A restore too many gives the state of the page's begin, which has no path.
   if (saved_.empty()) return {};
   KeptPath path = std::move(saved_.back());
   saved_.pop_back();
@@ -83,6 +86,7 @@ PathKeeper::KeptPath PathKeeper::takeSaved() {
 // Copies up to `end`, and ends a path there that is written and must not go on.
 void PathKeeper::takePathBack(const std::string& path, std::size_t end) {
   copyTo(end);
+  // PDF wants a path to be ended before anything else; n paints nothing.
   if (!path.empty()) output_.append("n\n");
 }
 
@@ -100,6 +104,7 @@ void PathKeeper::passMarks() {
     std::string path = openPathBefore(mark.begin);
     if (mark.kind == ContentMark::Kind::kSave) {
       takePathBack(path, mark.begin);
+      // One copy serves this level and all below it.
       waiting_ = keep(std::move(path));
       saved_.push_back(waiting_);
     } else if (mark.kind == ContentMark::Kind::kRestore) {
@@ -140,8 +145,10 @@ void PathKeeper::passStep() {
   } else if (step.name == "Q") {
     waiting_ = takeSaved();
   } else if (step.name == "cm") {
+    // The path stays on the page while the space moves under it.
     waiting_.concat(matrixBefore(text_, end - step.name.size()));
   } else if (step.name == "re") {  // a rectangular clip, which has nothing to do with the path
+    // Its W and n go with it.
     takeStep(rest);
     takeStep(rest);
   } else if (step.name == "BI") {

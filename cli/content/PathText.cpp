@@ -25,6 +25,7 @@ std::size_t wordBegin(std::string_view text, std::size_t end) {
 
 // The offset behind the last operator that ends a path; npos without one.
 std::size_t lastPathEnd(std::string_view text) {
+  // From the end: what matters is mostly the last few words of a long text.
   std::size_t end = text.size();
   while (end > 0) {
     const std::size_t begin = wordBegin(text, end);
@@ -37,6 +38,7 @@ std::size_t lastPathEnd(std::string_view text) {
 // Enough decimals for paths in the unit squares that drivers scale up to a page.
 void appendCoordinate(std::string& text, double value) {
   constexpr int kDecimals = 8;
+  // Room for the 309 digits of the largest number, its sign and its decimals.
   std::array<char, 400> buffer;
   if (!std::isfinite(value)) value = 0;
   const char* end =
@@ -72,6 +74,7 @@ OpenPath openPathOf(std::string_view text) {
   OpenPath path{{}, end != std::string_view::npos};
   if (path.begins) text.remove_prefix(end);
   for (ContentStep step = takeStep(text); !step.name.empty(); step = takeStep(text)) {
+    // A line width between two lines belongs to the graphics state and not to the path.
     if (!buildsPath(step.name)) continue;
     path.text.append(trimmed(step.operands)).append(" ").append(step.name).append("\n");
   }
@@ -94,6 +97,7 @@ std::string pathUnder(std::string_view path, const Matrix& matrix) {
   std::string mapped;
   for (ContentStep step = takeStep(path); !step.name.empty(); step = takeStep(path)) {
     while (const auto x = takeNumber(step.operands)) {
+      // The inverse matrix, written out: points go back through the move first.
       const double dx = *x - matrix.tx;
       const double dy = takeNumber(step.operands).value_or(0) - matrix.ty;
       appendCoordinate(mapped, (dx * matrix.d - dy * matrix.c) / determinant);

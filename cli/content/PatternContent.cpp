@@ -35,6 +35,7 @@ PatternContent readPatternContent(std::string_view captured) {
   }
   checkNumbers(captured.substr(checked));
   result.objects = tracker.uses();
+  // In front, so that each restore finds a state to go back to.
   repeat(result.text, "q\n", missingSaves);
   result.text += captured;
   repeat(result.text, "Q\n", openSaves);

@@ -6,6 +6,7 @@ void ChunkFeeder::add(std::string_view text, std::uint64_t offset) {
   while (!text.empty()) {
     if (gathered_.empty()) gatheredOffset_ = offset;
     const std::size_t taken = std::min(chunkSize_ - gathered_.size(), text.size());
+    // A whole chunk passes without being copied.
     if (taken == chunkSize_) {
       feed_(text.substr(0, taken), offset);
     } else {
@@ -19,6 +20,7 @@ void ChunkFeeder::add(std::string_view text, std::uint64_t offset) {
 
 void ChunkFeeder::flush() {
   if (gathered_.empty()) return;
+  // The one who is fed may clear what has been gathered.
   const std::string chunk = std::move(gathered_);
   gathered_.clear();
   feed_(chunk, gatheredOffset_);

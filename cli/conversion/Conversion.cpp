@@ -20,6 +20,7 @@ Conversion::Conversion(ConversionSettings settings, JobRunner& runner, PageOutpu
 
 void Conversion::text(std::string_view bytes, std::uint64_t offset) {
   if (state_ != State::kRunning) return;
+  // Kept for a converter that may have to begin anew.
   if (isBeforePages_) runner_.record(bytes);
   feeder_.add(bytes, offset);
 }
@@ -34,6 +35,7 @@ void Conversion::comment(std::string_view keyword, std::string_view value) {
 }
 
 void Conversion::nextPage() {
+  // What the set-up has drawn stands on the first page.
   if (isBeforePages_ && state_ == State::kRunning) {
     isBeforePages_ = false;
     return;
@@ -49,6 +51,7 @@ void Conversion::nextPage() {
   if (state_ == State::kStopped) return;
   if (state_ == State::kSkipping) runner_.recover();
   state_ = State::kRunning;
+  // Each page begins with the graphics state of the job's begin, as printers do it.
   runner_.converter().startPage();
   output_.beginPage();
 }
@@ -66,6 +69,7 @@ void Conversion::endOfJob() {
   feeder_.flush();
   // The converter runs a token only when it has seen the byte behind it.
   if (state_ == State::kRunning) run("\n", endOffset_);
+  // Before the page ends, since that may fail for reasons of its own.
   askAtEnd();
   endPage();
 }
@@ -95,6 +99,7 @@ void Conversion::fail(const std::string& message) {
   say(jobName(settings_.job) + ": " + message);
   hasFailed_ = true;
   state_ = settings_.keepGoing ? State::kSkipping : State::kStopped;
+  // What has been gathered belongs to the page that failed.
   feeder_.clear();
   output_.dropPage();
 }

@@ -11,11 +11,13 @@ namespace quillpress::cli {
 
 namespace {
 
+// Pages are in points, as jobs are.
 constexpr std::array<float, 6> kIdentity{1, 0, 0, 1, 0, 0};
 
 }  // namespace
 
 Converter::Converter() : handle_(PSOpen(kIdentity.data())) {
+  // The only reason that the function knows.
   if (handle_ == nullptr) throw std::bad_alloc();
 }
 

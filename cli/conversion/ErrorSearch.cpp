@@ -25,8 +25,10 @@ class ErrorSearch final : public DscHandler {
       : begin_(begin), end_(end), step_((end - begin) / kMostPieces + 1) {}
 
   void text(std::string_view bytes, std::uint64_t offset) override {
+    // The job may have been changed since, and not fail any more.
     if (offset >= end_) isOver_ = true;
     while (!bytes.empty() && !isOver_) {
+      // Up to the chunk in blocks, as fast as it goes; only the chunk is fed step by step.
       const std::uint64_t wanted = offset < begin_ ? begin_ - offset : step_;
       const std::string_view piece = bytes.substr(0, wanted);
       run(piece, offset);
@@ -37,6 +39,7 @@ class ErrorSearch final : public DscHandler {
 
   void comment(std::string_view keyword, std::string_view /*value*/) override {
     if (keyword != "Page" || isOver_) return;
+    // As the first run did: what comes before the first page is part of it.
     if (pages_++ > 0) runner_.converter().startPage();
   }
 
@@ -73,6 +76,7 @@ std::optional<std::uint64_t> runAgain(const std::string& path, std::uint64_t beg
 }  // namespace
 
 std::optional<std::uint64_t> findError(const std::string& path, std::uint64_t begin, std::uint64_t end) {
+  // One byte has only one place.
   if (end - begin == 1) return begin;
   return askAside(kLongestSearch, [&] { return runAgain(path, begin, end); });
 }

@@ -46,6 +46,7 @@ std::optional<std::uint64_t> JobRunner::runOut() {
 void JobRunner::reopen() {
   converter_ = std::make_unique<Converter>();
   TextCounter::install(*converter_);
+  // Without a record only the definitions are lost, and the next page says so itself.
   if (record_ == nullptr) return;
   const Spool::Piece setUp{0, record_->size()};
   readPiece(*record_, setUp, [this](std::string_view text) { converter_->convert(text); });

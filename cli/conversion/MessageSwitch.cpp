@@ -21,6 +21,7 @@ void set(const char* value) {
 }  // namespace
 
 MessageSwitch::MessageSwitch(Target target) {
+  // What the user has set for the library holds again afterwards.
   const char* const present = std::getenv(kVariable);
   if (present != nullptr) before_ = present;
   set(target == Target::kStandardError ? kStandardError : nullptr);

@@ -52,11 +52,13 @@ void TextCounter::install(Converter& converter) {
 }
 
 std::optional<std::uint64_t> TextCounter::read(Converter& converter) {
+  // A line width is the plainest operator that brings a number into page content.
   const auto answer = converter.convert(kReport);
   if (!answer) return std::nullopt;
   std::uint64_t count = 0;
   const char* const last = answer->data() + answer->size();
   const auto [end, error] = std::from_chars(answer->data(), last, count);
+  // Anything else is content of the job itself, which has gone on with what it was in the middle of.
   if (error != std::errc() || std::string_view(end, last) != kLineWidth) return std::nullopt;
   return count;
 }

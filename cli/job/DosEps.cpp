@@ -4,6 +4,8 @@ namespace quillpress::cli {
 
 namespace {
 
+// Little-endian numbers of four bytes follow: offset and length of the PostScript, of a metafile, of a TIFF
+// picture.
 constexpr std::string_view kMagic = "\xC5\xD0\xD3\xC6";
 constexpr std::size_t kOffsetPlace = 4;
 constexpr std::size_t kLengthPlace = 8;
@@ -18,6 +20,7 @@ std::uint32_t littleEndian(std::string_view bytes, std::size_t place) {
 }  // namespace
 
 FileSection postscriptSection(std::string_view start) {
+  // A file that ends within its header is read as text, and refused with the words for that.
   if (start.size() < kNeeded || !start.starts_with(kMagic)) return {};
   const std::uint64_t begin = littleEndian(start, kOffsetPlace);
   return {begin, begin + littleEndian(start, kLengthPlace)};

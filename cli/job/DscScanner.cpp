@@ -39,11 +39,13 @@ void DscScanner::finish() {
 std::size_t DscScanner::takeHeld(std::string_view bytes) {
   const std::size_t end = std::min(bytes.find_first_of(kLineEnds), bytes.size());
   held_.append(bytes.substr(0, end));
+  // The line end itself stays in the block: it is passed on with what follows.
   if (end < bytes.size() || held_.size() > kLongestComment) passHeld();
   return end;
 }
 
 void DscScanner::passHeld() {
+  // The handler may bring about more text, so nothing is held while it runs.
   const std::string line = std::move(held_);
   held_.clear();
   lastByte_ = line.back();
@@ -71,6 +73,7 @@ void DscScanner::scan(std::string_view bytes, std::uint64_t offset) {
         break;
     }
   }
+  // What begins a comment is held back: its text must come after the comment is known.
   passUpTo(bytes, bytes.size() - held_.size());
   lastByte_ = bytes.back();
 }
@@ -78,6 +81,7 @@ void DscScanner::scan(std::string_view bytes, std::uint64_t offset) {
 // Looks for one comment; returns the end of its line, or of the block.
 std::size_t DscScanner::scanLines(std::string_view bytes, std::size_t from) {
   std::size_t at = bytes.find('%', from);
+  // Most lines have no sign at all, and one search goes over all of them.
   while (at != std::string_view::npos && !mayBeginComment(bytes, at)) at = bytes.find('%', at + 1);
   if (at == std::string_view::npos) return bytes.size();
   passUpTo(bytes, at);
@@ -94,10 +98,12 @@ std::size_t DscScanner::scanLines(std::string_view bytes, std::size_t from) {
 // Whether a per cent sign stands at the start of a line and another one follows it or may follow.
 bool DscScanner::mayBeginComment(std::string_view bytes, std::size_t at) const {
   if (!isLineEnd(at == 0 ? lastByte_ : bytes[at - 1])) return false;
+  // At the end of a block the second sign may still come.
   return at + 1 == bytes.size() || bytes[at + 1] == '%';
 }
 
 std::size_t DscScanner::skipDataLineEnd(std::string_view bytes, std::size_t from) {
+  // A carriage return and the line feed behind it are one line end, also with a block's border between.
   const bool returnCame = (from == 0 ? lastByte_ : bytes[from - 1]) == '\r';
   if (bytes[from] == '\r' && !returnCame) return from + 1;
   state_ = dataKind_;
@@ -116,6 +122,7 @@ std::size_t DscScanner::skipDataLines(std::string_view bytes, std::size_t from) 
   if (end == std::string_view::npos) return bytes.size();
   const bool returnCame = (end == 0 ? lastByte_ : bytes[end - 1]) == '\r';
   const bool isSecondHalf = bytes[end] == '\n' && returnCame;
+  // The line feed of a pair has been counted with its carriage return.
   if (!isSecondHalf) --dataLeft_;
   if (dataLeft_ == 0) state_ = State::kLines;
   return end + 1;
@@ -147,6 +154,7 @@ void DscScanner::takeComment(std::string_view line) {
 // `value` is "COUNT", or "COUNT KIND Bytes" or "COUNT KIND Lines" of %%BeginData.
 void DscScanner::beginData(std::string_view value) {
   dataLeft_ = parseCount(takeWord(value));
+  // Without a sensible count the data is read as text, which at worst shows a comment too many.
   if (dataLeft_ == 0) return;
   takeWord(value);
   dataKind_ = takeWord(value) == "Lines" ? State::kDataLines : State::kDataBytes;

@@ -47,6 +47,7 @@ Ending findEnding(std::string_view bytes) {
     const auto behind = std::find_if_not(at, bytes.end(), isFiller);
     const std::string_view rest(behind, bytes.end());
     const auto place = static_cast<std::size_t>(at - bytes.begin());
+    // An exit is nine bytes that no program holds by chance.
     if (rest.starts_with(kUniversalExit)) return {place, true};
     if (isBeginOf(rest, kUniversalExit) && behind - at <= kLongestTail) return {place, false};
     at = std::find_if(std::max(behind, at + 1), bytes.end(), kIsEnvelopeByte);
@@ -57,10 +58,12 @@ Ending findEnding(std::string_view bytes) {
 // Throws when a line of printer job language hands the job to another interpreter than PostScript's.
 void checkLanguage(std::string_view line) {
   const std::string text = lowered(line);
+  // Anything is allowed around the words, as printers are generous here.
   const std::size_t equals = text.find('=');
   if (text.find("enter") == std::string::npos || text.find("language") == std::string::npos) return;
   if (equals == std::string::npos) return;
   const std::string_view language = trimmed(std::string_view(text).substr(equals + 1));
+  // AUTO leaves the choice to the printer, which looks for %! as we do.
   if (language.starts_with("postscript") || language.starts_with("auto")) return;
   throw InputError("is a print job, but not in PostScript: its printer language is " +
                    std::string(trimmed(line.substr(equals + 1))));
@@ -133,6 +136,7 @@ bool Envelope::takeLongLine(std::string_view& text) {
 }
 
 void Envelope::openJob() {
+  // Printers look for the same two bytes before they trust a job.
   if (!held_.starts_with("%!")) throw InputError("is not PostScript: " + describeInput(held_));
   place_ = Place::kInside;
   const std::string start = std::move(held_);
@@ -142,6 +146,7 @@ void Envelope::openJob() {
 
 void Envelope::passInside(std::string_view bytes, std::uint64_t offset) {
   std::string joined;
+  // The bytes held back are judged again together with those that have come.
   if (!held_.empty()) {
     joined = std::move(held_);
     held_.clear();
@@ -159,6 +164,7 @@ void Envelope::passInside(std::string_view bytes, std::uint64_t offset) {
 }
 
 void Envelope::passAfter() {
+  // That there is one is all that is told; it may be as long as it likes.
   if (moreJobsFollow_) {
     held_.clear();
   } else {

@@ -11,6 +11,7 @@ struct Signature {
   std::string_view kind;
 };
 
+// What people most often hand over by mistake. Of two that fit the first counts.
 constexpr std::array kSignatures{
     Signature{"%PDF-", "it is a PDF file"},
     Signature{") HP-PCL XL", "it is a PCL XL job"},

@@ -8,6 +8,7 @@ namespace quillpress::cli {
 
 namespace {
 
+// The header may put a value off to the trailer, which nobody knows before the job is over.
 constexpr std::string_view kLater = "(atend)";
 
 // Drops the name of a medium: one word, or a text in parentheses that may hold blanks.
@@ -16,6 +17,7 @@ void dropMediaName(std::string_view& value) {
     takeWord(value);
     return;
   }
+  // Names of media hold no parentheses; a job that has some only loses its size.
   const std::size_t end = value.find(')');
   value.remove_prefix(end == std::string_view::npos ? value.size() : end + 1);
 }
@@ -43,6 +45,7 @@ std::optional<Box> parseMedium(std::string_view value) {
 void JobComments::take(std::string_view keyword, std::string_view value) {
   if (keyword == "Page") {
     place_ = Place::kPage;
+    // The box of the page before is not this one's.
     pageBox_.reset();
     ++pages_;
   } else if (keyword == "Trailer") {
@@ -54,6 +57,7 @@ void JobComments::take(std::string_view keyword, std::string_view value) {
   } else if (place_ != Place::kPage && value != kLater) {
     takeOfDocument(keyword, value);
   }
+  // A job that says so is complete, however many pages it has printed of those promised.
   if (keyword == "Trailer" || keyword == "EOF") isOver_ = true;
   if (keyword != "+") mediaContinues_ = keyword == "DocumentMedia";
 }
@@ -62,6 +66,7 @@ void JobComments::takePageBoundingBox(std::string_view value) {
   const auto box = parseBox(value);
   if (!box) return;
   if (place_ == Place::kPage) pageBox_ = box;
+  // Before the first page it is a default for all of them, by the structuring conventions.
   if (place_ == Place::kHeader || place_ == Place::kSetUp) pageDefault_ = box;
 }
 
@@ -69,6 +74,7 @@ void JobComments::takePageBoundingBox(std::string_view value) {
 void JobComments::takeOfDocument(std::string_view keyword, std::string_view value) {
   // Resources in the prologue carry boxes and titles of their own.
   if (place_ == Place::kSetUp) return;
+  // The first medium of the list is the one on which the job begins.
   const bool isMedia = keyword == "DocumentMedia" || (keyword == "+" && mediaContinues_);
   if (isMedia && !media_) media_ = parseMedium(value);
   if (keyword == "Pages" && place_ == Place::kHeader) promisedPages_ = parsePages(value);
@@ -78,6 +84,7 @@ void JobComments::takeOfDocument(std::string_view keyword, std::string_view valu
 }
 
 Box JobComments::defaultBox() const {
+  // From the most exact to the vaguest: a bounding box may be that of the marks, not of the page.
   if (pageDefault_) return *pageDefault_;
   if (media_) return *media_;
   return documentBox_.value_or(kA4);

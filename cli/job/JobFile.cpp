@@ -16,6 +16,7 @@ namespace quillpress::cli {
 
 namespace {
 
+// As much as a pipe holds at a time.
 constexpr std::size_t kBlockSize = 64UL * 1024;
 
 struct stat statusOf(const Descriptor& file) {
@@ -25,6 +26,7 @@ struct stat statusOf(const Descriptor& file) {
 }
 
 Descriptor openedForReading(const std::string& path) {
+  // A copy of standard input, so that there is one rule of who closes what.
   Descriptor file(path == "-" ? fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0)
                               : open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (!file) throw InputError("cannot be opened: " + systemReason());
@@ -35,6 +37,7 @@ Descriptor openedForReading(const std::string& path) {
 
 JobFile::JobFile(const std::string& path) : isStandardInput_(path == "-"), file_(openedForReading(path)) {
   struct stat status {};
+  // Opening a folder works, and only reading it fails, with words that help nobody.
   if (fstat(file_.get(), &status) == 0 && S_ISDIR(status.st_mode)) {
     throw InputError("is a directory, not a job");
   }
@@ -46,6 +49,7 @@ bool JobFile::isRepeatable() const {
 
 bool JobFile::isSameAs(const std::string& path) const {
   struct stat other {};
+  // The name says nothing: links, and descriptors that a shell has opened, lead to the same file.
   const int found = path == "-" ? fstat(STDOUT_FILENO, &other) : stat(path.c_str(), &other);
   if (found != 0 || !S_ISREG(other.st_mode)) return false;
   const struct stat own = statusOf(file_);
@@ -59,6 +63,7 @@ void JobFile::pumpInto(ByteSink& sink) {
   if (size == 0) throw InputError("is empty");
   const FileSection section = postscriptSection({buffer.data(), size});
   while (size > 0 && offset < section.end) {
+    // Only where the block and the section overlap; offsets stay those of the file.
     const std::uint64_t first = std::max(offset, section.begin);
     const std::uint64_t last = std::min(offset + size, section.end);
     if (first < last) sink.write({buffer.data() + (first - offset), last - first}, first);
@@ -73,6 +78,7 @@ std::size_t JobFile::fill(char* buffer, std::size_t size) {
   std::size_t filled = 0;
   while (filled < size) {
     const ssize_t count = read(file_.get(), buffer + filled, size - filled);
+    // A signal that is handled interrupts the call, and nothing has been lost.
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) throw InputError("cannot be read: " + systemReason());
     if (count == 0) break;

@@ -12,6 +12,7 @@ namespace {
 
 std::time_t present() {
   const char* const fixed = std::getenv("SOURCE_DATE_EPOCH");
+  // The variable that builders of reproducible files agree on.
   if (fixed == nullptr) return std::time(nullptr);
   const std::string_view text(fixed);
   std::time_t seconds = 0;

@@ -38,6 +38,7 @@ bool hasWholeBytes(QPDFObjectHandle dictionary) {
 ImageEncoding::ImageEncoding(QPDFObjectHandle dictionary, std::string_view samples) : samples_(samples) {
   layout_.pixel = componentsIn(dictionary);
   layout_.row = layout_.pixel * positive(dictionary.getKey("/Width"));
+  // Filters work on bytes; bits would have to be shifted first, and compress well as they are.
   const bool hasRows = hasWholeBytes(dictionary) && layout_.row > 0 && samples.size() % layout_.row == 0;
   if (hasRows) rows_ = samples.size() / layout_.row;
   if (rows_ > 0) choose();
@@ -47,10 +48,12 @@ void ImageEncoding::choose() {
   const std::size_t raw = sampled(PngFilter::kNone).size();
   const Deflater deflater;
   std::size_t least = raw;
+  // Samples that nothing makes smaller, as noise or a photograph's grain, are only packed.
   effort_ = Deflater::Effort::kNone;
   for (const PngFilter filter :
        {PngFilter::kNone, PngFilter::kSub, PngFilter::kUp, PngFilter::kAverage, PngFilter::kPaeth}) {
     const std::size_t size = deflater.deflatedSize(sampled(filter));
+    // Of two that are equal the simpler one, which comes first, is quicker to read.
     if (size >= least) continue;
     least = size;
     filter_ = filter;
@@ -64,6 +67,7 @@ std::string ImageEncoding::sampled(PngFilter filter) const {
   const std::size_t strips = std::min(kStrips, rows_ / stripRows);
   std::string sample;
   for (std::size_t i = 0; i < strips; ++i) {
+    // From the first row to the last, since sky and ground differ.
     const std::size_t first = strips == 1 ? 0 : (rows_ - stripRows) * i / (strips - 1);
     appendRows(sample, filter, first, stripRows);
   }
@@ -83,6 +87,7 @@ void ImageEncoding::appendRows(std::string& target, PngFilter filter, std::size_
 
 void ImageEncoding::describe(QPDFObjectHandle dictionary) const {
   dictionary.replaceKey("/Filter", QPDFObjectHandle::newName("/FlateDecode"));
+  // A predictor that predicts nothing would only cost a byte a row.
   if (filter_ == PngFilter::kNone) return;
   auto parameters = QPDFObjectHandle::newDictionary();
   parameters.replaceKey("/Predictor", QPDFObjectHandle::newInteger(kPngPredictor));

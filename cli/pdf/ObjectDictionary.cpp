@@ -16,6 +16,7 @@ constexpr int kMatrixDecimals = 6;
 QPDFObjectHandle parsed(const std::string& body) {
   try {
     QPDFObjectHandle dictionary = QPDFObjectHandle::parse("<<" + body + ">>", "object dictionary");
+    // Brackets inside the record may have closed ours.
     if (dictionary.isDictionary()) return dictionary;
   } catch (const QPDFExc& error) {
     throw BrokenDictionary(error.getMessageDetail());
@@ -65,11 +66,13 @@ QPDFObjectHandle matrixArray(const Matrix& matrix) {
 void placeMatrix(QPDFObjectHandle dictionary, const Matrix& place) {
   const bool isMatrix = isNumbers(dictionary.getKey("/Matrix"), kMatrixNumbers);
   if (isMatrix && place == Matrix()) return;
+  // Without one the pattern lies where it is selected.
   const Matrix own = isMatrix ? matrixOf(dictionary.getKey("/Matrix")) : Matrix();
   dictionary.replaceKey("/Matrix", matrixArray(own.then(place)));
 }
 
 void completeBox(QPDFObjectHandle dictionary) {
+  // PDF requires it, PostScript jobs may have left it to a procedure.
   if (isNumbers(dictionary.getKey("/BBox"), 4)) return;
   auto box = QPDFObjectHandle::parse("[0 0 1 1]");
   if (isStep(dictionary.getKey("/XStep"))) box.setArrayItem(2, dictionary.getKey("/XStep"));
@@ -82,6 +85,7 @@ void completeStep(QPDFObjectHandle dictionary, const std::string& key, int low, 
   if (isStep(dictionary.getKey(key))) return;
   auto box = dictionary.getKey("/BBox");
   const double extent = box.getArrayItem(high).getNumericValue() - box.getArrayItem(low).getNumericValue();
+  // Cells then touch each other, which is what a job without steps most likely means.
   dictionary.replaceKey(key, QPDFObjectHandle::newReal(extent == 0 ? 1 : extent));
 }
 

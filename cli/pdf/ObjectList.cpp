@@ -45,6 +45,7 @@ std::string description(const PdfObject& object) {
 }
 
 std::string pagesText(unsigned number, const PageCounts* pages) {
+  // Content text has no resources, so nobody has counted.
   if (pages == nullptr) return "";
   const auto found = pages->find(number);
   return ", on " + counted(found == pages->end() ? 0 : found->second, "page");

@@ -31,6 +31,7 @@ std::string_view dataOf(const PdfObject& object) {
 
 void ObjectStore::keep(const ObjectUses& uses, std::span<const PdfObject* const> list) {
   for (const auto& [number, place] : uses) {
+    // A name without an object is passed over, as PDF readers do.
     const PdfObject* const source = findObject(number, list);
     if (source == nullptr || has(number)) continue;
     StoredObject& object = stored_[number];
@@ -59,10 +60,12 @@ void ObjectStore::keepImage(StoredObject& object, const PdfObject& source) {
   object.dictionary = imageDictionary(dictionaryOf(source));
   const std::string_view data = dataOf(source);
   if (source.compress == 1) {
+    // The samples stay with the converter; the task only borrows them.
     const ImageEncoding encoding(object.dictionary, data);
     encoding.describe(object.dictionary);
     object.data = worker_.submit([encoding](Spool& spool) { return encoding.encode(spool); });
   } else {
+    // The data is filtered already, as its dictionary says.
     object.data = worker_.submit([data](Spool& spool) { return spool.append(data); });
   }
 }

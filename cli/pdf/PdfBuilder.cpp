@@ -8,6 +8,7 @@ namespace {
 
 QPDFObjectHandle numberObject(double value) {
   const std::string text = pdfNumber(value);
+  // Whole numbers look whole.
   if (text.find('.') == std::string::npos) return QPDFObjectHandle::newInteger(std::stoll(text));
   return QPDFObjectHandle::newReal(text);
 }
@@ -71,6 +72,7 @@ QPDFObjectHandle PdfBuilder::makeContents(const std::vector<std::size_t>& places
     auto stream = QPDFObjectHandle::newStream(&pdf_);
     stream.getDict().replaceKey("/Filter", flate_);
     streams_->provide(stream, document_.pieces[place]);
+    // An array of one would be allowed, and only take room.
     if (places.size() == 1) return stream;
     all.appendItem(stream);
   }
@@ -79,6 +81,7 @@ QPDFObjectHandle PdfBuilder::makeContents(const std::vector<std::size_t>& places
 
 QPDFObjectHandle PdfBuilder::resourcesFor(const std::vector<unsigned>& numbers) {
   const auto known = resources_.find(numbers);
+  // Pages of one job mostly draw the same things.
   if (known != resources_.end()) return known->second;
   return resources_[numbers] = makeResources(numbers);
 }
@@ -87,6 +90,7 @@ QPDFObjectHandle PdfBuilder::makeResources(const std::vector<unsigned>& numbers)
   auto result = QPDFObjectHandle::newDictionary();
   for (const unsigned number : numbers) {
     const auto object = objects_.find(number);
+    // Named in the content but not there: readers pass over it.
     if (object == objects_.end()) continue;
     const Resource& resource = object->second;
     if (!result.hasKey(resource.category)) {
@@ -98,6 +102,7 @@ QPDFObjectHandle PdfBuilder::makeResources(const std::vector<unsigned>& numbers)
 }
 
 QPDFObjectHandle PdfBuilder::mediaBoxFor(const Box& box) {
+  // Pages of one size share the array; sizes change rarely.
   if (lastMediaBox_.isInitialized() && box == lastBox_) return lastMediaBox_;
   lastBox_ = box;
   lastMediaBox_ = QPDFObjectHandle::newArray(
@@ -108,6 +113,7 @@ QPDFObjectHandle PdfBuilder::mediaBoxFor(const Box& box) {
 QPDFObjectHandle PdfBuilder::makeInformation() {
   auto information = QPDFObjectHandle::newDictionary();
   const auto addText = [&](const std::string& key, const std::string& text) {
+    // An empty title would be shown in place of the file's name.
     if (!text.empty()) information.replaceKey(key, QPDFObjectHandle::newUnicodeString(text));
   };
   addText("/Title", document_.title);

@@ -16,6 +16,7 @@ void PdfPages::append(std::string_view text) {
 
 void PdfPages::endPage(const std::optional<Box>& box, Converter& converter) {
   content_->finish();
+  // Before the page counts as one: its objects may be the reason to drop it.
   keepObjects(converter);
   DocumentPage page{box, content_->pieces(), {}};
   for (const auto& [number, place] : content_->objects()) page.objects.push_back(number);

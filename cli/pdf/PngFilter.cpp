@@ -27,6 +27,7 @@ struct Neighbours {
 
 template <typename Predict>
 void filterRow(const Byte* row, const Byte* above, const RowLayout& layout, Predict predict, Byte* target) {
+  // The first pixel has nothing to its left. Apart from the others, so that their loop has no condition.
   for (std::size_t i = 0; i < layout.pixel; ++i) {
     target[i] = static_cast<Byte>(row[i] - predict(Neighbours{0, above[i], 0}));
   }
@@ -39,6 +40,7 @@ void filterRow(const Byte* row, const Byte* above, const RowLayout& layout, Pred
 template <typename Predict>
 void filterAll(std::string_view image, const RowLayout& layout, std::size_t first, std::size_t rows,
                PngFilter filter, Predict predict, Byte* target) {
+  // Above the first row PNG sees zeros.
   const std::vector<Byte> nothing(layout.row);
   for (std::size_t number = first; number < first + rows; ++number) {
     const auto* const row = reinterpret_cast<const Byte*>(image.data()) + number * layout.row;

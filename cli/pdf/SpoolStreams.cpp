@@ -6,6 +6,7 @@ namespace quillpress::cli {
 
 void SpoolStreams::provide(QPDFObjectHandle stream, const Spool::Piece& piece) {
   const auto number = static_cast<std::size_t>(stream.getObjGen().getObj());
+  // Object numbers are dense, so a vector is the shortest map.
   if (pieces_.size() <= number) pieces_.resize(number + 1);
   pieces_[number] = piece;
   // Handles without an object leave the dictionary's own filter as it is.

@@ -19,6 +19,7 @@ namespace {
 constexpr unsigned kPermissionBits = 07777;
 
 unsigned newFilePermissions() {
+  // The mask can only be read by setting it. No other thread makes files yet.
   const mode_t mask = umask(0);
   umask(mask);
   return 0666U & ~mask;
@@ -26,6 +27,7 @@ unsigned newFilePermissions() {
 
 std::string folderOf(const std::string& path) {
   const std::string folder = std::filesystem::path(path).parent_path().string();
+  // A bare name lies in the working folder.
   return folder.empty() ? "." : folder;
 }
 
@@ -80,8 +82,10 @@ void AtomicOutput::examine(const std::string& path) {
   struct stat status {};
   const bool exists = stat(path.c_str(), &status) == 0;
   if (exists && S_ISDIR(status.st_mode)) throw OutputError("is a directory");
+  // Replacing needs only the folder's permission; a file that its owner has protected stays all the same.
   if (exists && access(path.c_str(), W_OK) != 0) throw OutputError("cannot be written: " + systemReason());
   target_ = exists ? resolved(path) : path;
+  // A device or a pipe cannot be replaced without harm, and has no half-written state to be seen.
   isPlainFile_ = !exists || S_ISREG(status.st_mode);
   if (exists && isPlainFile_) permissions_ = status.st_mode & kPermissionBits;
   folder_ = isPlainFile_ ? folderOf(target_) : temporaryFolder();
@@ -105,6 +109,7 @@ std::FILE* AtomicOutput::file() {
 }
 
 Descriptor AtomicOutput::openBeside() {
+  // Without a way to name it later, a nameless file would be lost.
   if (canLinkNameless()) {
     Descriptor nameless = openNameless(folder_);
     isNameless_ = static_cast<bool>(nameless);

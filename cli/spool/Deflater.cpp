@@ -7,6 +7,7 @@
 namespace quillpress::cli {
 
 Deflater::Deflater(Effort effort) : compressor_(libdeflate_alloc_compressor(static_cast<int>(effort))) {
+  // The only reason that the library knows.
   if (!compressor_) throw std::bad_alloc();
 }
 
@@ -17,6 +18,7 @@ std::size_t Deflater::deflatedSize(std::string_view bytes) const {
 }
 
 std::size_t Deflater::bound(std::size_t size) const {
+  // For the worst case the format adds five bytes a block; the library knows how many.
   return libdeflate_zlib_compress_bound(compressor_.get(), size);
 }
 

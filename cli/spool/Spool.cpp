@@ -38,6 +38,7 @@ Spool::Spool(const std::string& folder) : file_(openTemporary(folder)) {
 Spool::Piece Spool::append(std::string_view bytes) {
   const Piece piece{size_, bytes.size()};
   while (!bytes.empty()) {
+    // At an offset of our own, since pieces are read while others are written.
     const ssize_t count = pwrite(file_.get(), bytes.data(), bytes.size(), static_cast<off_t>(size_));
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) throw OutputError("cannot be written: the temporary file beside it: " + systemReason());
@@ -51,6 +52,7 @@ void Spool::read(std::uint64_t offset, char* buffer, std::size_t size) const {
   while (size > 0) {
     const ssize_t count = pread(file_.get(), buffer, size, static_cast<off_t>(offset));
     if (count < 0 && errno == EINTR) continue;
+    // An end of the file here means that somebody has cut it.
     if (count <= 0) throw OutputError("cannot be written: the temporary file beside it: " + systemReason());
     offset += static_cast<std::uint64_t>(count);
     buffer += count;

@@ -8,6 +8,7 @@ namespace quillpress::cli {
 
 namespace {
 
+// One that waits while one runs is enough to keep the thread busy; each may hold a whole image.
 constexpr std::size_t kMostWaiting = 2;
 
 }  // namespace
@@ -21,6 +22,7 @@ SpoolWorker::SpoolWorker(Spool& spool) : spool_(spool) {
 SpoolWorker::~SpoolWorker() {
   {
     const std::lock_guard guard(mutex_);
+    // Nobody wants their pieces any more.
     waiting_.clear();
   }
   stop();
@@ -28,6 +30,7 @@ SpoolWorker::~SpoolWorker() {
 
 SpoolWorker::Ticket SpoolWorker::submit(Task task) {
   std::unique_lock lock(mutex_);
+  // A worker that has failed takes nothing more, so waiting for it would never end.
   changed_.wait(lock, [this] { return waiting_.size() < kMostWaiting || failure_; });
   if (failure_) std::rethrow_exception(failure_);
   waiting_.push_back(std::move(task));
@@ -59,6 +62,7 @@ void SpoolWorker::work() {
     const Task task = std::move(waiting_.front());
     waiting_.pop_front();
     changed_.notify_all();
+    // A task takes long, and the other thread must be able to hand over the next.
     lock.unlock();
     try {
       pieces_.push_back(task(spool_));

@@ -1,7 +1,7 @@
-/* Preloaded into the command line, makes system calls misbehave: QUILLPRESS_FAULTS lists CALL=NUMBER pairs,
- * separated by commas. A positive number is the error that the call fails with; a negative one is a signal that
- * comes while the call is made, which then goes on as usual. The calls are fsync, linkat, rename, and "nameless"
- * for the opening of a file without a name. */
+// Preloaded into the command line, makes system calls misbehave: QUILLPRESS_FAULTS lists CALL=NUMBER pairs,
+// separated by commas. A positive number is the error that the call fails with; a negative one is a signal
+// that comes while the call is made, which then goes on as usual. The calls are fsync, linkat, rename, and
+// "nameless" for the opening of a file without a name.
 #define _GNU_SOURCE
 #include <dlfcn.h>
 #include <errno.h>
@@ -12,7 +12,7 @@
 #include <string.h>
 #include <sys/types.h>
 
-/* The number that stands for `call`, 0 without one. */
+// The number that stands for `call`, 0 without one.
 static int fault_of(const char *call) {
   const char *rest = getenv("QUILLPRESS_FAULTS");
   const size_t length = strlen(call);
@@ -24,7 +24,7 @@ static int fault_of(const char *call) {
   return 0;
 }
 
-/* Whether `call` fails now, with errno set; sends the signal when there is to be one. */
+// Whether `call` fails now, with errno set; sends the signal when there is to be one.
 static int fails(const char *call) {
   const int fault = fault_of(call);
   if (fault < 0) raise(-fault);

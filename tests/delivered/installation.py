@@ -28,7 +28,7 @@ def run(*command):
 
 
 def only(folder, name):
-    found = list(folder.rglob(name))
+    found = [path for path in folder.rglob(name) if path.is_file()]
     if len(found) != 1:
         sys.exit(f"{name}: installed {len(found)} times")
     return found[0]

@@ -67,6 +67,13 @@ Object Interpreter::addInternal(std::string_view name, OperatorFunction function
   return object;
 }
 
+Object Interpreter::addInternal(std::string_view name, OperatorFunction function, std::string_view operands) {
+  operators_.push_back(makeOperator(memory_.name(name), operands, function));
+  const Object object = Object::operatorOf(&operators_.back());
+  internals_.emplace(function, object);
+  return object;
+}
+
 // systemdict is global; the few local dictionaries that it names are permanent, so nothing can dangle.
 void Interpreter::define(std::string_view name, const Object& value) {
   memory_.putPermanent(*systemDictionary_, memory_.name(name), value);
@@ -79,16 +86,25 @@ void Interpreter::attach(Slot slot, std::unique_ptr<Extension> extension) {
   memory_.addRoots(place.get());
 }
 
-void Interpreter::saveExtensions(std::uint32_t serial) {
+std::uint32_t Interpreter::saveState() {
+  const std::uint32_t serial = memory_.save();
+  savedModes_.push_back({serial, memory_.isGlobal(), scanner_.isPacking(), scanner_.objectFormat()});
   for (const auto& extension : extensions_) {
     if (extension != nullptr) extension->onSave(serial);
   }
+  return serial;
 }
 
-void Interpreter::restoreExtensions(std::uint32_t serial) {
+void Interpreter::restoreState(std::uint32_t serial) {
   for (const auto& extension : extensions_) {
     if (extension != nullptr) extension->onRestore(serial);
   }
+  memory_.restore(serial);
+  while (savedModes_.back().serial > serial) savedModes_.pop_back();
+  memory_.setGlobal(savedModes_.back().isGlobal);
+  scanner_.setPacking(savedModes_.back().isPacking);
+  scanner_.setObjectFormat(savedModes_.back().objectFormat);
+  savedModes_.pop_back();
 }
 
 void Interpreter::runSetUp(std::string_view program) {

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "postscript/level3/interpreter/File.h"
+#include "postscript/level3/interpreter/FileAccess.h"
 #include "postscript/level3/interpreter/ObjectStack.h"
 #include "postscript/level3/interpreter/Operator.h"
 #include "postscript/level3/interpreter/Random.h"
@@ -108,7 +109,9 @@ class Interpreter {
   ObjectStack& operands() { return operands_; }
   [[nodiscard]] const ObjectStack& operands() const { return operands_; }
   ObjectStack& execution() { return execution_; }
+  [[nodiscard]] const ObjectStack& execution() const { return execution_; }
   DictionaryStack& dictionaries() { return memory_.dictionaryStack(); }
+  [[nodiscard]] const DictionaryStack& dictionaries() const { return memory_.dictionaryStack(); }
   Scanner& scanner() { return scanner_; }
   Random& random() { return random_; }
 
@@ -128,6 +131,8 @@ class Interpreter {
   // is found again by its function, in constant time.
   Object addInternal(std::string_view name, OperatorFunction function,
                      OperatorKind kind = OperatorKind::kPlain, std::size_t frameSize = 1);
+  // One that a job may come by, and whose operands are therefore checked.
+  Object addInternal(std::string_view name, OperatorFunction function, std::string_view operands);
   [[nodiscard]] Object internal(OperatorFunction function) const { return internals_.at(function); }
   // A value in systemdict.
   void define(std::string_view name, const Object& value);
@@ -183,6 +188,9 @@ class Interpreter {
   // What `print` writes to.
   ByteSink& output() { return fileOf(standardOutput_).sink(); }
 
+  // Which files of the machine the job may open.
+  FileAccess& fileAccess() { return fileAccess_; }
+
   // ---- For operators of control.
 
   // Leaves the innermost loop. Throws invalidexit.
@@ -194,10 +202,17 @@ class Interpreter {
   void runStopped(const Object& object);
   // What default error handlers do: fills $error and stops. `command` is the object that failed.
   void recordError(Name* errorName, const Object& command);
-  [[nodiscard]] const Operator* stoppedOperator() const { return stopped_.asOperator(); }
+  // The memory, the modes that come back with it, and all extensions.
+  std::uint32_t saveState();
+  // REQUIRES: memory().isOpenSave(serial), and nothing on the stacks is newer.
+  void restoreState(std::uint32_t serial);
 
-  void saveExtensions(std::uint32_t serial);
-  void restoreExtensions(std::uint32_t serial);
+  // Lets unused values go as soon as no operator is running.
+  void requestCollection() {
+    isCollectionDue_ = true;
+    patience_ = 0;
+  }
+  [[nodiscard]] std::chrono::steady_clock::time_point startTime() const { return startTime_; }
 
  private:
   class MachineRoots final : public Roots {
@@ -253,13 +268,25 @@ class Interpreter {
 
   Object stopped_;
   Object barrier_;
+  FileAccess fileAccess_;
   Object standardInput_;
   Object standardOutput_;
   Object standardErrors_;
 
+  // What save keeps beside the memory's contents.
+  struct SavedModes {
+    std::uint32_t serial;
+    bool isGlobal;
+    bool isPacking;
+    int objectFormat;
+  };
+  std::vector<SavedModes> savedModes_;
+  const std::chrono::steady_clock::time_point startTime_ = std::chrono::steady_clock::now();
+
   // Counts down at every procedure and turn of a loop; at 0 housekeeping() looks up.
   int patience_ = 0;
   bool wasCut_ = false;  // the execution stack was cut by exit or stop
+  bool isCollectionDue_ = false;
   int nesting_ = 0;
   std::atomic<int> interruption_{-1};
   std::optional<std::chrono::steady_clock::time_point> deadline_;

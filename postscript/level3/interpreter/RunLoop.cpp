@@ -269,7 +269,9 @@ void Interpreter::housekeeping() {
   const int reason = interruption_.load(std::memory_order_relaxed);
   if (reason >= 0) throw Abort{static_cast<ErrorName>(reason)};
   if (deadline_ && std::chrono::steady_clock::now() >= *deadline_) throw Abort{ErrorName::kTimeout};
-  if (memory_.wantsCollection()) memory_.collect();
+  if (!isCollectionDue_ && !memory_.wantsCollection()) return;
+  isCollectionDue_ = false;
+  memory_.collect();
 }
 
 void Interpreter::runAndWait(const Object& procedure) {

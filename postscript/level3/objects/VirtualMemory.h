@@ -90,6 +90,7 @@ class VirtualMemory {
   }
 
   DictionaryStack& dictionaryStack() { return dictionaryStack_; }
+  [[nodiscard]] const DictionaryStack& dictionaryStack() const { return dictionaryStack_; }
 
   // ---- save and restore.
 

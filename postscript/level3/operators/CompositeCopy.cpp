@@ -61,7 +61,7 @@ void copyComposite(Interpreter& interpreter) {
     interpreter.memory().willChange(*to.storage());
     to.foreignStorage()->contents().assign(from.foreignStorage()->contents());
   } else {
-    raise(from.isArray() && to.is(Type::kPackedArray) ? ErrorName::kInvalidAccess : ErrorName::kTypeCheck);
+    raise(ErrorName::kTypeCheck);
   }
   operands.pop();
   operands.top() = result;

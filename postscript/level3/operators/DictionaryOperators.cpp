@@ -55,10 +55,16 @@ void def(Interpreter& interpreter) {
   operands.pop(2);
 }
 
+// A key as dictionaries keep it. Throws typecheck for null, which is no key.
+Object keyOperand(Interpreter& interpreter, const Object& key) {
+  if (key.isNull()) raise(ErrorName::kTypeCheck);
+  return interpreter.memory().keyOf(key);
+}
+
 // key -> value
 void load(Interpreter& interpreter) {
   Object& operand = interpreter.operands().top();
-  const Object key = interpreter.memory().keyOf(operand);
+  const Object key = keyOperand(interpreter, operand);
   const Object* value = nullptr;
   if (key.isName()) {
     value = interpreter.dictionaries().find(key.asName());
@@ -72,7 +78,7 @@ void load(Interpreter& interpreter) {
 // key value ->
 void store(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operands();
-  const Object key = interpreter.memory().keyOf(operands.top(1));
+  const Object key = keyOperand(interpreter, operands.top(1));
   Dictionary* dictionary = interpreter.dictionaries().where(key);
   if (dictionary == nullptr) dictionary = interpreter.dictionaries().top();
   if (!dictionary->isWritable()) raise(ErrorName::kInvalidAccess);
@@ -85,7 +91,7 @@ void undef(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operands();
   const Object& dictionary = operands.top(1);
   requireWritable(dictionary);
-  interpreter.memory().remove(*dictionary.asDictionary(), operands.top(0));
+  interpreter.memory().remove(*dictionary.asDictionary(), keyOperand(interpreter, operands.top(0)));
   operands.pop(2);
 }
 
@@ -94,8 +100,7 @@ void known(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operands();
   const Object& dictionary = operands.top(1);
   requireReadable(dictionary);
-  const bool isKnown =
-      dictionary.asDictionary()->find(interpreter.memory().keyOf(operands.top(0))) != nullptr;
+  const bool isKnown = dictionary.asDictionary()->find(keyOperand(interpreter, operands.top(0))) != nullptr;
   operands.pop();
   operands.top() = Object::boolean(isKnown);
 }
@@ -105,7 +110,7 @@ void known(Interpreter& interpreter) {
 void where(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operands();
   operands.require(1);
-  Dictionary* const dictionary = interpreter.dictionaries().where(interpreter.memory().keyOf(operands.top()));
+  Dictionary* const dictionary = interpreter.dictionaries().where(keyOperand(interpreter, operands.top()));
   if (dictionary == nullptr) {
     operands.top() = Object::boolean(false);
     return;

@@ -15,6 +15,19 @@ void addLanguageOperators(Interpreter& interpreter) {
   addOutputOperators(interpreter);
   addErrorOperators(interpreter);
   addFilterOperators(interpreter);
+  addStringOperators(interpreter);
+  addTypeOperators(interpreter);
+  addConversionOperators(interpreter);
+  addMemoryOperators(interpreter);
+  addUserObjectOperators(interpreter);
+  addBindOperator(interpreter);
+  addFileOperators(interpreter);
+  addReadOperators(interpreter);
+  addWriteOperators(interpreter);
+  addEexecOperator(interpreter);
+  addResourceOperators(interpreter);
+  addParameterOperators(interpreter);
+  addSystemOperators(interpreter);
 }
 
 }  // namespace quillpress::level3

@@ -20,5 +20,18 @@ void addForallOperators(Interpreter& interpreter);
 void addOutputOperators(Interpreter& interpreter);
 void addErrorOperators(Interpreter& interpreter);
 void addFilterOperators(Interpreter& interpreter);
+void addStringOperators(Interpreter& interpreter);
+void addTypeOperators(Interpreter& interpreter);
+void addConversionOperators(Interpreter& interpreter);
+void addMemoryOperators(Interpreter& interpreter);
+void addUserObjectOperators(Interpreter& interpreter);
+void addBindOperator(Interpreter& interpreter);
+void addFileOperators(Interpreter& interpreter);
+void addReadOperators(Interpreter& interpreter);
+void addWriteOperators(Interpreter& interpreter);
+void addEexecOperator(Interpreter& interpreter);
+void addResourceOperators(Interpreter& interpreter);
+void addParameterOperators(Interpreter& interpreter);
+void addSystemOperators(Interpreter& interpreter);
 
 }  // namespace quillpress::level3

@@ -87,15 +87,16 @@ void logicalNot(Interpreter& interpreter) {
 }
 
 // int shift -> int
-// Zeros come in from either side.
+// To the right, copies of the sign come in, as everywhere today.
 void bitshift(Interpreter& interpreter) {
-  const auto bits = static_cast<std::uint64_t>(interpreter.operands().top(1).asInteger());
+  const std::int64_t value = interpreter.operands().top(1).asInteger();
   const std::int64_t shift = interpreter.operands().top(0).asInteger();
   constexpr std::int64_t kWidth = 64;
-  std::uint64_t shifted = 0;
-  if (shift >= 0 && shift < kWidth) shifted = bits << shift;
-  if (shift < 0 && shift > -kWidth) shifted = bits >> -shift;
-  replaceTwo(interpreter, Object::integer(static_cast<std::int64_t>(shifted)));
+  std::int64_t shifted = 0;
+  if (shift >= 0 && shift < kWidth)
+    shifted = static_cast<std::int64_t>(static_cast<std::uint64_t>(value) << shift);
+  if (shift < 0 && shift > -kWidth) shifted = value >> -shift;
+  replaceTwo(interpreter, Object::integer(shifted));
 }
 
 constexpr OperatorRow kRows[] = {

@@ -37,18 +37,19 @@ LANGUAGE = {
     }.items()
 }
 
-BELOW_JOB = ["win32", "spooler", "settings", "metadata", "launcher", "output"]
+BELOW_JOB = ["rules", "win32", "spooler", "settings", "metadata", "output", "channel"]
 DRIVER = {
     f"umpd/{folder}": [f"umpd/{name}" for name in visible]
     for folder, visible in {
-        "win32": [],
-        "spooler": ["win32"],
-        "settings": ["win32", "spooler"],
-        "metadata": ["win32", "spooler", "settings"],
-        "launcher": ["win32", "spooler", "settings"],
-        "output": ["win32", "spooler", "settings"],
+        "rules": [],
+        "win32": ["rules"],
+        "spooler": ["rules", "win32"],
+        "settings": ["rules", "win32", "spooler"],
+        "metadata": ["rules", "win32", "spooler", "settings"],
+        "output": ["rules", "win32", "spooler", "settings"],
+        "channel": ["rules", "win32", "spooler", "settings"],
         "job": BELOW_JOB,
-        "exports": [*BELOW_JOB, "job"],
+        "api": [*BELOW_JOB, "job"],
     }.items()
 }
 
@@ -69,7 +70,7 @@ FOLDERS = {
     **LANGUAGE,
     **DRIVER,
     **COMMAND_LINE,
-    "tools/launcher": ["umpd/win32"],
+    "tools/launcher": ["umpd/rules", "umpd/win32"],
 }
 
 # Headers, or folders of headers, that one file or all files of one folder may see besides.
@@ -84,14 +85,12 @@ EXCEPTIONS = {
     "umpd/job": ["postscript/lib/pdf/PdfObjectList.h"],
     # The owner of descriptors lives beside the spool, and the job's file holds one.
     "cli/job": ["cli/spool/Descriptor.h"],
-    # What both sides of the launcher's channel must agree on.
-    "tools/launcher": ["umpd/launcher/LauncherStruct.h", "umpd/launcher/ChannelNames.h"],
 }
 
 # Who implements or uses which of the public headers.
 PUBLIC_HEADERS = {
     "quillpress/converter.h": ["postscript/lib/pdf", "postscript/lib/api", "cli/conversion", "cli/pdf"],
-    "quillpress/driver.h": ["umpd/exports"],
+    "quillpress/driver.h": ["umpd/api"],
 }
 
 WINDOWS_HEADER = "umpd/win32/Windows.h"

@@ -45,7 +45,7 @@ class Paths(Case):
         self.report("postscript/lib/objects/ObjectStack.h", "Ref.h")
         self.report("postscript/lib/objects/ObjectStack.h", "../base/Ex.h")
         self.report("postscript/lib/objects/ObjectStack.h", "postscript/lib/objects/../base/Ex.h")
-        self.report("umpd/win32/Text.cpp", "win32/Text.h")
+        self.report("umpd/rules/Text.cpp", "rules/Text.h")
 
     def test_tests_are_never_seen(self):
         self.report("cli/Program.cpp", "tests/unit/RunInterpreter.h")
@@ -75,9 +75,9 @@ class Exceptions(Case):
         self.report(interpreter, "postscript/lib/operators/MathOperators.h")
 
     def test_only_job_sees_one_header_of_the_converter(self):
-        self.allow("umpd/job/ConverterObjects.cpp", "postscript/lib/pdf/PdfObjectList.h")
-        self.report("umpd/win32/Text.cpp", "postscript/lib/pdf/PdfObjectList.h")
-        self.report("umpd/job/ConverterObjects.cpp", "postscript/lib/pdf/Postscript2Pdf.h")
+        self.allow("umpd/job/UmDriver.cpp", "postscript/lib/pdf/PdfObjectList.h")
+        self.report("umpd/rules/Text.cpp", "postscript/lib/pdf/PdfObjectList.h")
+        self.report("umpd/job/UmDriver.cpp", "postscript/lib/pdf/Postscript2Pdf.h")
 
     def test_exceptions_name_folders_or_files_of_the_table(self):
         for holder in include_arrows.EXCEPTIONS:

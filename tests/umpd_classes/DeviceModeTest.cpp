@@ -3,7 +3,7 @@
 #include <cstring>
 #include <string>
 
-#include "umpd/spooler/DeviceMode.h"
+#include "umpd/spooler/PrinterHandle.h"
 
 namespace quillpress {
 namespace {

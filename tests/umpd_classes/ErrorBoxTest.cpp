@@ -1,6 +1,6 @@
 #include "tests/umpd_classes/support/ClassTest.h"
 #include "umpd/win32/ErrorBox.h"
-#include "umpd/win32/SystemMessage.h"
+#include "umpd/win32/SystemInformation.h"
 
 namespace quillpress {
 namespace {

@@ -1,10 +1,9 @@
 #include "tests/umpd/launcher/support/Thread.h"
 #include "tests/umpd_classes/support/ClassTest.h"
-#include "umpd/launcher/InterProcessComms.h"
-#include "umpd/launcher/LauncherStruct.h"
-#include "umpd/launcher/MessageChannel.h"
+#include "umpd/channel/MessageChannel.h"
+#include "umpd/rules/LauncherStruct.h"
 #include "umpd/win32/Handles.h"
-#include "umpd/win32/SystemMessage.h"
+#include "umpd/win32/SystemInformation.h"
 
 namespace quillpress {
 namespace {

@@ -1,7 +1,7 @@
 #include "tests/umpd/launcher/support/Thread.h"
 #include "tests/umpd_classes/support/ClassTest.h"
 #include "umpd/win32/NamedMutex.h"
-#include "umpd/win32/SystemMessage.h"
+#include "umpd/win32/SystemInformation.h"
 
 namespace quillpress {
 namespace {

@@ -1,7 +1,7 @@
 #include "tests/umpd/harness/HandleCount.h"
 #include "tests/umpd_classes/support/ClassTest.h"
 #include "tests/umpd_classes/support/NoteStart.h"
-#include "umpd/output/ProgramRunner.h"
+#include "umpd/win32/ProgramRunner.h"
 
 namespace quillpress {
 namespace {

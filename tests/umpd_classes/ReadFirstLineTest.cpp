@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/umpd/launcher/support/TemporaryFolder.h"
-#include "umpd/output/FirstLine.h"
+#include "umpd/output/SetFilename.h"
 #include "umpd/win32/Handles.h"
 
 namespace quillpress {

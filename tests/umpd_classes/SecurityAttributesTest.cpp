@@ -6,7 +6,7 @@
 #include "umpd/win32/NamedMutex.h"
 #include "umpd/win32/SecurityAttributes.h"
 #include "umpd/win32/SharedSection.h"
-#include "umpd/win32/SystemMessage.h"
+#include "umpd/win32/SystemInformation.h"
 
 namespace quillpress {
 namespace {

@@ -4,7 +4,7 @@
 #include "tests/umpd_classes/support/ClassTest.h"
 #include "tests/umpd_classes/support/NoteStart.h"
 #include "umpd/output/SetupProgram.h"
-#include "umpd/spooler/Winspool.h"
+#include "umpd/spooler/PrinterHandle.h"
 
 namespace quillpress {
 namespace {

@@ -2,7 +2,7 @@
 #include <optional>
 
 #include "tests/umpd_classes/support/JobTest.h"
-#include "umpd/exports/SpoolerInterface.h"
+#include "umpd/api/SpoolerInterface.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "umpd/launcher/ChannelNames.h"
+#include "umpd/rules/LauncherStruct.h"
 
 namespace quillpress {
 namespace {

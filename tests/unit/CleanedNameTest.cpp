@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "umpd/output/CleanedName.h"
+#include "umpd/rules/DocumentName.h"
 
 namespace quillpress {
 namespace {

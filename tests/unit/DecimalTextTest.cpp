@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "umpd/settings/DecimalText.h"
+#include "umpd/rules/SettingText.h"
 
 namespace quillpress {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "umpd/settings/DefaultSettings.h"
+#include "umpd/rules/DefaultSettings.h"
 
 namespace quillpress {
 namespace {

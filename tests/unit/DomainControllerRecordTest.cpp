@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "umpd/spooler/DomainControllerRecord.h"
+#include "umpd/rules/DomainControllerRecord.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "umpd/settings/DriverConfigText.h"
+#include "umpd/rules/DriverConfigText.h"
 
 namespace quillpress {
 namespace {

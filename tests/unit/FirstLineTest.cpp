@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "umpd/output/FirstLine.h"
+#include "umpd/rules/Text.h"
 
 namespace quillpress {
 namespace {

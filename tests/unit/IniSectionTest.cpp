@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "umpd/settings/IniSection.h"
+#include "umpd/rules/SettingText.h"
 
 namespace quillpress {
 namespace {

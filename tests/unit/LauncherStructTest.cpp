@@ -3,8 +3,7 @@
 #include <cstring>
 #include <string>
 
-#include "umpd/launcher/LauncherMessages.h"
-#include "umpd/launcher/LauncherStruct.h"
+#include "umpd/rules/LauncherStruct.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "umpd/output/NameCharacters.h"
+#include "umpd/rules/DocumentName.h"
 
 namespace quillpress {
 namespace {

@@ -3,7 +3,7 @@
 #include <limits>
 #include <vector>
 
-#include "umpd/output/OutputName.h"
+#include "umpd/rules/OutputPath.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "umpd/output/PathRules.h"
+#include "umpd/rules/OutputPath.h"
 
 namespace quillpress {
 namespace {

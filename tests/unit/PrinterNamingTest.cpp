@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "umpd/settings/PrinterNaming.h"
+#include "umpd/rules/PrinterNaming.h"
 
 namespace quillpress {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "umpd/spooler/QueuedJob.h"
+#include "umpd/rules/QueuedJob.h"
 
 namespace quillpress {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "umpd/spooler/SidText.h"
+#include "umpd/rules/SidText.h"
 
 namespace quillpress {
 namespace {

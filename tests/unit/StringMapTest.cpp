@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "umpd/settings/StringMap.h"
+#include "umpd/rules/StringMap.h"
 
 namespace quillpress {
 namespace {

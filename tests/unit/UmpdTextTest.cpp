@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "umpd/win32/Text.h"
+#include "umpd/rules/Text.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "umpd/job/VirtualizedPath.h"
+#include "umpd/rules/OutputPath.h"
 
 namespace quillpress {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "umpd/metadata/XmpPacket.h"
+#include "umpd/rules/XmpPacket.h"
 
 namespace quillpress {
 namespace {

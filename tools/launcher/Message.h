@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "umpd/launcher/LauncherStruct.h"
+#include "umpd/rules/LauncherStruct.h"
 
 namespace quillpress::launcher {
 

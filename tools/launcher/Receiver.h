@@ -2,8 +2,7 @@
 
 #include <optional>
 
-#include "umpd/launcher/ChannelNames.h"
-#include "umpd/launcher/LauncherStruct.h"
+#include "umpd/rules/LauncherStruct.h"
 #include "umpd/win32/Handles.h"
 #include "umpd/win32/SharedSection.h"
 

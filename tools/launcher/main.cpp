@@ -6,7 +6,7 @@
 #include "tools/launcher/Options.h"
 #include "tools/launcher/Receiver.h"
 #include "tools/launcher/StopSignal.h"
-#include "umpd/win32/UserName.h"
+#include "umpd/win32/SystemInformation.h"
 #include "umpd/win32/Windows.h"
 #include "umpd/win32/WindowsVersion.h"
 

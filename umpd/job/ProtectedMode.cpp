@@ -1,6 +1,6 @@
 #include "umpd/job/ProtectedMode.h"
 
-#include "umpd/win32/FunctionsByName.h"
+#include "umpd/win32/SystemLibrary.h"
 
 namespace quillpress {
 

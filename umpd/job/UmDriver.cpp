@@ -1,13 +1,14 @@
 #include "umpd/job/UmDriver.h"
 
-#include "umpd/job/ConverterObjects.h"
+#include "postscript/lib/pdf/PdfObjectList.h"
+#include "umpd/rules/Text.h"
+#include "umpd/rules/Trace.h"
 #include "umpd/spooler/JobQueue.h"
 #include "umpd/spooler/SpoolerIdentity.h"
 #include "umpd/win32/AnsiText.h"
+#include "umpd/win32/CriticalSection.h"
 #include "umpd/win32/ErrorBox.h"
-#include "umpd/win32/Text.h"
-#include "umpd/win32/Trace.h"
-#include "umpd/win32/UserName.h"
+#include "umpd/win32/SystemInformation.h"
 #include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress {
@@ -17,6 +18,14 @@ constexpr std::size_t kDocumentNameSize = 260;
 
 std::wstring jobMutexName() {
   return std::wstring(windowsVersion().machinePrefix()) + L"umdriver";
+}
+
+// Empties the converter's list of PDF objects, which is one for the process. Jobs may do this on several
+// threads at once.
+void clearConverterObjects() {
+  static CriticalSection section;
+  const CriticalSection::Lock lock(section);
+  PdfObjectList::ofProcess().clear();
 }
 
 // The name as an error box shows it.

@@ -1,9 +1,9 @@
 #include "umpd/job/UmDriver2k.h"
 
 #include "umpd/output/SetupProgram.h"
+#include "umpd/rules/Text.h"
+#include "umpd/rules/Trace.h"
 #include "umpd/win32/ErrorBox.h"
-#include "umpd/win32/Text.h"
-#include "umpd/win32/Trace.h"
 
 namespace quillpress {
 

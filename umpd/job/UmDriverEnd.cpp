@@ -1,11 +1,11 @@
 // What happens when a document ends.
 
+#include "umpd/channel/LauncherProxy.h"
 #include "umpd/job/UmDriver.h"
-#include "umpd/launcher/LauncherProxy.h"
-#include "umpd/output/NameCharacters.h"
+#include "umpd/rules/DocumentName.h"
+#include "umpd/rules/Trace.h"
 #include "umpd/spooler/JobQueue.h"
 #include "umpd/win32/NamedEvent.h"
-#include "umpd/win32/Trace.h"
 #include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress {

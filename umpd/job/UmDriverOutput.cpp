@@ -1,14 +1,14 @@
 // How a job's blocks reach the output file.
 
+#include "umpd/channel/LauncherProxy.h"
 #include "umpd/job/ProtectedMode.h"
 #include "umpd/job/UmDriver.h"
-#include "umpd/job/VirtualizedPath.h"
-#include "umpd/launcher/LauncherProxy.h"
 #include "umpd/output/SetFilename.h"
+#include "umpd/rules/OutputPath.h"
+#include "umpd/rules/Text.h"
+#include "umpd/rules/Trace.h"
 #include "umpd/win32/ErrorBox.h"
-#include "umpd/win32/ShellFolders.h"
-#include "umpd/win32/Text.h"
-#include "umpd/win32/Trace.h"
+#include "umpd/win32/SystemInformation.h"
 #include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress {

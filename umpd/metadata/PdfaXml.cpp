@@ -1,7 +1,6 @@
 #include "umpd/metadata/PdfaXml.h"
 
-#include "umpd/metadata/DocumentInfo.h"
-#include "umpd/metadata/XmpDate.h"
+#include "umpd/rules/XmpPacket.h"
 #include "umpd/settings/RegistryValues.h"
 #include "umpd/win32/Windows.h"
 

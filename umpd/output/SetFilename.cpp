@@ -1,9 +1,11 @@
 #include "umpd/output/SetFilename.h"
 
-#include "umpd/output/FirstLine.h"
-#include "umpd/output/OutputName.h"
-#include "umpd/output/PathRules.h"
-#include "umpd/output/RandomNumbers.h"
+#include <random>
+
+#include "umpd/rules/OutputPath.h"
+#include "umpd/rules/Text.h"
+#include "umpd/win32/AnsiText.h"
+#include "umpd/win32/Handles.h"
 #include "umpd/win32/Windows.h"
 
 namespace quillpress {
@@ -11,6 +13,23 @@ namespace {
 
 constexpr std::size_t kTextSize = 520;
 constexpr std::size_t kExtensionSize = 40;
+
+// Jobs of one thread may follow each other within one tick.
+unsigned nextCount() {
+  static LONG count = 0;
+  return static_cast<unsigned>(InterlockedIncrement(&count));
+}
+
+// Non-negative numbers that differ between threads and moments. They hide nothing, they only tell files
+// apart. The host's own generator is left alone.
+class RandomNumbers {
+ public:
+  int next() { return numbers_(engine_); }
+
+ private:
+  std::minstd_rand engine_{GetCurrentThreadId() * GetTickCount() + nextCount()};
+  std::uniform_int_distribution<int> numbers_;
+};
 
 // "@FILE": the name is the first line of a file, for programs that set it anew for each job.
 std::wstring followReference(const std::wstring& name) {
@@ -47,6 +66,17 @@ std::optional<std::wstring> SetFilename::chooseOutputFilename(const std::wstring
   std::optional<std::wstring> unique = uniquePath(path, bufferSize, world);
   if (!unique) SetLastError(ERROR_FILE_EXISTS);
   return unique;
+}
+
+std::optional<std::wstring> readFirstLine(const std::wstring& path, std::size_t bufferSize) {
+  const FileHandle file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file) return std::nullopt;
+  std::string text(bufferSize - 1, '\0');
+  DWORD size = 0;
+  if (ReadFile(file.get(), text.data(), static_cast<DWORD>(text.size()), &size, nullptr) == 0) size = 0;
+  text.resize(size);
+  return fromAnsi(firstLine(text));
 }
 
 }  // namespace quillpress

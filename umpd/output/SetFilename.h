@@ -23,4 +23,8 @@ class SetFilename {
   const DriverSettings* settings_;
 };
 
+// The first line of a text file in the ANSI code page, less than `bufferSize` characters of it, without
+// blanks and tabs at its end. Nothing when the file cannot be opened.
+std::optional<std::wstring> readFirstLine(const std::wstring& path, std::size_t bufferSize);
+
 }  // namespace quillpress

@@ -1,11 +1,11 @@
 #include "umpd/output/SetupProgram.h"
 
-#include "umpd/output/ProgramRunner.h"
+#include "umpd/rules/Trace.h"
 #include "umpd/settings/InstallFolder.h"
 #include "umpd/settings/RegistryKeys.h"
 #include "umpd/settings/RegistryValues.h"
 #include "umpd/settings/UserRoot.h"
-#include "umpd/win32/Trace.h"
+#include "umpd/win32/ProgramRunner.h"
 
 namespace quillpress {
 namespace {

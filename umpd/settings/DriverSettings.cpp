@@ -1,15 +1,16 @@
 #include "umpd/settings/DriverSettings.h"
 
-#include "umpd/settings/DecimalText.h"
-#include "umpd/settings/DefaultSettings.h"
-#include "umpd/settings/DriverConfigFile.h"
+#include "umpd/rules/DefaultSettings.h"
+#include "umpd/rules/DriverConfigText.h"
+#include "umpd/rules/SettingText.h"
+#include "umpd/settings/InstallFolder.h"
 #include "umpd/settings/RegistryKeys.h"
-#include "umpd/settings/RegistryNames.h"
 #include "umpd/settings/RegistryValues.h"
 #include "umpd/settings/UserRoot.h"
 #include "umpd/spooler/FindPort.h"
-#include "umpd/spooler/OpenPrinter.h"
+#include "umpd/spooler/PrinterHandle.h"
 #include "umpd/win32/DriverDebugOutput.h"
+#include "umpd/win32/SystemInformation.h"
 
 namespace quillpress {
 namespace {
@@ -27,6 +28,15 @@ std::wstring readGlobalPrinterName() {
   const RegistryKey key = openKey(root.key(), kProductKey, KEY_QUERY_VALUE);
   if (!key) return {};
   return readText(key.get(), kPrinterNameValue).value_or(std::wstring());
+}
+
+// The defaults for the calling user, whose folder for output files is made if need be.
+std::vector<DefaultSetting> usersDefaultSettings() {
+  const DefaultFolders folders{applicationDataFolder(), documentsFolder(),
+                               installedFile(L"twsview.exe").value_or(std::wstring())};
+  if (!folders.applicationData.empty())
+    CreateDirectoryW(defaultSaveFolder(folders.applicationData).c_str(), nullptr);
+  return defaultSettings(folders);
 }
 
 }  // namespace
@@ -102,13 +112,22 @@ void DriverSettings::setString(const std::wstring& name, const std::wstring& val
 }
 
 bool DriverSettings::writeDriverConfigFile() const {
-  return quillpress::writeDriverConfigFile(map_);
+  const std::wstring folder = systemFolder();
+  if (folder.empty()) return false;
+  const std::wstring path = folder + L"\\twscfg.1";
+  const FileHandle file(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file) return false;
+  const std::wstring text = driverConfigText(map_);
+  const DWORD size = static_cast<DWORD>(text.size()) * sizeof(wchar_t);
+  DWORD written = 0;
+  return WriteFile(file.get(), text.data(), size, &written, nullptr) != 0 && written == size;
 }
 
 // Each value is written through the key as it is found then: the opening above has made it.
 void DriverSettings::writeDefaults() {
   writeGlobalPrinterName();
-  for (const DefaultSetting& setting : defaultSettings()) {
+  for (const DefaultSetting& setting : usersDefaultSettings()) {
     if (setting.text) {
       setString(setting.name, *setting.text);
     } else {

@@ -3,9 +3,9 @@
 #include <string>
 #include <string_view>
 
+#include "umpd/rules/PrinterNaming.h"
+#include "umpd/rules/StringMap.h"
 #include "umpd/settings/IniFile.h"
-#include "umpd/settings/PrinterNaming.h"
-#include "umpd/settings/StringMap.h"
 #include "umpd/spooler/PrinterHandle.h"
 #include "umpd/win32/Handles.h"
 
@@ -50,7 +50,8 @@ class DriverSettings {
   void setInt(const std::wstring& name, int value);
   void setString(const std::wstring& name, const std::wstring& value);
 
-  // Writes the file that tells the rendering side of NT 4.0 its settings. False, with the last error,
+  // Writes the file that tells the rendering side of NT 4.0 its settings, as UTF-16 without mark and final
+  // zero. False, with the last error,
   // when the file cannot be made or written.
   [[nodiscard]] bool writeDriverConfigFile() const;
 

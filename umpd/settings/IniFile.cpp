@@ -1,6 +1,6 @@
 #include "umpd/settings/IniFile.h"
 
-#include "umpd/settings/IniSection.h"
+#include "umpd/rules/SettingText.h"
 #include "umpd/settings/InstallFolder.h"
 #include "umpd/win32/Windows.h"
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <atomic>
 
-#include "umpd/spooler/Winspool.h"
+#include "umpd/spooler/PrinterHandle.h"
 #include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress {

@@ -4,8 +4,8 @@
 #include <cstring>
 #include <vector>
 
-#include "umpd/win32/Text.h"
-#include "umpd/win32/TryResize.h"
+#include "umpd/rules/Text.h"
+#include "umpd/rules/TryResize.h"
 
 namespace quillpress {
 namespace {

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "umpd/settings/StringMap.h"
+#include "umpd/rules/StringMap.h"
 #include "umpd/win32/Windows.h"
 
 namespace quillpress {

@@ -2,12 +2,11 @@
 
 #include <string>
 
+#include "umpd/rules/Trace.h"
 #include "umpd/settings/RegistryKeys.h"
-#include "umpd/settings/RegistryNames.h"
 #include "umpd/settings/RegistryValues.h"
 #include "umpd/spooler/UserSid.h"
-#include "umpd/win32/FunctionsByName.h"
-#include "umpd/win32/Trace.h"
+#include "umpd/win32/SystemLibrary.h"
 #include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress {

@@ -1,12 +1,11 @@
 #include "umpd/spooler/DomainController.h"
 
-#include "umpd/spooler/DomainControllerRecord.h"
+#include "umpd/rules/DomainControllerRecord.h"
+#include "umpd/rules/Text.h"
+#include "umpd/rules/Trace.h"
 #include "umpd/win32/CriticalSection.h"
-#include "umpd/win32/FunctionsByName.h"
 #include "umpd/win32/SharedSection.h"
 #include "umpd/win32/SystemLibrary.h"
-#include "umpd/win32/Text.h"
-#include "umpd/win32/Trace.h"
 #include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress {

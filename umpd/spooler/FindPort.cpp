@@ -1,10 +1,13 @@
 #include "umpd/spooler/FindPort.h"
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
-#include "umpd/spooler/PrinterPorts.h"
+#include "umpd/rules/PrinterNaming.h"
+#include "umpd/rules/Text.h"
+#include "umpd/rules/TryResize.h"
 #include "umpd/win32/AnsiText.h"
-#include "umpd/win32/Text.h"
 
 namespace quillpress {
 namespace {
@@ -14,6 +17,21 @@ std::wstring wide(const char* text) {
 }
 
 }  // namespace
+
+bool iteratePrinters(PrinterIteratorCallback& callback) {
+  constexpr DWORD kKinds = PRINTER_ENUM_LOCAL | PRINTER_ENUM_CONNECTIONS;
+  DWORD needed = 0;
+  DWORD count = 0;
+  EnumPrintersA(kKinds, nullptr, 2, nullptr, 0, &needed, &count);
+  if (needed == 0) return false;
+  std::vector<BYTE> buffer;
+  if (!tryResize(buffer, needed)) return false;
+  if (EnumPrintersA(kKinds, nullptr, 2, buffer.data(), needed, &needed, &count) == 0) return false;
+  const auto* records = reinterpret_cast<const PRINTER_INFO_2A*>(buffer.data());
+  const auto room = static_cast<DWORD>(buffer.size() / sizeof(PRINTER_INFO_2A));
+  return std::any_of(records, records + std::min(count, room),
+                     [&](const PRINTER_INFO_2A& each) { return callback.visit(each); });
+}
 
 FindPort::FindPort(std::wstring soughtPort) : soughtPort_(std::move(soughtPort)) {}
 

@@ -3,9 +3,21 @@
 #include <optional>
 #include <string>
 
-#include "umpd/spooler/PrinterIterator.h"
+#include "umpd/spooler/PrinterHandle.h"
 
 namespace quillpress {
+
+// Visits printers one after another.
+class PrinterIteratorCallback {
+ public:
+  virtual ~PrinterIteratorCallback() = default;
+
+  // The record is the spooler's and is valid during the call. True ends the iteration.
+  virtual bool visit(const PRINTER_INFO_2A& record) = 0;
+};
+
+// Shows the callback every local printer and every connection until it has enough. Returns whether it had.
+bool iteratePrinters(PrinterIteratorCallback& callback);
 
 // Looks for the printer of this product that sits on a port.
 class FindPort final : public PrinterIteratorCallback {

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "umpd/rules/Trace.h"
+#include "umpd/rules/TryResize.h"
 #include "umpd/spooler/PrinterInformation.h"
 #include "umpd/win32/AnsiText.h"
-#include "umpd/win32/Trace.h"
-#include "umpd/win32/TryResize.h"
 #include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress {

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "umpd/spooler/QueuedJob.h"
-#include "umpd/spooler/Winspool.h"
+#include "umpd/rules/QueuedJob.h"
+#include "umpd/spooler/PrinterHandle.h"
 
 namespace quillpress {
 

@@ -1,9 +1,9 @@
 #include "umpd/spooler/PrinterInformation.h"
 
+#include "umpd/rules/Trace.h"
+#include "umpd/rules/TryResize.h"
 #include "umpd/win32/AnsiText.h"
-#include "umpd/win32/SystemMessage.h"
-#include "umpd/win32/Trace.h"
-#include "umpd/win32/TryResize.h"
+#include "umpd/win32/SystemInformation.h"
 
 namespace quillpress {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "umpd/spooler/Winspool.h"
+#include "umpd/spooler/PrinterHandle.h"
 
 namespace quillpress {
 

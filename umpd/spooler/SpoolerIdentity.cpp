@@ -1,7 +1,7 @@
 #include "umpd/spooler/SpoolerIdentity.h"
 
 #include "umpd/win32/ErrorBox.h"
-#include "umpd/win32/FunctionsByName.h"
+#include "umpd/win32/SystemLibrary.h"
 #include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress {

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <vector>
 
+#include "umpd/rules/SidText.h"
+#include "umpd/rules/TryResize.h"
 #include "umpd/spooler/DomainController.h"
-#include "umpd/spooler/SidText.h"
-#include "umpd/win32/TryResize.h"
-#include "umpd/win32/UserName.h"
+#include "umpd/win32/SystemInformation.h"
 #include "umpd/win32/Windows.h"
 #include "umpd/win32/WindowsVersion.h"
 

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <string>
 
-#include "umpd/win32/SystemMessage.h"
+#include "umpd/win32/SystemInformation.h"
 #include "umpd/win32/Windows.h"
 
 namespace quillpress {

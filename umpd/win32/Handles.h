@@ -1,9 +1,47 @@
 #pragma once
 
-#include "umpd/win32/UniqueHandle.h"
+#include <utility>
+
 #include "umpd/win32/Windows.h"
 
 namespace quillpress {
+
+// Sole owner of a system handle. Traits name the handle's type, its value for "none", and how it is closed.
+template <typename Traits>
+class UniqueHandle {
+ public:
+  using Handle = typename Traits::Handle;
+
+  UniqueHandle() = default;
+  explicit UniqueHandle(Handle handle) : handle_(handle) {}
+  UniqueHandle(UniqueHandle&& other) noexcept : handle_(other.release()) {}
+  UniqueHandle& operator=(UniqueHandle&& other) noexcept {
+    reset(other.release());
+    return *this;
+  }
+  UniqueHandle(const UniqueHandle&) = delete;
+  UniqueHandle& operator=(const UniqueHandle&) = delete;
+  ~UniqueHandle() { reset(); }
+
+  [[nodiscard]] Handle get() const { return handle_; }
+  explicit operator bool() const { return handle_ != Traits::none(); }
+
+  [[nodiscard]] Handle release() { return std::exchange(handle_, Traits::none()); }
+
+  void reset(Handle handle = Traits::none()) {
+    const Handle old = std::exchange(handle_, handle);
+    if (old != Traits::none()) Traits::close(old);
+  }
+
+  // For functions that store a handle through a pointer; whatever was owned is closed first.
+  [[nodiscard]] Handle* receive() {
+    reset();
+    return &handle_;
+  }
+
+ private:
+  Handle handle_ = Traits::none();
+};
 
 struct KernelHandleTraits {
   using Handle = HANDLE;

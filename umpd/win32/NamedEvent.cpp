@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "umpd/rules/Trace.h"
 #include "umpd/win32/SecurityAttributes.h"
-#include "umpd/win32/Trace.h"
 
 namespace quillpress {
 

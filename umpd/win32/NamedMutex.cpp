@@ -4,7 +4,7 @@
 
 #include "umpd/win32/DriverDebugOutput.h"
 #include "umpd/win32/SecurityAttributes.h"
-#include "umpd/win32/SystemMessage.h"
+#include "umpd/win32/SystemInformation.h"
 
 namespace quillpress {
 

@@ -1,6 +1,6 @@
 #include "umpd/win32/SystemLibrary.h"
 
-#include "umpd/win32/SystemFolder.h"
+#include "umpd/win32/SystemInformation.h"
 
 namespace quillpress {
 

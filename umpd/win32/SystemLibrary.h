@@ -1,6 +1,7 @@
 #pragma once
 
 #include "umpd/win32/Handles.h"
+#include "umpd/win32/Windows.h"
 
 namespace quillpress {
 
@@ -32,5 +33,27 @@ class SystemLibrary {
 
   Library library_;
 };
+
+// Every function that is found by name at run time, because some Windows lacks it or because its library
+// costs too much to load for every job. Beside each stands what happens without it.
+
+// The registry of the user whom the thread impersonates. Without it: the key of the user's SID below
+// HKEY_USERS.
+inline constexpr NamedFunction<LONG WINAPI(REGSAM, HKEY*)> kRegOpenCurrentUser{L"Advapi32.DLL",
+                                                                               "RegOpenCurrentUser"};
+
+// The primary domain controller. Without it: the local machine knows the account.
+inline constexpr NamedFunction<DWORD WINAPI(const wchar_t*, const wchar_t*, BYTE**)> kNetGetDCName{
+    L"Netapi32.dll", "NetGetDCName"};
+inline constexpr NamedFunction<DWORD WINAPI(void*)> kNetApiBufferFree{L"Netapi32.dll", "NetApiBufferFree"};
+
+// From the client's identity to the spooler's and back. Without them: the client's identity stays.
+inline constexpr NamedFunction<HANDLE WINAPI()> kRevertToPrinterSelf{L"spoolss.dll", "RevertToPrinterSelf"};
+inline constexpr NamedFunction<BOOL WINAPI(HANDLE)> kImpersonatePrinterClient{L"spoolss.dll",
+                                                                              "ImpersonatePrinterClient"};
+
+// Whether this is a browser process that may write to few folders. Without it: it is none.
+inline constexpr NamedFunction<HRESULT WINAPI(BOOL*)> kIEIsProtectedModeProcess{L"ieframe.dll",
+                                                                                "IEIsProtectedModeProcess"};
 
 }  // namespace quillpress

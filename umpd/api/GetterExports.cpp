@@ -1,0 +1,84 @@
+// What the rest of the driver asks a running job.
+
+#include <quillpress/driver.h>
+
+#include <algorithm>
+#include <string_view>
+
+#include "umpd/api/Guarded.h"
+#include "umpd/api/JobTable.h"
+#include "umpd/metadata/PdfaXml.h"
+#include "umpd/rules/Text.h"
+#include "umpd/win32/Windows.h"
+
+namespace quillpress {
+namespace {
+
+// Not a setting: the name by which the XMP packet is asked for. The case counts.
+constexpr std::wstring_view kPdfaXml = L"pdfaXML";
+constexpr std::string_view kPdfaXmlNarrow = "pdfaXML";
+
+// As much as fits, with the final zero.
+void copyText(std::wstring_view text, wchar_t* buffer, unsigned length) {
+  if (buffer == nullptr || length == 0) return;
+  *std::copy_n(text.begin(), fitting(text, length).size(), buffer) = L'\0';
+}
+
+void copyPacket(UmDriver& job, wchar_t* buffer, unsigned length) {
+  const std::wstring packet = buildPdfaXml(job.settings(), job.documentName());
+  copyText(packet.size() < length ? packet : std::wstring(), buffer, length);
+}
+
+// False, with an empty text, when the packet does not fit or cannot be converted.
+bool copyPacketAsUtf8(UmDriver& job, char* buffer, unsigned length) {
+  if (buffer == nullptr || length == 0) return false;
+  const std::wstring packet = buildPdfaXml(job.settings(), job.documentName());
+  const int room = static_cast<int>(std::min<unsigned>(length, 0x7FFFFFFF));
+  if (WideCharToMultiByte(CP_UTF8, 0, packet.c_str(), -1, buffer, room, nullptr, nullptr) != 0) return true;
+  *buffer = '\0';
+  return false;
+}
+
+}  // namespace
+}  // namespace quillpress
+
+using quillpress::copyPacket;
+using quillpress::copyPacketAsUtf8;
+using quillpress::copyText;
+using quillpress::guarded;
+using quillpress::kPdfaXml;
+using quillpress::kPdfaXmlNarrow;
+using quillpress::textOrEmpty;
+using quillpress::UmDriver;
+using quillpress::validJob;
+
+int QUILLPRESS_CALL getIntVal(unsigned long job, const wchar_t* name, int defaultValue) {
+  // Kept: the text names another getter.
+  UmDriver* const driver = validJob(job, "getPrinterName invalid parms");
+  if (driver == nullptr) return defaultValue;
+  return guarded(defaultValue, [&] { return driver->settings().getInt(textOrEmpty(name), defaultValue); });
+}
+
+unsigned QUILLPRESS_CALL getStringVal(unsigned long job, const wchar_t* name, wchar_t* buffer,
+                                      unsigned length, const wchar_t* defaultValue) {
+  UmDriver* const driver = validJob(job, "getStringVal invalid parms");
+  if (driver == nullptr) return 0;
+  return guarded(0U, [&] {
+    if (textOrEmpty(name) == kPdfaXml) {
+      copyPacket(*driver, buffer, length);
+    } else if (const std::wstring* value = driver->settings().findFitting(textOrEmpty(name), length)) {
+      copyText(*value, buffer, length);
+    } else if (defaultValue != nullptr) {
+      copyText(defaultValue, buffer, length);
+    }
+    return 1U;
+  });
+}
+
+unsigned QUILLPRESS_CALL getStringMultibyte(unsigned long job, const char* name, char* buffer,
+                                            unsigned length) {
+  UmDriver* const driver = validJob(job, "getStringMultibyte invalid parms");
+  if (driver == nullptr) return 0;
+  if (name == nullptr || name != kPdfaXmlNarrow) return 1;
+  return guarded(0U, [&] { return copyPacketAsUtf8(*driver, buffer, length) ? 1U : 0U; });
+}

@@ -1,0 +1,57 @@
+// The life of a job: start, blocks, end.
+
+#include <quillpress/driver.h>
+
+#include <memory>
+
+#include "umpd/api/Guarded.h"
+#include "umpd/api/JobTable.h"
+#include "umpd/job/UmDriver2k.h"
+#include "umpd/rules/Trace.h"
+#include "umpd/win32/ErrorBox.h"
+
+using quillpress::guarded;
+using quillpress::JobHandle;
+using quillpress::JobTable;
+using quillpress::showErrorBox;
+using quillpress::trace;
+using quillpress::UmDriver;
+using quillpress::UmDriver2k;
+using quillpress::validJob;
+using quillpress::writeBlock;
+
+unsigned long QUILLPRESS_CALL DocStart(wchar_t* printerName) {
+  if (printerName == nullptr) {
+    showErrorBox("DocStart - invalid printer name %s\n", "(null)");
+    return 0;
+  }
+  return guarded(JobHandle{0}, [&]() -> JobHandle {
+    auto job = std::make_unique<UmDriver>();
+    if (!job->init(nullptr, 0, printerName) || job->stateFlags() != UmDriver::kInitialised) return 0;
+    return JobTable::add(std::move(job));
+  });
+}
+
+unsigned long QUILLPRESS_CALL DocStart2K(void* printer, unsigned long jobId, wchar_t* printerName,
+                                         wchar_t* documentName) {
+  trace(L"Printer handle=%d, jobId=%d, printerName=[%s], docName=[%s]\n", printer, jobId, printerName,
+        documentName);
+  return guarded(JobHandle{0}, [&]() -> JobHandle {
+    auto job = std::make_unique<UmDriver2k>();
+    if (!job->init(printer, jobId, documentName) || job->stateFlags() != UmDriver::kInitialised) return 0;
+    return JobTable::add(std::move(job));
+  });
+}
+
+int QUILLPRESS_CALL DocWrite(unsigned long job, const void* bytes, unsigned long count) {
+  UmDriver* const driver = validJob(job, "DocWrite invalid parms");
+  return driver != nullptr && writeBlock(*driver, bytes, count) ? 1 : 0;
+}
+
+int QUILLPRESS_CALL DocEnd(unsigned long job) {
+  UmDriver* const driver = validJob(job, "DocEnd invalid parms");
+  if (driver == nullptr) return 0;
+  const bool isEnded = guarded(false, [&] { return driver->endDoc(); });
+  JobTable::remove(job);
+  return isEnded ? 1 : 0;
+}

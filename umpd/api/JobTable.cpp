@@ -1,0 +1,65 @@
+#include "umpd/api/JobTable.h"
+
+#include <cstdint>
+#include <map>
+#include <utility>
+
+#include "umpd/api/Guarded.h"
+#include "umpd/win32/CriticalSection.h"
+#include "umpd/win32/ErrorBox.h"
+
+namespace quillpress {
+namespace {
+
+struct Jobs {
+  CriticalSection section;
+  std::map<JobHandle, std::unique_ptr<UmDriver>> byHandle;
+};
+
+// Never destroyed: jobs that a process leaves behind at its end must not wait for anything then. A host that
+// unloads the library in the middle of a job keeps the job's handles open until it ends.
+Jobs& jobs() {
+  static Jobs& living = *new Jobs;
+  return living;
+}
+
+}  // namespace
+
+JobHandle JobTable::add(std::unique_ptr<UmDriver> job) {
+  static_assert(sizeof(JobHandle) == sizeof(void*));
+  const auto handle = static_cast<JobHandle>(reinterpret_cast<std::uintptr_t>(job.get()));
+  const CriticalSection::Lock lock(jobs().section);
+  jobs().byHandle.emplace(handle, std::move(job));
+  return handle;
+}
+
+UmDriver* JobTable::find(JobHandle handle) {
+  const CriticalSection::Lock lock(jobs().section);
+  const auto found = jobs().byHandle.find(handle);
+  return found != jobs().byHandle.end() && found->second->hasSignature() ? found->second.get() : nullptr;
+}
+
+std::unique_ptr<UmDriver> JobTable::remove(JobHandle handle) {
+  const CriticalSection::Lock lock(jobs().section);
+  auto node = jobs().byHandle.extract(handle);
+  return node ? std::move(node.mapped()) : nullptr;
+}
+
+UmDriver* validJob(JobHandle handle, const char* messageIfInvalid) {
+  UmDriver* const job = JobTable::find(handle);
+  if (job != nullptr && (job->stateFlags() & UmDriver::kInitialised) != 0) return job;
+  showErrorBox("%s", messageIfInvalid);
+  return nullptr;
+}
+
+bool writeBlock(UmDriver& job, const void* bytes, unsigned long count) {
+  if ((job.stateFlags() & UmDriver::kWriteFailed) != 0) return false;
+  const bool isReadable = bytes != nullptr || count == 0;
+  const bool isWritten = isReadable && guarded(false, [&] {
+                           return job.write({static_cast<const std::byte*>(bytes), count});
+                         });
+  if (!isWritten) job.setStateFlag(UmDriver::kWriteFailed);
+  return isWritten;
+}
+
+}  // namespace quillpress

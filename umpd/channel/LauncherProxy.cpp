@@ -1,0 +1,47 @@
+#include "umpd/channel/LauncherProxy.h"
+
+#include "umpd/rules/LauncherStruct.h"
+#include "umpd/settings/InstallFolder.h"
+#include "umpd/win32/AnsiText.h"
+#include "umpd/win32/SystemInformation.h"
+#include "umpd/win32/Windows.h"
+#include "umpd/win32/WindowsVersion.h"
+
+namespace quillpress {
+
+LauncherProxy::LauncherProxy()
+    : channel_(channelNames(windowsVersion().sessionPrefix(), kLauncherChannel, userName()), INFINITE) {}
+
+bool LauncherProxy::startLauncher() const {
+  if (isReceiverReady()) return true;
+  const std::optional<std::wstring> path = installedFile(L"twsmsnd.exe");
+  if (!path) return false;
+  std::wstring commandLine = *path;
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  startup.dwFlags = STARTF_USESHOWWINDOW;
+  startup.wShowWindow = SW_HIDE;
+  PROCESS_INFORMATION process{};
+  if (CreateProcessW(path->c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                     &startup, &process) == 0) {
+    return false;
+  }
+  CloseHandle(process.hThread);
+  CloseHandle(process.hProcess);
+  return true;
+}
+
+bool LauncherProxy::sendStartPrint(const std::wstring& printerName) {
+  if (!channel_.openRecord()) return false;
+  writeStartPrint(channel_.message(), toAnsi(printerName));
+  return channel_.sendRecord();
+}
+
+bool LauncherProxy::sendStopPrint(const std::wstring& printerName, const std::wstring& documentName,
+                                  const std::wstring& outputPath) {
+  if (!channel_.openRecord()) return false;
+  writeStopPrint(channel_.message(), toAnsi(printerName), toAnsi(documentName), toAnsi(outputPath));
+  return channel_.sendRecord();
+}
+
+}  // namespace quillpress

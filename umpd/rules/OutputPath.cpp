@@ -1,0 +1,146 @@
+#include "umpd/rules/OutputPath.h"
+
+#include "umpd/rules/DocumentName.h"
+#include "umpd/rules/Text.h"
+#include "umpd/rules/Trace.h"
+
+namespace quillpress {
+namespace {
+
+constexpr std::wstring_view kSeparators = L"\\/";
+
+struct PathParts {
+  std::wstring_view drive;   // "C:"
+  std::wstring_view folder;  // with both separators around it
+  std::wstring_view name;
+  std::wstring_view extension;  // with its dot
+};
+
+PathParts split(std::wstring_view path) {
+  PathParts parts;
+  if (path.size() >= 2 && path[1] == L':') parts.drive = path.substr(0, 2);
+  path.remove_prefix(parts.drive.size());
+  const std::size_t separator = path.find_last_of(kSeparators);
+  parts.folder = path.substr(0, separator + 1);  // none: npos + 1 is 0
+  path.remove_prefix(parts.folder.size());
+  parts.name = path.substr(0, path.rfind(L'.'));
+  parts.extension = path.substr(parts.name.size());
+  return parts;
+}
+
+// The values of "SaveFilenameAction" that the choice tells apart.
+enum class NameSource { document, defaultName, random, none };
+
+NameSource nameSource(int action) {
+  switch (action) {
+    case 0:
+    case 2:
+    case 3:
+    case 5:
+      return NameSource::document;
+    case 1:
+      return NameSource::defaultName;
+    case 4:
+      return NameSource::random;
+    default:
+      return NameSource::none;
+  }
+}
+
+// The folder with a separator at its end; empty when there is none or when it does not fit.
+std::wstring folderPart(const std::wstring& folder, std::size_t available) {
+  if (folder.empty() || folder.size() + 1 >= available) return {};
+  const bool isEnded = folder.ends_with(L'\\') || folder.ends_with(L'/');
+  return isEnded ? folder : folder + L'\\';
+}
+
+std::wstring randomPath(const std::wstring& folder, const NamingRules& rules, const NamingWorld& world) {
+  constexpr int kAttempts = 11;
+  std::wstring path;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    const std::wstring number = std::to_wstring(world.random());
+    trace(L"randstring [%s]\n", number.c_str());
+    path = folder + number + rules.extension;
+    if (!world.exists(path)) break;
+  }
+  return path;
+}
+
+std::wstring rawPath(const NamingRules& rules, std::wstring_view documentName, std::size_t bufferSize,
+                     const NamingWorld& world) {
+  const NameSource source = nameSource(rules.action);
+  if (source == NameSource::defaultName) {
+    // The name is taken whole, so the folder gets what it leaves.
+    const std::size_t taken = rules.defaultName.size();
+    return folderPart(rules.folder, bufferSize > taken ? bufferSize - taken : 0) + rules.defaultName;
+  }
+  std::wstring folder = folderPart(rules.folder, bufferSize);
+  if (source == NameSource::none) return folder;
+  if (source == NameSource::document) {
+    const std::wstring_view name = documentName.empty() ? std::wstring_view(rules.defaultName) : documentName;
+    if (!name.empty()) {
+      return folder + cleanedName(name, rules.trimCharacter, rules.extension, bufferSize - folder.size());
+    }
+  }
+  return randomPath(folder, rules, world);
+}
+
+}  // namespace
+
+std::wstring withinPathLimit(std::wstring_view path) {
+  if (path.size() <= kLongestPath) return std::wstring(path);
+  PathParts parts = split(path);
+  if (parts.drive.size() + parts.folder.size() + parts.extension.size() >= kLongestPath - 2)
+    parts.folder = L"\\";
+  std::wstring result = std::wstring(parts.drive).append(parts.folder);
+  const std::size_t room = kLongestPath - 1 - result.size();
+  const std::wstring_view extension = parts.extension.substr(0, room);
+  return result.append(parts.name.substr(0, room - extension.size())).append(extension);
+}
+
+std::wstring_view folderOf(std::wstring_view path) {
+  const std::size_t separator = path.find_last_of(kSeparators);
+  return separator == std::wstring_view::npos ? std::wstring_view() : path.substr(0, separator);
+}
+
+std::vector<std::wstring> folderChain(std::wstring_view folder) {
+  std::vector<std::wstring> chain;
+  for (std::size_t end = 0; end < folder.size();) {
+    end = folder.find_first_of(kSeparators, end + 1);
+    if (end == std::wstring_view::npos) end = folder.size();
+    chain.emplace_back(folder.substr(0, end));
+  }
+  return chain;
+}
+
+std::wstring chooseOutputPath(const NamingRules& rules, std::wstring_view documentName,
+                              std::size_t bufferSize, const NamingWorld& world) {
+  const std::wstring path = rawPath(rules, documentName, bufferSize, world);
+  // Kept: the folder is decoded together with the name.
+  return withinPathLimit(decodeDocumentName(fitting(path, bufferSize)));
+}
+
+std::optional<std::wstring> uniquePath(std::wstring path, std::size_t bufferSize, const NamingWorld& world) {
+  // Were every number taken, all other jobs of the machine would wait for this one for ever.
+  constexpr int kAttempts = 1000;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    if (!world.exists(path)) return path;
+    const std::size_t dot = path.rfind(L'.');
+    if (dot == std::wstring::npos) return std::nullopt;
+    // Kept: the ending is ".pdf" whatever the default extension is.
+    path = fitting(path.substr(0, dot) + L'.' + std::to_wstring(world.random()) + L".pdf", bufferSize);
+  }
+  return std::nullopt;
+}
+
+std::wstring virtualizedPath(std::wstring_view path, std::wstring_view applicationData) {
+  if (applicationData.empty()) return {};
+  std::wstring folder(applicationData);
+  if (folder.size() >= 2 && folder[1] == L':') folder.erase(1, 1);
+  std::wstring result(applicationData);
+  result.append(L"\\Microsoft\\Windows\\Temporary Internet Files\\Virtualized\\").append(folder);
+  if (!result.ends_with(L'\\')) result += L'\\';
+  return result.append(lastComponent(path, L"\\"));
+}
+
+}  // namespace quillpress

@@ -1,0 +1,60 @@
+#include "umpd/spooler/PrinterHandle.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "umpd/rules/Text.h"
+#include "umpd/rules/Trace.h"
+#include "umpd/win32/SystemInformation.h"
+
+namespace quillpress {
+namespace {
+
+template <std::size_t Size>
+void copyText(wchar_t (&field)[Size], std::wstring_view text) {
+  const std::wstring_view part = fitting(text, Size);
+  std::copy(part.begin(), part.end(), std::begin(field));
+}
+
+}  // namespace
+
+DeviceMode fixedDeviceMode(std::wstring_view printerName) {
+  DeviceMode result{};
+  DEVMODEW& mode = result.mode;
+  copyText(mode.dmDeviceName, lastComponent(printerName, L"\\"));
+  mode.dmSpecVersion = 0x401;
+  mode.dmDriverVersion = 0x400;
+  mode.dmSize = sizeof(DEVMODEW);
+  mode.dmDriverExtra = static_cast<WORD>(result.driverExtra.size());
+  mode.dmFields = DM_ORIENTATION | DM_PAPERSIZE | DM_SCALE | DM_COPIES | DM_DEFAULTSOURCE | DM_PRINTQUALITY |
+                  DM_COLOR | DM_TTOPTION | DM_FORMNAME;
+  mode.dmOrientation = DMORIENT_PORTRAIT;
+  // Kept: the number says letter and the name A4, and printers have been set up with both.
+  mode.dmPaperSize = DMPAPER_LETTER;
+  copyText(mode.dmFormName, L"A4");
+  mode.dmScale = 100;
+  mode.dmCopies = 1;
+  mode.dmDefaultSource = DMBIN_FORMSOURCE;  // the driver chooses the tray by the form
+  mode.dmPrintQuality = 300;
+  mode.dmColor = DMCOLOR_COLOR;
+  mode.dmDuplex = DMDUP_SIMPLEX;  // not among the fields above, where it is the default anyway
+  mode.dmTTOption = DMTT_SUBDEV;
+  return result;
+}
+
+PrinterHandle openPrinter(const std::wstring& printerName, DWORD access) {
+  std::wstring name = printerName;
+  wchar_t dataType[] = L"RAW";
+  DeviceMode mode = fixedDeviceMode(printerName);
+  PRINTER_DEFAULTSW defaults{dataType, &mode.mode, access};
+  PrinterHandle printer;
+  if (OpenPrinterW(name.data(), printer.receive(), &defaults) == 0) {
+    // Nobody says that a failed call leaves the handle alone.
+    static_cast<void>(printer.release());
+    if (kIsTraceOn)
+      trace(L"OpenPrinter(%s) failed - %s\n", name.c_str(), systemMessage(GetLastError()).c_str());
+  }
+  return printer;
+}
+
+}  // namespace quillpress

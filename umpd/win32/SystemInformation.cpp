@@ -1,0 +1,66 @@
+#include "umpd/win32/SystemInformation.h"
+
+#include "umpd/win32/Windows.h"
+// Needs the header above.
+#include <shlobj.h>
+
+#include <array>
+
+#include "umpd/rules/Text.h"
+#include "umpd/win32/Handles.h"
+
+namespace quillpress {
+namespace {
+
+void freeItemList(ITEMIDLIST* list) {
+  IMalloc* allocator = nullptr;
+  if (FAILED(SHGetMalloc(&allocator)) || allocator == nullptr) return;
+  allocator->Free(list);
+  allocator->Release();
+}
+
+std::wstring shellFolder(int folder) {
+  ITEMIDLIST* list = nullptr;
+  if (FAILED(SHGetSpecialFolderLocation(nullptr, folder, &list)) || list == nullptr) return {};
+  std::array<wchar_t, MAX_PATH> path{};
+  const bool known = SHGetPathFromIDListW(list, path.data()) != 0;
+  freeItemList(list);
+  return known ? std::wstring(path.data()) : std::wstring();
+}
+
+}  // namespace
+
+std::wstring systemMessage(unsigned long errorCode) {
+  wchar_t* text = nullptr;
+  const DWORD length = FormatMessageW(
+      FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+      errorCode, 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
+  const LocalMemory owner(text);
+  if (length == 0 || text == nullptr) return L"Error string not found";
+  return {text, length};
+}
+
+std::wstring userName() {
+  std::array<wchar_t, 260> name{};
+  auto length = static_cast<DWORD>(name.size());
+  if (GetUserNameW(name.data(), &length) == 0) return {};
+  return std::wstring(textOfField(name.data(), name.size()));
+}
+
+std::wstring systemFolder() {
+  std::array<wchar_t, MAX_PATH> folder{};
+  const UINT length = GetSystemDirectoryW(folder.data(), static_cast<UINT>(folder.size()));
+  if (length == 0 || length >= folder.size()) return {};
+  return {folder.data(), length};
+}
+
+std::wstring documentsFolder() {
+  return shellFolder(CSIDL_PERSONAL);
+}
+
+std::wstring applicationDataFolder() {
+  std::wstring folder = shellFolder(CSIDL_LOCAL_APPDATA);
+  return folder.empty() ? shellFolder(CSIDL_APPDATA) : folder;
+}
+
+}  // namespace quillpress

@@ -11,7 +11,7 @@
 #include "umpd/rules/Text.h"
 #include "umpd/win32/Windows.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 // Not a setting: the name by which the XMP packet is asked for. The case counts.
@@ -40,17 +40,17 @@ bool copyPacketAsUtf8(UmDriver& job, char* buffer, unsigned length) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver
 
-using quillpress::copyPacket;
-using quillpress::copyPacketAsUtf8;
-using quillpress::copyText;
-using quillpress::guarded;
-using quillpress::kPdfaXml;
-using quillpress::kPdfaXmlNarrow;
-using quillpress::textOrEmpty;
-using quillpress::UmDriver;
-using quillpress::validJob;
+using quillpress::driver::copyPacket;
+using quillpress::driver::copyPacketAsUtf8;
+using quillpress::driver::copyText;
+using quillpress::driver::guarded;
+using quillpress::driver::kPdfaXml;
+using quillpress::driver::kPdfaXmlNarrow;
+using quillpress::driver::textOrEmpty;
+using quillpress::driver::UmDriver;
+using quillpress::driver::validJob;
 
 int QUILLPRESS_CALL getIntVal(unsigned long job, const wchar_t* name, int defaultValue) {
   // Kept: the text names another getter.

@@ -1,6 +1,6 @@
 #pragma once
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // Runs what an exported function does. Callers cannot catch exceptions of C++: whatever should escape, such
 // as a refused allocation, becomes the result of a failure.
@@ -13,4 +13,4 @@ Result guarded(Result failure, Work work) noexcept {
   }
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

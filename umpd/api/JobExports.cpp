@@ -10,15 +10,15 @@
 #include "umpd/rules/Trace.h"
 #include "umpd/win32/ErrorBox.h"
 
-using quillpress::guarded;
-using quillpress::JobHandle;
-using quillpress::JobTable;
-using quillpress::showErrorBox;
-using quillpress::trace;
-using quillpress::UmDriver;
-using quillpress::UmDriver2k;
-using quillpress::validJob;
-using quillpress::writeBlock;
+using quillpress::driver::guarded;
+using quillpress::driver::JobHandle;
+using quillpress::driver::JobTable;
+using quillpress::driver::showErrorBox;
+using quillpress::driver::trace;
+using quillpress::driver::UmDriver;
+using quillpress::driver::UmDriver2k;
+using quillpress::driver::validJob;
+using quillpress::driver::writeBlock;
 
 unsigned long QUILLPRESS_CALL DocStart(wchar_t* printerName) {
   if (printerName == nullptr) {

@@ -8,7 +8,7 @@
 #include "umpd/win32/CriticalSection.h"
 #include "umpd/win32/ErrorBox.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 struct Jobs {
@@ -62,4 +62,4 @@ bool writeBlock(UmDriver& job, const void* bytes, unsigned long count) {
   return isWritten;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -7,7 +7,7 @@
 #include "umpd/rules/Trace.h"
 #include "umpd/win32/ErrorBox.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 JobHandle DrvSplStartDoc(void* printer, unsigned long jobId) {
   trace(L"DrvSplStartDoc hPrinter=%d\n", printer);
@@ -56,4 +56,4 @@ int DrvSplAbort(JobHandle job) {
   return 1;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

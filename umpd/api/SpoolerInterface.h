@@ -2,7 +2,7 @@
 
 #include "umpd/api/JobTable.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // The same jobs behind the names and steps of the spooler's own driver interface, for a driver that is called
 // by the spooler directly. They are not exported. An invalid handle shows an error box and gives 0.
@@ -25,4 +25,4 @@ int DrvSplEndPage(JobHandle job);
 // Marks the job as aborted; nothing else happens.
 int DrvSplAbort(JobHandle job);
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

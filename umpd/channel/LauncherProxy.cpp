@@ -7,7 +7,7 @@
 #include "umpd/win32/Windows.h"
 #include "umpd/win32/WindowsVersion.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 LauncherProxy::LauncherProxy()
     : channel_(channelNames(windowsVersion().sessionPrefix(), kLauncherChannel, userName()), INFINITE) {}
@@ -44,4 +44,4 @@ bool LauncherProxy::sendStopPrint(const std::wstring& printerName, const std::ws
   return channel_.sendRecord();
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -5,7 +5,7 @@
 #include "umpd/channel/MessageChannel.h"
 #include "umpd/rules/LauncherStruct.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // The launcher of the calling user, as the front end sees it: a process that may run or not, and that is told
 // when a document starts and stops.
@@ -29,4 +29,4 @@ class LauncherProxy {
   InterProcessComms<LauncherStruct> channel_;
 };
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -7,7 +7,7 @@
 #include "umpd/win32/NamedEvent.h"
 #include "umpd/win32/NamedMutex.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 MessageChannel::MessageChannel(ChannelNames names, std::size_t recordSize, unsigned long waitMilliseconds)
     : names_(std::move(names)), section_(names_.section, recordSize), waitMilliseconds_(waitMilliseconds) {}
@@ -46,4 +46,4 @@ bool MessageChannel::sendRecord() const {
   return true;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

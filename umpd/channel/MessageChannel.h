@@ -9,7 +9,7 @@
 #include "umpd/rules/LauncherStruct.h"
 #include "umpd/win32/SharedSection.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // The sender's side of a channel to another process of the same user: a record in shared memory, an event
 // that says that it is there, and one that says that it has been taken. The record has no lock: senders
@@ -49,4 +49,4 @@ class InterProcessComms : public MessageChannel {
   [[nodiscard]] Record& message() const { return *reinterpret_cast<Record*>(record().data()); }
 };
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -1,6 +1,6 @@
 #include "umpd/job/OutFile.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 bool OutFile::create(const std::wstring& path) {
   file_.reset(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
@@ -23,4 +23,4 @@ void OutFile::close() {
   begun_ = false;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -6,7 +6,7 @@
 
 #include "umpd/win32/Handles.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // The file that a job's bytes go into. A file that could not be created counts as begun: writing to it fails,
 // and the end of the job takes its course.
@@ -31,4 +31,4 @@ class OutFile {
   bool begun_ = false;
 };
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

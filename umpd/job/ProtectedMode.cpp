@@ -2,7 +2,7 @@
 
 #include "umpd/win32/SystemLibrary.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 bool isProtectedModeProcess() {
   const SystemLibrary browser(kIEIsProtectedModeProcess.library);
@@ -10,4 +10,4 @@ bool isProtectedModeProcess() {
   BOOL isProtected = FALSE;
   return ask != nullptr && SUCCEEDED(ask(&isProtected)) && isProtected == TRUE;
 }
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -11,7 +11,7 @@
 #include "umpd/win32/SystemInformation.h"
 #include "umpd/win32/WindowsVersion.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr std::size_t kDocumentNameSize = 260;
@@ -61,7 +61,7 @@ bool UmDriver::init(HANDLE printer, DWORD jobId, const wchar_t* printerName) {
   if (!lock) return false;
   settings_.resetPrinterName();
   setPrinter(printer, jobId);
-  userName_ = quillpress::userName();
+  userName_ = quillpress::driver::userName();
   if (printer == nullptr && !openPrinterByName(printerName)) return false;
 
   const std::wstring spoolersName = readPrinterName();
@@ -134,4 +134,4 @@ void UmDriver::identifyDocument() {
   if (jobId_ == 0) jobId_ = job.id;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -10,7 +10,7 @@
 #include "umpd/spooler/PrinterInformation.h"
 #include "umpd/win32/NamedMutex.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 class LauncherProxy;
 
@@ -102,4 +102,4 @@ class UmDriver {
   bool doPrint_ = false;
 };
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

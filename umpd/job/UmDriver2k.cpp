@@ -5,7 +5,7 @@
 #include "umpd/rules/Trace.h"
 #include "umpd/win32/ErrorBox.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 bool UmDriver2k::init(HANDLE printer, DWORD jobId, const wchar_t* documentName) {
   trace(L"> UmDriver2k::init %x\n", this);
@@ -26,4 +26,4 @@ bool UmDriver2k::init(HANDLE printer, DWORD jobId, const wchar_t* documentName) 
   return true;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -2,7 +2,7 @@
 
 #include "umpd/job/UmDriver.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // A job of the newer spooler interface, which tells the document's name.
 class UmDriver2k final : public UmDriver {
@@ -11,4 +11,4 @@ class UmDriver2k final : public UmDriver {
   bool init(HANDLE printer, DWORD jobId, const wchar_t* documentName);
 };
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -8,7 +8,7 @@
 #include "umpd/win32/NamedEvent.h"
 #include "umpd/win32/WindowsVersion.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 void signalFinished() {
@@ -60,4 +60,4 @@ void UmDriver::handOver() {
     launcher.sendStopPrint(settings_.naming().effectiveName(), name, outputPath_);
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -11,7 +11,7 @@
 #include "umpd/win32/SystemInformation.h"
 #include "umpd/win32/WindowsVersion.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr std::size_t kOutputPathSize = 780;
@@ -102,4 +102,4 @@ void UmDriver::createVirtualizedFile() {
   outFile_.create(outputPath_);
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

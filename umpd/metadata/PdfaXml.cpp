@@ -4,7 +4,7 @@
 #include "umpd/settings/RegistryValues.h"
 #include "umpd/win32/Windows.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr std::size_t kLongestText = 2000;
@@ -55,4 +55,4 @@ std::wstring buildPdfaXml(DriverSettings& settings, std::wstring_view documentNa
   return xmpPacket(xmpContentOf(readDocumentInfo(settings), documentName, now));
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -8,7 +8,7 @@
 #include "umpd/win32/Handles.h"
 #include "umpd/win32/Windows.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr std::size_t kTextSize = 520;
@@ -79,4 +79,4 @@ std::optional<std::wstring> readFirstLine(const std::wstring& path, std::size_t 
   return fromAnsi(firstLine(text));
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -6,7 +6,7 @@
 
 #include "umpd/settings/DriverSettings.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // Chooses where the output of a job goes, by the settings of its printer, and makes the folder.
 class SetFilename {
@@ -27,4 +27,4 @@ class SetFilename {
 // blanks and tabs at its end. Nothing when the file cannot be opened.
 std::optional<std::wstring> readFirstLine(const std::wstring& path, std::size_t bufferSize);
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

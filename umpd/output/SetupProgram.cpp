@@ -7,7 +7,7 @@
 #include "umpd/settings/UserRoot.h"
 #include "umpd/win32/ProgramRunner.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 bool startsOldLauncher() {
@@ -36,4 +36,4 @@ void runSetupProgramIfNeeded(const std::wstring& printerName) {
   runProgram(run);
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

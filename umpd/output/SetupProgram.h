@@ -2,10 +2,10 @@
 
 #include <string>
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // A user whose log-on still starts the launcher of the old driver interface gets the new one: the set-up
 // program runs for the printer, and this call waits for its end.
 void runSetupProgramIfNeeded(const std::wstring& printerName);
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

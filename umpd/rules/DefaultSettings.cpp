@@ -1,6 +1,6 @@
 #include "umpd/rules/DefaultSettings.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 DefaultSetting number(const wchar_t* name, int value) {
@@ -40,4 +40,4 @@ std::vector<DefaultSetting> defaultSettings(const DefaultFolders& folders) {
   return settings;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // A setting that a printer has from its first use on.
 struct DefaultSetting {
@@ -26,4 +26,4 @@ std::wstring defaultSaveFolder(const std::wstring& applicationData);
 // All of them in the order in which they are written.
 std::vector<DefaultSetting> defaultSettings(const DefaultFolders& folders);
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr std::wstring_view kAllowedSigns = L",()[].$%`-@{}~!#()&_^ ";
@@ -84,4 +84,4 @@ std::wstring cleanedName(std::wstring_view name, wchar_t trimCharacter, std::wst
   return cleaned.append(extension);
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // Whether a character may stand in the name of an output file. The character code 0 counts as one.
 bool isAllowedNameCharacter(wchar_t character);
@@ -19,4 +19,4 @@ std::wstring decodeDocumentName(std::wstring_view name);
 std::wstring cleanedName(std::wstring_view name, wchar_t trimCharacter, std::wstring_view extension,
                          std::size_t room);
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

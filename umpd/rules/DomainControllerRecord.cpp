@@ -4,7 +4,7 @@
 
 #include "umpd/rules/Text.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 void storeName(DomainControllerRecord& record, std::wstring_view name) {
   const std::wstring_view part = fitting(name, record.name.size());
@@ -19,4 +19,4 @@ std::optional<std::wstring> readName(const DomainControllerRecord& record) {
   return std::wstring(record.name.begin(), end);
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

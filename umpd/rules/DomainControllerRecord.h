@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // The name of the domain controller, in memory that all processes of a session map. The state is the
 // only coordination between them.
@@ -29,4 +29,4 @@ void storeName(DomainControllerRecord& record, std::wstring_view name);
 // The name; nothing when it has no end: another program has written into the record.
 std::optional<std::wstring> readName(const DomainControllerRecord& record);
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr std::wstring_view kWanted[] = {
@@ -26,4 +26,4 @@ std::wstring driverConfigText(const StringMap& settings) {
   return text;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 // Writes the text and its final zero, and nothing behind.
@@ -38,4 +38,4 @@ ChannelNames channelNames(std::wstring_view sessionPrefix, std::wstring_view cha
   return {base + L"_event", base + L"_event_end", base + L"_mutex", base + L"_sm"};
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

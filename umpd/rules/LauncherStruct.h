@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // One field of the record: text in the ANSI code page with its final zero.
 using LauncherText = std::array<char, 260>;
@@ -56,4 +56,4 @@ struct ChannelNames {
 ChannelNames channelNames(std::wstring_view sessionPrefix, std::wstring_view channel,
                           std::wstring_view userName);
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

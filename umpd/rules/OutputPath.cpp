@@ -4,7 +4,7 @@
 #include "umpd/rules/Text.h"
 #include "umpd/rules/Trace.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr std::wstring_view kSeparators = L"\\/";
@@ -143,4 +143,4 @@ std::wstring virtualizedPath(std::wstring_view path, std::wstring_view applicati
   return result.append(lastComponent(path, L"\\"));
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // Kept: a path of exactly this length is left alone, though Windows opens 259 characters at most.
 inline constexpr std::size_t kLongestPath = 260;
@@ -51,4 +51,4 @@ std::optional<std::wstring> uniquePath(std::wstring path, std::size_t bufferSize
 // the user's folders below the application data. Empty when the user has no such folder.
 std::wstring virtualizedPath(std::wstring_view path, std::wstring_view applicationData);
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

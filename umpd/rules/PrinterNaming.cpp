@@ -2,7 +2,7 @@
 
 #include "umpd/rules/Text.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 std::wstring PrinterNaming::effectiveName() const {
   if (!portResolvedName.empty()) return portResolvedName;
@@ -23,4 +23,4 @@ bool isPrinterOnPort(std::wstring_view driverName, std::wstring_view portName, s
          equalsIgnoringCase(backslashesToCommas(portName), soughtPort);
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // How the front end calls one printer.
 struct PrinterNaming {
@@ -31,4 +31,4 @@ inline constexpr wchar_t kDriverName[] = L"Tarnwick Quillpress";
 // backslashes, as in registry keys. Case does not matter.
 bool isPrinterOnPort(std::wstring_view driverName, std::wstring_view portName, std::wstring_view soughtPort);
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

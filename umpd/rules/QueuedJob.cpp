@@ -4,7 +4,7 @@
 
 #include "umpd/rules/Trace.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 struct BadStatus {
@@ -49,4 +49,4 @@ bool isStatusOk(std::span<const QueuedJob> jobs, std::uint32_t jobId) {
   return job == jobs.end() || isStatusOk(job->status);
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

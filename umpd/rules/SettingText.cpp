@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <limits>
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 bool isDigit(wchar_t character) {
@@ -41,4 +41,4 @@ std::vector<IniLine> parseIniSection(std::wstring_view texts) {
   return lines;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // The integer that a text begins with: an optional minus sign and digits. Without digits it is 0; beyond
 // 32 bits it is the nearest integer there is.
@@ -22,4 +22,4 @@ struct IniLine {
 // "=", name or value are left out. The result refers into the texts.
 std::vector<IniLine> parseIniSection(std::wstring_view texts);
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -2,7 +2,7 @@
 
 #include <cwchar>
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr unsigned long kRevision = 1;
@@ -32,4 +32,4 @@ std::optional<std::wstring> sidText(const SecurityIdentifier& sid, std::size_t s
   return text;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -6,7 +6,7 @@
 #include <span>
 #include <string>
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // A security identifier taken apart.
 struct SecurityIdentifier {
@@ -20,4 +20,4 @@ std::size_t sidTextSize(const SecurityIdentifier& sid);
 // The identifier's text, "S-1-5-21-..."; nothing when `size` is less than sidTextSize.
 std::optional<std::wstring> sidText(const SecurityIdentifier& sid, std::size_t size);
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -5,7 +5,7 @@
 #include "umpd/rules/SettingText.h"
 #include "umpd/rules/Text.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 std::size_t StringMap::indexOf(std::wstring_view key) const {
   const Entry* entry =
@@ -44,4 +44,4 @@ void StringMap::clear() {
   size_ = 0;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // The settings of a printer by name, in the order in which they came. Names are compared without regard to
 // the case of A-Z. There is room for kCapacity names and no more.
@@ -43,4 +43,4 @@ class StringMap {
   std::size_t size_ = 0;
 };
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 wchar_t folded(wchar_t character) {
@@ -43,4 +43,4 @@ std::string_view firstLine(std::string_view text) {
   return line.substr(0, last + 1);  // none: npos + 1 is 0
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

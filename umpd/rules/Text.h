@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // Compares texts, folding only the letters A-Z.
 bool equalsIgnoringCase(std::wstring_view left, std::wstring_view right);
@@ -29,4 +29,4 @@ inline std::wstring_view textOrEmpty(const wchar_t* text) {
   return text == nullptr ? L"" : text;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

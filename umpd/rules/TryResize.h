@@ -4,7 +4,7 @@
 #include <exception>
 #include <vector>
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // Gives the buffer so many elements, all zero. False, with the buffer empty, when there is not that much
 // memory: sizes that another program tells may be anything.
@@ -19,4 +19,4 @@ bool tryResize(std::vector<Element>& buffer, std::size_t size) {
   }
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -7,7 +7,7 @@
 
 #include "umpd/rules/Text.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 // Null for characters that stand for themselves.
@@ -142,4 +142,4 @@ XmpContent xmpContentOf(const DocumentInfo& info, std::wstring_view documentName
   return content;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

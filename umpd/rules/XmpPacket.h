@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // The text as it stands in XML content and in attribute values of either quote.
 std::wstring xmlEscape(std::wstring_view text);
@@ -45,4 +45,4 @@ struct DocumentInfo {
 // name. Both dates are `now`.
 XmpContent xmpContentOf(const DocumentInfo& info, std::wstring_view documentName, std::wstring_view now);
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

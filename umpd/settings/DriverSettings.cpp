@@ -12,7 +12,7 @@
 #include "umpd/win32/DriverDebugOutput.h"
 #include "umpd/win32/SystemInformation.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr wchar_t kPrinterNameValue[] = L"printerName";
@@ -59,7 +59,7 @@ void DriverSettings::setPrinterName(std::wstring_view name) {
 }
 
 bool DriverSettings::openPrinter() {
-  if (!printer_) printer_ = quillpress::openPrinter(naming_.effectiveName(), PRINTER_ACCESS_USE);
+  if (!printer_) printer_ = quillpress::driver::openPrinter(naming_.effectiveName(), PRINTER_ACCESS_USE);
   return static_cast<bool>(printer_);
 }
 
@@ -167,4 +167,4 @@ void DriverSettings::remember(std::wstring_view name, std::wstring_view value) {
   if (!map_.set(name, value)) reportFullMap();
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

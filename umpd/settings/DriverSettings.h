@@ -9,7 +9,7 @@
 #include "umpd/spooler/PrinterHandle.h"
 #include "umpd/win32/Handles.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // The settings of one printer, for one job: read from the current user's registry, where they get their
 // defaults when the printer is used for the first time. An unreadable registry means no settings; every
@@ -69,4 +69,4 @@ class DriverSettings {
   StringMap map_;
 };
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -4,7 +4,7 @@
 #include "umpd/settings/InstallFolder.h"
 #include "umpd/win32/Windows.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr std::size_t kSectionRoom = 5000;
@@ -30,4 +30,4 @@ std::vector<IniFile::Setting> IniFile::section(const std::wstring& name) const {
   return settings;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

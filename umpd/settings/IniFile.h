@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // The ini file that an administrator may put beside the driver.
 class IniFile {
@@ -25,4 +25,4 @@ class IniFile {
   std::wstring path_;  // empty without an install folder
 };
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -7,7 +7,7 @@
 #include "umpd/spooler/PrinterHandle.h"
 #include "umpd/win32/WindowsVersion.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr std::size_t kPathSize = 260;
@@ -46,4 +46,4 @@ std::optional<std::wstring> installedFile(std::wstring_view name) {
   return path;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -1,6 +1,6 @@
 #include "umpd/settings/RegistryKeys.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // What a failed call stores is no handle.
 
@@ -20,4 +20,4 @@ RegistryKey openOrCreateKey(HKEY root, const std::wstring& path, REGSAM access, 
   return RegistryKey(key);
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -4,7 +4,7 @@
 
 #include "umpd/win32/Handles.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // The key of the front end in the registry of a user or of the machine. Below a user's, each printer has one
 // of its own.
@@ -16,4 +16,4 @@ RegistryKey openKey(HKEY root, const std::wstring& path, REGSAM access);
 // The same, but makes the key when there is none, and tells whether it did.
 RegistryKey openOrCreateKey(HKEY root, const std::wstring& path, REGSAM access, bool* isNew = nullptr);
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -7,7 +7,7 @@
 #include "umpd/rules/Text.h"
 #include "umpd/rules/TryResize.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr std::size_t kLeastRoom = 10 * sizeof(wchar_t);
@@ -115,4 +115,4 @@ bool readAllValues(HKEY key, StringMap& map, unsigned& refused) {
   return true;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -6,7 +6,7 @@
 #include "umpd/rules/StringMap.h"
 #include "umpd/win32/Windows.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // Typed values of an open registry key: numbers of 32 bits and texts.
 
@@ -31,4 +31,4 @@ bool writeText(HKEY key, const std::wstring& name, const std::wstring& value);
 // room.
 bool readAllValues(HKEY key, StringMap& map, unsigned& refused);
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

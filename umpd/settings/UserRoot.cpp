@@ -9,7 +9,7 @@
 #include "umpd/win32/SystemLibrary.h"
 #include "umpd/win32/WindowsVersion.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 // Whether the administrator spares this machine the question for the domain controller.
@@ -55,4 +55,4 @@ void UserRoot::openBySid(REGSAM access) {
   key_ = owned_.get();
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

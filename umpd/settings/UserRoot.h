@@ -2,7 +2,7 @@
 
 #include "umpd/win32/Handles.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // The registry of the user for whom the thread prints. Inside the spooler this is not the process's own user.
 class UserRoot {
@@ -23,4 +23,4 @@ class UserRoot {
   HKEY key_ = nullptr;
 };
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

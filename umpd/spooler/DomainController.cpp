@@ -8,7 +8,7 @@
 #include "umpd/win32/SystemLibrary.h"
 #include "umpd/win32/WindowsVersion.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr DWORD kPollMilliseconds = 876;
@@ -72,4 +72,4 @@ std::wstring domainControllerName() {
   return readName(record).value_or(std::wstring());
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

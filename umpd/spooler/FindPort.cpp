@@ -9,7 +9,7 @@
 #include "umpd/rules/TryResize.h"
 #include "umpd/win32/AnsiText.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 std::wstring wide(const char* text) {
@@ -47,4 +47,4 @@ std::optional<std::wstring> findPrinterOnPort(const std::wstring& port) {
   return callback.printerName();
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

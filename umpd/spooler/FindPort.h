@@ -5,7 +5,7 @@
 
 #include "umpd/spooler/PrinterHandle.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // Visits printers one after another.
 class PrinterIteratorCallback {
@@ -37,4 +37,4 @@ class FindPort final : public PrinterIteratorCallback {
 // The name of the first such printer, or nothing.
 std::optional<std::wstring> findPrinterOnPort(const std::wstring& port);
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -8,7 +8,7 @@
 #include "umpd/win32/AnsiText.h"
 #include "umpd/win32/WindowsVersion.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 // A spooler that counts more jobs than this is not believed.
@@ -83,4 +83,4 @@ void removeJob(HANDLE printer, DWORD jobId) {
   SetJobW(printer, jobId, 0, nullptr, command);
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -7,7 +7,7 @@
 #include "umpd/rules/Trace.h"
 #include "umpd/win32/SystemInformation.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 template <std::size_t Size>
@@ -57,4 +57,4 @@ PrinterHandle openPrinter(const std::wstring& printerName, DWORD access) {
   return printer;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -10,7 +10,7 @@
 
 #include "umpd/win32/Handles.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 struct PrinterHandleTraits {
   using Handle = HANDLE;
@@ -36,4 +36,4 @@ DeviceMode fixedDeviceMode(std::wstring_view printerName);
 // thread's last error, when the spooler refuses.
 PrinterHandle openPrinter(const std::wstring& printerName, DWORD access);
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -5,7 +5,7 @@
 #include "umpd/win32/AnsiText.h"
 #include "umpd/win32/SystemInformation.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 const PRINTER_INFO_2A* PrinterInformation::read(HANDLE printer) {
   buffer_.clear();
@@ -37,4 +37,4 @@ std::wstring PrinterInformation::readName(HANDLE printer) {
   return fromAnsi(record->pPrinterName);
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

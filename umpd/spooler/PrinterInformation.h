@@ -5,7 +5,7 @@
 
 #include "umpd/spooler/PrinterHandle.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // What the spooler knows of one printer. The last record read stays until the next reading.
 class PrinterInformation {
@@ -20,4 +20,4 @@ class PrinterInformation {
   std::vector<BYTE> buffer_;
 };
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

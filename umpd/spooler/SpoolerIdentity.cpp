@@ -4,7 +4,7 @@
 #include "umpd/win32/SystemLibrary.h"
 #include "umpd/win32/WindowsVersion.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 SpoolerIdentity::SpoolerIdentity() {
   if (windowsVersion().is9x()) return;
@@ -27,4 +27,4 @@ SpoolerIdentity::~SpoolerIdentity() {
   if (impersonate != nullptr && clientToken_ != nullptr) impersonate(clientToken_);
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

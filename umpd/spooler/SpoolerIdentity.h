@@ -2,7 +2,7 @@
 
 #include "umpd/win32/SystemLibrary.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // For as long as this object lives, the thread acts with the spooler's own identity instead of that of the
 // client whose job it prints. Does nothing on the 9x family, which has no identities.
@@ -18,4 +18,4 @@ class SpoolerIdentity {
   HANDLE clientToken_ = nullptr;
 };
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

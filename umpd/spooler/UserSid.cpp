@@ -10,7 +10,7 @@
 #include "umpd/win32/Windows.h"
 #include "umpd/win32/WindowsVersion.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 // The account's security identifier in the system's form; empty when the account is not known there.
@@ -51,4 +51,4 @@ std::wstring userSidText() {
   return sid.empty() ? std::wstring() : textOf(sid.data());
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -2,7 +2,7 @@
 
 #include "umpd/win32/Windows.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 std::string toAnsi(std::wstring_view text) {
   const int length = static_cast<int>(text.size());
@@ -22,4 +22,4 @@ std::wstring fromAnsi(std::string_view text) {
   return wide;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

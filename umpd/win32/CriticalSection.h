@@ -2,7 +2,7 @@
 
 #include "umpd/win32/Windows.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // Excludes the threads of one process from each other.
 class CriticalSection {
@@ -27,4 +27,4 @@ class CriticalSection {
   CRITICAL_SECTION section_;
 };
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

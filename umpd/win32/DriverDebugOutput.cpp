@@ -2,7 +2,7 @@
 
 #include "umpd/win32/Windows.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 void writeDriverDebugOutput(const std::string& text) {
   OutputDebugStringA(text.c_str());
@@ -12,4 +12,4 @@ void writeDriverDebugOutput(const std::wstring& text) {
   OutputDebugStringW(text.c_str());
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

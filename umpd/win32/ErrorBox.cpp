@@ -8,7 +8,7 @@
 #include "umpd/win32/SystemInformation.h"
 #include "umpd/win32/Windows.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr UINT kStyle = MB_OK | MB_SERVICE_NOTIFICATION;
@@ -30,4 +30,4 @@ void showSystemErrorBox(std::wstring_view caption, std::wstring_view extraText) 
   MessageBoxW(nullptr, body.c_str(), std::wstring(caption).c_str(), kStyle);
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

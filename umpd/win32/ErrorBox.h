@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // Message boxes without an owner, in the style of service notifications: they appear even from the
 // spooler's process. Both wait for the user.
@@ -15,4 +15,4 @@ namespace quillpress {
 // failure.
 void showSystemErrorBox(std::wstring_view caption, std::wstring_view extraText = {});
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

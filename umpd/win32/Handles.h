@@ -4,7 +4,7 @@
 
 #include "umpd/win32/Windows.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // Sole owner of a system handle. Traits name the handle's type, its value for "none", and how it is closed.
 template <typename Traits>
@@ -87,4 +87,4 @@ using RegistryKey = UniqueHandle<RegistryKeyTraits>;
 using Library = UniqueHandle<LibraryTraits>;
 using LocalMemory = UniqueHandle<LocalMemoryTraits>;
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -5,7 +5,7 @@
 #include "umpd/rules/Trace.h"
 #include "umpd/win32/SecurityAttributes.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 NamedEvent::NamedEvent(std::wstring name, Reset reset) : name_(std::move(name)), reset_(reset) {}
 
@@ -34,4 +34,4 @@ DWORD NamedEvent::wait(DWORD milliseconds) {
   return WaitForSingleObject(handle_.get(), milliseconds);
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

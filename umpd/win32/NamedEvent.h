@@ -4,7 +4,7 @@
 
 #include "umpd/win32/Handles.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // An event that processes share by its name.
 class NamedEvent {
@@ -36,4 +36,4 @@ class NamedEvent {
   KernelHandle handle_;
 };
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -6,7 +6,7 @@
 #include "umpd/win32/SecurityAttributes.h"
 #include "umpd/win32/SystemInformation.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 NamedMutex::NamedMutex(std::wstring name) : name_(std::move(name)) {}
 
@@ -33,4 +33,4 @@ void NamedMutex::release() {
   ReleaseMutex(handle_.get());
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

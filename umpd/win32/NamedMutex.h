@@ -4,7 +4,7 @@
 
 #include "umpd/win32/Handles.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // A mutex that processes share by its name.
 class NamedMutex {
@@ -49,4 +49,4 @@ class NamedMutex {
   KernelHandle handle_;
 };
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

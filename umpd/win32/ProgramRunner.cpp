@@ -4,7 +4,7 @@
 #include "umpd/win32/DriverDebugOutput.h"
 #include "umpd/win32/Handles.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr int kForceMinimise = 11;
@@ -42,4 +42,4 @@ bool runProgram(const ProgramRun& run, unsigned long* exitCode) {
   return true;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

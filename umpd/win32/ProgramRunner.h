@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // A program to start, detached and with normal priority.
 struct ProgramRun {
@@ -18,4 +18,4 @@ struct ProgramRun {
 // of a program that was waited for, `exitCode`, where not null, holds what it returned.
 bool runProgram(const ProgramRun& run, unsigned long* exitCode = nullptr);
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

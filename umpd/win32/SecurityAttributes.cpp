@@ -8,7 +8,7 @@
 #include "umpd/win32/ErrorBox.h"
 #include "umpd/win32/WindowsVersion.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 // Mandatory label, low level, no write-up.
@@ -56,4 +56,4 @@ void SecurityAttributes::allowLowIntegrity() {
   }
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -3,7 +3,7 @@
 #include "umpd/win32/Handles.h"
 #include "umpd/win32/Windows.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // The security attributes that every event, mutex and section of the front end is created with: everybody
 // has access, and where there are integrity labels, processes of low integrity have it too. They are
@@ -27,4 +27,4 @@ class SecurityAttributes {
   bool usable_ = false;
 };
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -4,7 +4,7 @@
 
 #include "umpd/win32/SecurityAttributes.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 SharedSection::SharedSection(std::wstring name, std::size_t size) : name_(std::move(name)), size_(size) {}
 
@@ -39,4 +39,4 @@ bool SharedSection::isWritable() const {
          information.Protect == PAGE_READWRITE && information.RegionSize >= size_;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

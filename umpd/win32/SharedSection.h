@@ -6,7 +6,7 @@
 
 #include "umpd/win32/Handles.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // Memory of the paging file that processes share by its name.
 class SharedSection {
@@ -37,4 +37,4 @@ class SharedSection {
   bool createdHere_ = false;
 };
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

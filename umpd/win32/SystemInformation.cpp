@@ -9,7 +9,7 @@
 #include "umpd/rules/Text.h"
 #include "umpd/win32/Handles.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 void freeItemList(ITEMIDLIST* list) {
@@ -63,4 +63,4 @@ std::wstring applicationDataFolder() {
   return folder.empty() ? shellFolder(CSIDL_APPDATA) : folder;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

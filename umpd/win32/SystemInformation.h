@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // The operating system's explanation of an error code, in the default language and with its final line
 // break; "Error string not found" when it has none.
@@ -21,4 +21,4 @@ std::wstring documentsFolder();
 // The local application data; the roaming one where there is no local one.
 std::wstring applicationDataFolder();
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -2,7 +2,7 @@
 
 #include "umpd/win32/SystemInformation.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 SystemLibrary::SystemLibrary(const wchar_t* fileName) {
   if (GetModuleHandleW(fileName) != nullptr) {
@@ -17,4 +17,4 @@ void* SystemLibrary::address(const char* name) const {
   return library_ ? reinterpret_cast<void*>(GetProcAddress(library_.get(), name)) : nullptr;
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

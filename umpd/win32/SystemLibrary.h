@@ -3,7 +3,7 @@
 #include "umpd/win32/Handles.h"
 #include "umpd/win32/Windows.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // A function of a system library, by names. Type is that of the function itself.
 template <typename Type>
@@ -56,4 +56,4 @@ inline constexpr NamedFunction<BOOL WINAPI(HANDLE)> kImpersonatePrinterClient{L"
 inline constexpr NamedFunction<HRESULT WINAPI(BOOL*)> kIEIsProtectedModeProcess{L"ieframe.dll",
                                                                                 "IEIsProtectedModeProcess"};
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -2,7 +2,7 @@
 
 #include "umpd/win32/Windows.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 
 WindowsVersion windowsVersion() {
   OSVERSIONINFOA information{};
@@ -11,4 +11,4 @@ WindowsVersion windowsVersion() {
   return {information.dwPlatformId == VER_PLATFORM_WIN32_NT, information.dwMajorVersion};
 }
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-namespace quillpress {
+namespace quillpress::driver {
 
 // The family and version of Windows, and what the front end makes depend on them.
 struct WindowsVersion {
@@ -34,4 +34,4 @@ struct WindowsVersion {
 // The Windows that this process runs on, asked anew by every call.
 WindowsVersion windowsVersion();
 
-}  // namespace quillpress
+}  // namespace quillpress::driver

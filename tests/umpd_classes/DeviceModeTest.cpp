@@ -5,7 +5,7 @@
 
 #include "umpd/spooler/PrinterHandle.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 std::wstring deviceName(const std::wstring& printerName) {
@@ -76,4 +76,4 @@ TEST(DeviceModeTest, ANameOf32CharactersOrMoreIsCut) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

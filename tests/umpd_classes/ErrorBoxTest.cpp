@@ -2,7 +2,7 @@
 #include "umpd/win32/ErrorBox.h"
 #include "umpd/win32/SystemInformation.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 using Boxes = std::vector<std::wstring>;
@@ -51,4 +51,4 @@ TEST_F(ErrorBoxTest, PlacesOfAnExplanationAreLeftAsTheyAre) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -5,7 +5,7 @@
 #include "tests/umpd_classes/support/ClassTest.h"
 #include "umpd/spooler/FindPort.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 class Visitor final : public PrinterIteratorCallback {
@@ -142,4 +142,4 @@ TEST_F(FindPortTest, ALongNameIsCutTo259Characters) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

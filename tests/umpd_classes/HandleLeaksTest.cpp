@@ -20,7 +20,7 @@
 #include "umpd/win32/SecurityAttributes.h"
 #include "umpd/win32/SharedSection.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 class HandleLeaksTest : public classes::JobTest {
@@ -146,4 +146,4 @@ TEST_F(HandleLeaksTest, OfJobsThatCannotBegin) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

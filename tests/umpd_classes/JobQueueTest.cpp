@@ -2,7 +2,7 @@
 #include "tests/umpd_classes/support/ClassTest.h"
 #include "umpd/spooler/JobQueue.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 // A document that the spooler is receiving.
@@ -189,4 +189,4 @@ TEST_F(JobQueueTest, RemovingAJobDeletesItAndOn9xCancelsIt) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

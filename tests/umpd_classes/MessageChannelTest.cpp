@@ -5,7 +5,7 @@
 #include "umpd/win32/Handles.h"
 #include "umpd/win32/SystemInformation.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr DWORD kShortTime = 200;
@@ -133,4 +133,4 @@ TEST_F(MessageChannelTest, RecordsAreSharedWithTheReceiver) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -2,7 +2,7 @@
 #include "tests/umpd_classes/support/ClassTest.h"
 #include "umpd/win32/NamedEvent.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 class NamedEventTest : public classes::ClassTest {
@@ -51,7 +51,7 @@ TEST_F(NamedEventTest, ByItselfItIsResetByTheFirstWait) {
 }
 
 TEST_F(NamedEventTest, WithManualResetSettingIsAPulse) {
-  NamedEvent event(name, NamedEvent::Reset::manual);
+  NamedEvent event(name, NamedEvent::Reset::kManual);
   ASSERT_TRUE(event.create());
   DWORD result = WAIT_FAILED;
   const harness::Thread waiting([&] {
@@ -76,7 +76,7 @@ TEST_F(NamedEventTest, TheKindOfResetIsThatOfItsCreation) {
                     return make(security, manualReset, initial, objectName);
                   });
   NamedEvent automatic(name);
-  NamedEvent byHand(classes::newObjectName(), NamedEvent::Reset::manual);
+  NamedEvent byHand(classes::newObjectName(), NamedEvent::Reset::kManual);
   EXPECT_TRUE(automatic.create());
   EXPECT_TRUE(byHand.create());
   EXPECT_EQ(manual, (std::vector<BOOL>{FALSE, TRUE}));
@@ -151,4 +151,4 @@ TEST_F(NamedEventTest, AFailedSetIsTold) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -3,7 +3,7 @@
 #include "umpd/win32/NamedMutex.h"
 #include "umpd/win32/SystemInformation.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 class NamedMutexTest : public classes::ClassTest {
@@ -44,7 +44,7 @@ TEST_F(NamedMutexTest, IsMadeWithoutOwner) {
 
 TEST_F(NamedMutexTest, OrWithTheCallerAsOwner) {
   NamedMutex mutex(name);
-  ASSERT_TRUE(mutex.create(NamedMutex::InitialOwner::caller));
+  ASSERT_TRUE(mutex.create(NamedMutex::InitialOwner::kCaller));
   EXPECT_EQ(triedByOthers(), kTaken);
 }
 
@@ -96,7 +96,7 @@ TEST_F(NamedMutexTest, IsReleasedOnceForEachLock) {
 
 TEST_F(NamedMutexTest, ALockWaitsForItsTurn) {
   NamedMutex mutex(name);
-  ASSERT_TRUE(mutex.create(NamedMutex::InitialOwner::caller));
+  ASSERT_TRUE(mutex.create(NamedMutex::InitialOwner::kCaller));
   const KernelHandle own(OpenMutexW(MUTEX_ALL_ACCESS, FALSE, name.c_str()));
   bool isLocked = false;
   const harness::Thread other([&] {
@@ -201,9 +201,9 @@ TEST_F(NamedMutexTest, AnotherKindOfObjectIsNoMutex) {
 TEST_F(NamedMutexTest, OneThatExistsKeepsItsOwner) {
   const KernelHandle others = makeByOthers();
   NamedMutex mutex(name);
-  EXPECT_TRUE(mutex.create(NamedMutex::InitialOwner::caller));
+  EXPECT_TRUE(mutex.create(NamedMutex::InitialOwner::kCaller));
   EXPECT_EQ(triedByOthers(), kFree);
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

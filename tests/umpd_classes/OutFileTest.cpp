@@ -4,7 +4,7 @@
 #include "tests/umpd_classes/support/ClassTest.h"
 #include "umpd/job/OutFile.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 class OutFileTest : public classes::ClassTest {
@@ -145,4 +145,4 @@ TEST_F(OutFileTest, ItsEndClosesIt) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -2,7 +2,7 @@
 #include "tests/umpd_classes/support/ClassTest.h"
 #include "umpd/spooler/PrinterInformation.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 class PrinterInformationTest : public classes::ClassTest {
@@ -100,4 +100,4 @@ TEST_F(PrinterInformationTest, ARecordWithoutNameHasTheEmptyOne) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

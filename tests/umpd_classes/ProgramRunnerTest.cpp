@@ -3,7 +3,7 @@
 #include "tests/umpd_classes/support/NoteStart.h"
 #include "umpd/win32/ProgramRunner.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 // What CreateProcessW was asked for.
@@ -154,4 +154,4 @@ TEST_F(ProgramRunnerTest, ItsHandlesAreClosed) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -4,7 +4,7 @@
 #include "umpd/output/SetFilename.h"
 #include "umpd/win32/Handles.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr std::size_t kSize = 520;
@@ -62,4 +62,4 @@ TEST_F(ReadFirstLineTest, OthersMayHaveTheFileOpen) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -5,7 +5,7 @@
 #include "umpd/settings/RegistryValues.h"
 #include "umpd/win32/Handles.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 using Bytes = std::vector<BYTE>;
@@ -44,15 +44,15 @@ TEST_F(RegistryValuesTest, NumbersAreRead) {
   stored.setNumber(L"a", 300);
   stored.setNumber(L"b", 0xFFFFFFFF);
   int number = 7;
-  EXPECT_EQ(readNumber(key.get(), L"a", number), ReadResult::found);
+  EXPECT_EQ(readNumber(key.get(), L"a", number), ReadResult::kFound);
   EXPECT_EQ(number, 300);
-  EXPECT_EQ(readNumber(key.get(), L"b", number), ReadResult::found);
+  EXPECT_EQ(readNumber(key.get(), L"b", number), ReadResult::kFound);
   EXPECT_EQ(number, -1);
 }
 
 TEST_F(RegistryValuesTest, AnAbsentNumberLeavesTheOldOne) {
   int number = 7;
-  EXPECT_EQ(readNumber(key.get(), L"a", number), ReadResult::absent);
+  EXPECT_EQ(readNumber(key.get(), L"a", number), ReadResult::kAbsent);
   EXPECT_EQ(number, 7);
 }
 
@@ -65,14 +65,14 @@ TEST_F(RegistryValuesTest, WhatIsNoNumberOf32BitsFails) {
   stored.setBytes(L"long", REG_DWORD, {1, 0, 0, 0, 0, 0, 0, 0});
   for (const wchar_t* name : {L"text", L"digits", L"binary", L"short", L"empty", L"long"}) {
     int number = 7;
-    EXPECT_EQ(readNumber(key.get(), name, number), ReadResult::failed) << name;
+    EXPECT_EQ(readNumber(key.get(), name, number), ReadResult::kFailed) << name;
     EXPECT_EQ(number, 7) << name;
   }
 }
 
 TEST_F(RegistryValuesTest, AKeyThatCannotBeReadFails) {
   int number = 7;
-  EXPECT_EQ(readNumber(reinterpret_cast<HKEY>(0x1234), L"a", number), ReadResult::failed);
+  EXPECT_EQ(readNumber(reinterpret_cast<HKEY>(0x1234), L"a", number), ReadResult::kFailed);
   EXPECT_EQ(readText(reinterpret_cast<HKEY>(0x1234), L"a"), std::nullopt);
   EXPECT_FALSE(hasValue(reinterpret_cast<HKEY>(0x1234), L"a"));
 }
@@ -207,4 +207,4 @@ TEST_F(RegistryValuesTest, AKeyThatDoesNotTellLeavesTheMap) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -8,7 +8,7 @@
 #include "umpd/win32/SharedSection.h"
 #include "umpd/win32/SystemInformation.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 // A list that is present but null.
@@ -165,4 +165,4 @@ TEST_F(SecurityAttributesTest, TheParsedLabelIsFreed) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

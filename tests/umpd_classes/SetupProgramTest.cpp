@@ -6,7 +6,7 @@
 #include "umpd/output/SetupProgram.h"
 #include "umpd/spooler/PrinterHandle.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 class SetupProgramTest : public classes::ClassTest {
@@ -91,4 +91,4 @@ TEST_F(SetupProgramTest, WithoutInstallFolderNothingRuns) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

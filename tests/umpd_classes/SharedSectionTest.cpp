@@ -5,7 +5,7 @@
 #include "tests/umpd_classes/support/ClassTest.h"
 #include "umpd/win32/SharedSection.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr std::size_t kSize = 1303;
@@ -180,4 +180,4 @@ TEST_F(SharedSectionTest, IsTriedAgainAfterAFailure) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

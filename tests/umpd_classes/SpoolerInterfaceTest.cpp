@@ -4,7 +4,7 @@
 #include "tests/umpd_classes/support/JobTest.h"
 #include "umpd/api/SpoolerInterface.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 class SpoolerInterfaceTest : public classes::JobTest {
@@ -194,4 +194,4 @@ TEST_F(SpoolerInterfaceTest, AbortOnlySetsItsFlag) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

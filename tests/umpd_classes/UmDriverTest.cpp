@@ -3,7 +3,7 @@
 #include "umpd/job/UmDriver.h"
 #include "umpd/job/UmDriver2k.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 std::span<const std::byte> bytes(std::string_view text) {
@@ -249,4 +249,4 @@ TEST_F(UmDriverTest, ANewerJobTakesItsDocumentsNameAsGiven) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

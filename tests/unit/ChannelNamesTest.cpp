@@ -2,7 +2,7 @@
 
 #include "umpd/rules/LauncherStruct.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 TEST(ChannelNamesTest, AreBuiltFromPrefixChannelAndUser) {
@@ -35,4 +35,4 @@ TEST(ChannelNamesTest, LongAndForeignNamesAreTakenWhole) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -2,7 +2,7 @@
 
 #include "umpd/rules/DocumentName.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr std::size_t kMuchRoom = 780;
@@ -100,4 +100,4 @@ TEST(CleanedNameTest, TheApplicationsPartIsNotCounted) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -4,7 +4,7 @@
 
 #include "umpd/rules/SettingText.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 TEST(DecimalTextTest, LeadingDigitsCount) {
@@ -54,4 +54,4 @@ TEST(DecimalTextTest, ANumberIsDigitsOnly) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -4,7 +4,7 @@
 
 #include "umpd/rules/DefaultSettings.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr wchar_t kViewer[] = L"C:\\drivers\\3\\twsview.exe";
@@ -62,4 +62,4 @@ TEST(DefaultSettingsTest, AViewerWithoutPathIsLeftOut) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

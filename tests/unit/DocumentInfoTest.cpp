@@ -2,7 +2,7 @@
 
 #include "umpd/rules/XmpPacket.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 DocumentInfo everything(int enable) {
@@ -63,4 +63,4 @@ TEST(DocumentInfoTest, CreatorProducerAndDatesOfTheSettingsAreNotUsed) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

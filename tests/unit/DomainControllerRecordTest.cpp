@@ -4,7 +4,7 @@
 
 #include "umpd/rules/DomainControllerRecord.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 // A record in which every byte has been written by others.
@@ -71,4 +71,4 @@ TEST(DomainControllerRecordTest, ANameWithoutEndIsNone) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

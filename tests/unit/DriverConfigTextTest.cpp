@@ -2,7 +2,7 @@
 
 #include "umpd/rules/DriverConfigText.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 using Settings = std::initializer_list<std::pair<const wchar_t*, const wchar_t*>>;
@@ -51,4 +51,4 @@ TEST(DriverConfigTextTest, ValuesAreNotEscaped) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -2,7 +2,7 @@
 
 #include "umpd/rules/Text.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 TEST(FirstLineTest, EndsAtTheLineFeed) {
@@ -37,4 +37,4 @@ TEST(FirstLineTest, KeepsBytesAbove127) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

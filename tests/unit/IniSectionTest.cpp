@@ -4,7 +4,7 @@
 
 #include "umpd/rules/SettingText.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 // The lines as NAME->VALUE, each ended by a semicolon. `lines` end where the system's texts have zeros.
@@ -61,4 +61,4 @@ TEST(IniSectionTest, KeepsLinesOfEqualNames) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

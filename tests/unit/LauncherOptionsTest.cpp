@@ -25,7 +25,7 @@ TEST(LauncherOptionsTest, WithoutOptionsItListensForEver) {
   const Options options = parse({});
   EXPECT_EQ(options.logFile, L"");
   EXPECT_FALSE(options.command);
-  EXPECT_EQ(options.leaveAfter, LeaveAfter::nothing);
+  EXPECT_EQ(options.leaveAfter, LeaveAfter::kNothing);
   EXPECT_FALSE(options.timeLimit);
   EXPECT_FALSE(options.help);
 }
@@ -41,8 +41,8 @@ TEST(LauncherOptionsTest, ReadsEachOption) {
 }
 
 TEST(LauncherOptionsTest, TheLastWordCounts) {
-  EXPECT_EQ(parse({L"--once", L"--until-stopprint"}).leaveAfter, LeaveAfter::firstStopPrint);
-  EXPECT_EQ(parse({L"--until-stopprint", L"--once"}).leaveAfter, LeaveAfter::firstMessage);
+  EXPECT_EQ(parse({L"--once", L"--until-stopprint"}).leaveAfter, LeaveAfter::kFirstStopPrint);
+  EXPECT_EQ(parse({L"--until-stopprint", L"--once"}).leaveAfter, LeaveAfter::kFirstMessage);
   EXPECT_EQ(parse({L"--log", L"a", L"--log", L"b"}).logFile, L"b");
 }
 

@@ -5,7 +5,7 @@
 
 #include "umpd/rules/LauncherStruct.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr char kUntouched = '\x5A';
@@ -113,4 +113,4 @@ TEST_F(LauncherStructTest, TextsAreCutAt259Bytes) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

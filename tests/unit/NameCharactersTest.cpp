@@ -2,7 +2,7 @@
 
 #include "umpd/rules/DocumentName.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 // The code as two hexadecimal digits after "%".
@@ -125,4 +125,4 @@ TEST(NameCharactersTest, SoDoesTheEscapeOfZero) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -5,7 +5,7 @@
 
 #include "umpd/rules/OutputPath.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr std::size_t kSize = 780;
@@ -286,4 +286,4 @@ TEST(OutputNameTest, TheSearchForANumberEnds) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

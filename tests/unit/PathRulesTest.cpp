@@ -2,7 +2,7 @@
 
 #include "umpd/rules/OutputPath.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 std::wstring text(std::size_t length, wchar_t character) {
@@ -105,4 +105,4 @@ TEST(PathRulesTest, TheListOfFoldersEndsWithTheFolderItself) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -2,7 +2,7 @@
 
 #include "umpd/rules/PrinterNaming.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 TEST(PrinterNamingTest, TheNameFoundByThePortComesFirst) {
@@ -35,4 +35,4 @@ TEST(PrinterNamingTest, PortsBeginWithABackslashOrAComma) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -2,7 +2,7 @@
 
 #include "umpd/rules/PrinterNaming.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr wchar_t kDriver[] = L"Tarnwick Quillpress";
@@ -42,4 +42,4 @@ TEST(PrinterPortsTest, OtherDriversDoNotMatch) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -4,7 +4,7 @@
 
 #include "umpd/rules/QueuedJob.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 QueuedJob at(std::int32_t position, std::uint32_t id) {
@@ -84,4 +84,4 @@ TEST(QueuedJobTest, OnlyTheJobsOwnStatusCounts) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -4,7 +4,7 @@
 
 #include "umpd/rules/SidText.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 using Authority = std::array<std::uint8_t, 6>;
@@ -68,4 +68,4 @@ TEST(SidTextTest, TheLongestTextFits) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -6,7 +6,7 @@
 
 #include "umpd/rules/StringMap.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 std::wstring keyNumber(std::size_t number) {
@@ -154,4 +154,4 @@ TEST(StringMapTest, TextsReadAsTheIntegerTheyBeginWith) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

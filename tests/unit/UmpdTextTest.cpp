@@ -2,7 +2,7 @@
 
 #include "umpd/rules/Text.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 TEST(UmpdTextTest, CaseOfAToZDoesNotMatter) {
@@ -59,4 +59,4 @@ TEST(UmpdTextTest, ANullPointerReadsAsEmpty) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -2,7 +2,7 @@
 
 #include "umpd/rules/OutputPath.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr wchar_t kBelow[] = L"\\Microsoft\\Windows\\Temporary Internet Files\\Virtualized\\";
@@ -37,4 +37,4 @@ TEST(VirtualizedPathTest, WithoutTheFolderThereIsNone) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

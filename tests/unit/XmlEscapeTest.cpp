@@ -2,7 +2,7 @@
 
 #include "umpd/rules/XmpPacket.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 TEST(XmlEscapeTest, AnEmptyTextStaysEmpty) {
@@ -52,4 +52,4 @@ TEST(XmlEscapeTest, WhatIsEscapedAlreadyIsEscapedAgain) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

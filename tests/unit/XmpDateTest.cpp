@@ -2,7 +2,7 @@
 
 #include "umpd/rules/XmpPacket.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 std::tm someTime() {
@@ -75,4 +75,4 @@ TEST(XmpDateTest, ATimeThatCannotBeWrittenGivesNoOffsetEither) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -2,7 +2,7 @@
 
 #include "umpd/rules/XmpPacket.h"
 
-namespace quillpress {
+namespace quillpress::driver {
 namespace {
 
 constexpr wchar_t kHeader[] =
@@ -129,4 +129,4 @@ TEST(XmpPacketTest, LinesEndWithALineFeedAlone) {
 }
 
 }  // namespace
-}  // namespace quillpress
+}  // namespace quillpress::driver

@@ -39,7 +39,7 @@ Launcher::Launcher(const Options& options, Receiver& receiver, Log& log)
 void Launcher::run(HANDLE stop) {
   const Deadline deadline(options_.timeLimit);
   if (receiver_.takeOverRequest()) serve();
-  while (!done_ && receiver_.wait(stop, deadline.remaining()) == Receiver::Woken::byRequest) serve();
+  while (!done_ && receiver_.wait(stop, deadline.remaining()) == Receiver::Woken::kByRequest) serve();
   receiver_.close();
   while (receiver_.isRequestedWithin(kTimeForLatecomers)) serve();
 }
@@ -50,24 +50,24 @@ void Launcher::serve() {
   write(message);
   receiver_.acknowledge();
   // The sender does not wait for the command, nor do later messages.
-  if (message.kind == Message::Kind::stopPrint) runCommand(message);
+  if (message.kind == Message::Kind::kStopPrint) runCommand(message);
   done_ = done_ || isDoneAfter(message.kind);
 }
 
 void Launcher::write(const Message& message) {
-  const std::wstring command = fromAnsi(message.command);
+  const std::wstring command = driver::fromAnsi(message.command);
   switch (message.kind) {
-    case Message::Kind::startPrint:
-      log_.writeLine(logLine({command, fromAnsi(message.printerName)}));
+    case Message::Kind::kStartPrint:
+      log_.writeLine(logLine({command, driver::fromAnsi(message.printerName)}));
       break;
-    case Message::Kind::stopPrint:
-      log_.writeLine(logLine({command, fromAnsi(message.printerName), fromAnsi(message.outputPath),
-                              fromAnsi(message.documentName)}));
+    case Message::Kind::kStopPrint:
+      log_.writeLine(logLine({command, driver::fromAnsi(message.printerName), driver::fromAnsi(message.outputPath),
+                              driver::fromAnsi(message.documentName)}));
       break;
-    case Message::Kind::unknownCommand:
+    case Message::Kind::kUnknownCommand:
       log_.writeLine(logLine({L"unknown command", command}));
       break;
-    case Message::Kind::endlessText:
+    case Message::Kind::kEndlessText:
       log_.writeLine(logLine({L"text without an end", command}));
       break;
   }
@@ -75,25 +75,25 @@ void Launcher::write(const Message& message) {
 
 void Launcher::runCommand(const Message& message) {
   if (!options_.command) return;
-  const std::wstring path = fromAnsi(message.outputPath);
+  const std::wstring path = driver::fromAnsi(message.outputPath);
   // A job that went wrong in the queue has lost its file. And who may write messages need not be the printer:
   // no command for what is no file.
   if (!isFile(path)) {
     log_.writeLine(logLine({L"no such file", path}));
     return;
   }
-  const std::wstring commandLine = options_.command->commandLine(path, fromAnsi(message.documentName));
+  const std::wstring commandLine = options_.command->commandLine(path, driver::fromAnsi(message.documentName));
   if (!startProgram(commandLine)) log_.writeLine(logLine({L"cannot run", commandLine}));
 }
 
 bool Launcher::isDoneAfter(Message::Kind kind) const {
   switch (options_.leaveAfter) {
-    case LeaveAfter::nothing:
+    case LeaveAfter::kNothing:
       return false;
-    case LeaveAfter::firstMessage:
+    case LeaveAfter::kFirstMessage:
       return true;
-    case LeaveAfter::firstStopPrint:
-      return kind == Message::Kind::stopPrint;
+    case LeaveAfter::kFirstStopPrint:
+      return kind == Message::Kind::kStopPrint;
   }
   return false;
 }

@@ -22,7 +22,7 @@ class Log {
 
  private:
   bool toFile_;
-  FileHandle file_;
+  driver::FileHandle file_;
   HANDLE standardOutput_ = nullptr;  // borrowed
 };
 

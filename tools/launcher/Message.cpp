@@ -8,7 +8,7 @@ namespace {
 // Copies texts out of fields until one has no end.
 class FieldReader {
  public:
-  FieldReader& read(const LauncherText& field, const char* name, std::string& text) {
+  FieldReader& read(const driver::LauncherText& field, const char* name, std::string& text) {
     if (endless_ != nullptr) return *this;
     const auto* end = std::find(field.begin(), field.end(), '\0');
     if (end == field.end()) {
@@ -27,27 +27,27 @@ class FieldReader {
 };
 
 Message::Kind kindOf(const std::string& command) {
-  if (command == kStartPrint) return Message::Kind::startPrint;
-  if (command == kStopPrint) return Message::Kind::stopPrint;
-  return Message::Kind::unknownCommand;
+  if (command == driver::kStartPrint) return Message::Kind::kStartPrint;
+  if (command == driver::kStopPrint) return Message::Kind::kStopPrint;
+  return Message::Kind::kUnknownCommand;
 }
 
 }  // namespace
 
-Message readMessage(const LauncherStruct& record) {
+Message readMessage(const driver::LauncherStruct& record) {
   Message message;
   FieldReader reader;
   reader.read(record.command, "command", message.command);
   message.kind = kindOf(message.command);
   // A field that the command does not have holds what earlier messages left in it.
-  if (message.kind != Message::Kind::unknownCommand) {
+  if (message.kind != Message::Kind::kUnknownCommand) {
     reader.read(record.printerName, "printer name", message.printerName);
   }
-  if (message.kind == Message::Kind::stopPrint) {
+  if (message.kind == Message::Kind::kStopPrint) {
     reader.read(record.outputPath, "output path", message.outputPath)
         .read(record.documentName, "document name", message.documentName);
   }
-  if (reader.endless() != nullptr) return {Message::Kind::endlessText, reader.endless(), {}, {}, {}};
+  if (reader.endless() != nullptr) return {Message::Kind::kEndlessText, reader.endless(), {}, {}, {}};
   return message;
 }
 

@@ -9,13 +9,13 @@ namespace quillpress::launcher {
 // What a record says. Texts are in the ANSI code page.
 struct Message {
   enum class Kind {
-    startPrint,      // a job begins: printerName
-    stopPrint,       // a file is finished: printerName, outputPath, documentName
-    unknownCommand,  // from a newer sender: command
-    endlessText,     // a text of the message fills its field without a zero: command names the field
+    kStartPrint,      // a job begins: printerName
+    kStopPrint,       // a file is finished: printerName, outputPath, documentName
+    kUnknownCommand,  // from a newer sender: command
+    kEndlessText,     // a text of the message fills its field without a zero: command names the field
   };
 
-  Kind kind = Kind::unknownCommand;
+  Kind kind = Kind::kUnknownCommand;
   std::string command;
   std::string printerName;
   std::string outputPath;
@@ -23,6 +23,6 @@ struct Message {
 };
 
 // REQUIRES: a copy of the record. Everybody may write into the memory that it came from, at any time.
-Message readMessage(const LauncherStruct& record);
+Message readMessage(const driver::LauncherStruct& record);
 
 }  // namespace quillpress::launcher

@@ -33,9 +33,9 @@ class OptionReader {
     if (name == L"--help") {
       options_.help = true;
     } else if (name == L"--once") {
-      options_.leaveAfter = LeaveAfter::firstMessage;
+      options_.leaveAfter = LeaveAfter::kFirstMessage;
     } else if (name == L"--until-stopprint") {
-      options_.leaveAfter = LeaveAfter::firstStopPrint;
+      options_.leaveAfter = LeaveAfter::kFirstStopPrint;
     } else if (name == L"--log") {
       options_.logFile = valueOf(name);
     } else if (name == L"--run") {

@@ -10,12 +10,12 @@
 namespace quillpress::launcher {
 
 // When the launcher leaves by itself.
-enum class LeaveAfter { nothing, firstMessage, firstStopPrint };
+enum class LeaveAfter { kNothing, kFirstMessage, kFirstStopPrint };
 
 struct Options {
   std::wstring logFile;  // empty: standard output
   std::optional<CommandTemplate> command;
-  LeaveAfter leaveAfter = LeaveAfter::nothing;
+  LeaveAfter leaveAfter = LeaveAfter::kNothing;
   std::optional<std::chrono::seconds> timeLimit;
   bool help = false;
 };

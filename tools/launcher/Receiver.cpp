@@ -14,30 +14,30 @@ constexpr DWORD kTimeToSetTheRequest = 200;
 
 }  // namespace
 
-Receiver::Receiver(const ChannelNames& names)
-    : names_(names), section_(names.section, sizeof(LauncherStruct)) {}
+Receiver::Receiver(const driver::ChannelNames& names)
+    : names_(names), section_(names.section, sizeof(driver::LauncherStruct)) {}
 
 Receiver::Opened Receiver::open() {
-  if (!section_.openOrCreate() || !createRequestEvent()) return Opened::failed;
+  if (!section_.openOrCreate() || !createRequestEvent()) return Opened::kFailed;
   return takeMutex();
 }
 
 bool Receiver::createRequestEvent() {
-  SecurityAttributes security;
+  driver::SecurityAttributes security;
   requestEvent_.reset(CreateEventW(security.get(), FALSE, FALSE, names_.requestEvent.c_str()));
   return static_cast<bool>(requestEvent_);
 }
 
 Receiver::Opened Receiver::takeMutex() {
-  SecurityAttributes security;
+  driver::SecurityAttributes security;
   mutex_.reset(CreateMutexW(security.get(), TRUE, names_.mutex.c_str()));
-  if (!mutex_) return Opened::failed;
-  if (GetLastError() != ERROR_ALREADY_EXISTS) return Opened::listening;
+  if (!mutex_) return Opened::kFailed;
+  if (GetLastError() != ERROR_ALREADY_EXISTS) return Opened::kListening;
   // Senders hold it open for moments. One that another launcher has died with counts as taken.
   const DWORD result = WaitForSingleObject(mutex_.get(), 0);
-  if (result == WAIT_OBJECT_0 || result == WAIT_ABANDONED) return Opened::listening;
+  if (result == WAIT_OBJECT_0 || result == WAIT_ABANDONED) return Opened::kListening;
   mutex_.reset();
-  return result == WAIT_TIMEOUT ? Opened::somebodyElseListens : Opened::failed;
+  return result == WAIT_TIMEOUT ? Opened::kSomebodyElseListens : Opened::kFailed;
 }
 
 void Receiver::close() {
@@ -48,21 +48,21 @@ void Receiver::close() {
 
 bool Receiver::takeOverRequest() {
   // The acknowledge event belongs to the sender and lasts for as long as it waits.
-  if (!NamedEvent(names_.acknowledgeEvent).open()) return false;
+  if (!driver::NamedEvent(names_.acknowledgeEvent).open()) return false;
   // It may be just about to set the request, and that must not make one message two.
   if (isRequestedWithin(kTimeToSetTheRequest)) return true;
-  return NamedEvent(names_.acknowledgeEvent).open();
+  return driver::NamedEvent(names_.acknowledgeEvent).open();
 }
 
 Receiver::Woken Receiver::wait(HANDLE stop, DWORD milliseconds) {
   const std::array<HANDLE, 2> events{requestEvent_.get(), stop};
   switch (WaitForMultipleObjects(static_cast<DWORD>(events.size()), events.data(), FALSE, milliseconds)) {
     case WAIT_OBJECT_0:
-      return Woken::byRequest;
+      return Woken::kByRequest;
     case WAIT_TIMEOUT:
-      return Woken::byTime;
+      return Woken::kByTime;
     default:  // a failed wait, too, would only fail again
-      return Woken::byStop;
+      return Woken::kByStop;
   }
 }
 
@@ -70,15 +70,15 @@ bool Receiver::isRequestedWithin(DWORD milliseconds) {
   return WaitForSingleObject(requestEvent_.get(), milliseconds) == WAIT_OBJECT_0;
 }
 
-LauncherStruct Receiver::record() const {
-  LauncherStruct record;
+driver::LauncherStruct Receiver::record() const {
+  driver::LauncherStruct record;
   std::memcpy(&record, section_.bytes().data(), sizeof record);
   return record;
 }
 
 void Receiver::acknowledge() {
   // A sender that does not wait any more has taken its event with it.
-  static_cast<void>(NamedEvent(names_.acknowledgeEvent).set());
+  static_cast<void>(driver::NamedEvent(names_.acknowledgeEvent).set());
 }
 
 }  // namespace quillpress::launcher

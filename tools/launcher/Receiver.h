@@ -12,10 +12,10 @@ namespace quillpress::launcher {
 // last object to be made and the first to go.
 class Receiver {
  public:
-  enum class Opened { listening, somebodyElseListens, failed };
-  enum class Woken { byRequest, byStop, byTime };
+  enum class Opened { kListening, kSomebodyElseListens, kFailed };
+  enum class Woken { kByRequest, kByStop, kByTime };
 
-  explicit Receiver(const ChannelNames& names);
+  explicit Receiver(const driver::ChannelNames& names);
   Receiver(const Receiver&) = delete;
   Receiver& operator=(const Receiver&) = delete;
   // A thread that owns the mutex cannot just forget it.
@@ -38,7 +38,7 @@ class Receiver {
   [[nodiscard]] bool isRequestedWithin(DWORD milliseconds);
 
   // A copy of the record. REQUIRES: open
-  [[nodiscard]] LauncherStruct record() const;
+  [[nodiscard]] driver::LauncherStruct record() const;
 
   // Lets the sender go on. It waits without limit, so this must follow every request.
   void acknowledge();
@@ -47,10 +47,10 @@ class Receiver {
   [[nodiscard]] bool createRequestEvent();
   [[nodiscard]] Opened takeMutex();
 
-  ChannelNames names_;
-  SharedSection section_;
-  KernelHandle requestEvent_;
-  KernelHandle mutex_;
+  driver::ChannelNames names_;
+  driver::SharedSection section_;
+  driver::KernelHandle requestEvent_;
+  driver::KernelHandle mutex_;
 };
 
 }  // namespace quillpress::launcher

@@ -21,7 +21,7 @@ class StopSignal {
 
   static StopSignal* instance_;
 
-  KernelHandle stop_;
+  driver::KernelHandle stop_;
 };
 
 }  // namespace quillpress::launcher

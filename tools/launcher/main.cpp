@@ -13,7 +13,7 @@
 namespace quillpress::launcher {
 namespace {
 
-enum class ExitCode { left = 0, badOptions = 1, somebodyElseListens = 2, cannotListen = 3 };
+enum class ExitCode { kLeft = 0, kBadOptions = 1, kSomebodyElseListens = 2, kCannotListen = 3 };
 
 std::wstring environmentVariable(const wchar_t* name) {
   std::array<wchar_t, 4096> value{};
@@ -38,22 +38,22 @@ ExitCode listen(const Options& options) {
   Log log(options.logFile);
   if (!log.isOpen()) {
     say(L"cannot write to " + options.logFile);
-    return ExitCode::badOptions;
+    return ExitCode::kBadOptions;
   }
   const StopSignal stop;
-  Receiver receiver(channelNames(windowsVersion().sessionPrefix(), kLauncherChannel, userName()));
+  Receiver receiver(driver::channelNames(driver::windowsVersion().sessionPrefix(), driver::kLauncherChannel, driver::userName()));
   switch (receiver.open()) {
-    case Receiver::Opened::somebodyElseListens:
+    case Receiver::Opened::kSomebodyElseListens:
       say(L"another launcher listens for this user");
-      return ExitCode::somebodyElseListens;
-    case Receiver::Opened::failed:
+      return ExitCode::kSomebodyElseListens;
+    case Receiver::Opened::kFailed:
       say(L"the objects of the channel cannot be made");
-      return ExitCode::cannotListen;
-    case Receiver::Opened::listening:
+      return ExitCode::kCannotListen;
+    case Receiver::Opened::kListening:
       break;
   }
   Launcher(options, receiver, log).run(stop.event());
-  return ExitCode::left;
+  return ExitCode::kLeft;
 }
 
 ExitCode run() {
@@ -61,11 +61,11 @@ ExitCode run() {
   const std::optional<Options> options = parseOptions(arguments(), complaint);
   if (!options) {
     say(complaint + L" (--help shows the options)");
-    return ExitCode::badOptions;
+    return ExitCode::kBadOptions;
   }
   if (options->help) {
     Log({}).writeLine(kHelpText);
-    return ExitCode::left;
+    return ExitCode::kLeft;
   }
   return listen(*options);
 }

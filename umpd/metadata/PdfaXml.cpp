@@ -16,7 +16,7 @@ std::wstring readInfoText(HKEY key, const wchar_t* name) {
 DocumentInfo readDocumentInfo(DriverSettings& settings) {
   DocumentInfo info;
   const RegistryKey key = settings.openPrinterKey(KEY_QUERY_VALUE);
-  if (!key || readNumber(key.get(), L"DocInfoEnable", info.enable) == ReadResult::failed) return info;
+  if (!key || readNumber(key.get(), L"DocInfoEnable", info.enable) == ReadResult::kFailed) return info;
   info.title = readInfoText(key.get(), L"DocInfoTitle");
   info.author = readInfoText(key.get(), L"DocInfoAuthor");
   info.subject = readInfoText(key.get(), L"DocInfoSubject");

@@ -29,7 +29,7 @@ PathParts split(std::wstring_view path) {
 }
 
 // The values of "SaveFilenameAction" that the choice tells apart.
-enum class NameSource { document, defaultName, random, none };
+enum class NameSource { kDocument, kDefaultName, kRandom, kNone };
 
 NameSource nameSource(int action) {
   switch (action) {
@@ -37,13 +37,13 @@ NameSource nameSource(int action) {
     case 2:
     case 3:
     case 5:
-      return NameSource::document;
+      return NameSource::kDocument;
     case 1:
-      return NameSource::defaultName;
+      return NameSource::kDefaultName;
     case 4:
-      return NameSource::random;
+      return NameSource::kRandom;
     default:
-      return NameSource::none;
+      return NameSource::kNone;
   }
 }
 
@@ -69,14 +69,14 @@ std::wstring randomPath(const std::wstring& folder, const NamingRules& rules, co
 std::wstring rawPath(const NamingRules& rules, std::wstring_view documentName, std::size_t bufferSize,
                      const NamingWorld& world) {
   const NameSource source = nameSource(rules.action);
-  if (source == NameSource::defaultName) {
+  if (source == NameSource::kDefaultName) {
     // The name is taken whole, so the folder gets what it leaves.
     const std::size_t taken = rules.defaultName.size();
     return folderPart(rules.folder, bufferSize > taken ? bufferSize - taken : 0) + rules.defaultName;
   }
   std::wstring folder = folderPart(rules.folder, bufferSize);
-  if (source == NameSource::none) return folder;
-  if (source == NameSource::document) {
+  if (source == NameSource::kNone) return folder;
+  if (source == NameSource::kDocument) {
     const std::wstring_view name = documentName.empty() ? std::wstring_view(rules.defaultName) : documentName;
     if (!name.empty()) {
       return folder + cleanedName(name, rules.trimCharacter, rules.extension, bufferSize - folder.size());

@@ -57,10 +57,10 @@ ReadResult readNumber(HKEY key, const wchar_t* name, int& number) {
   BYTE bytes[sizeof number];
   DWORD size = sizeof bytes;
   const LONG result = RegQueryValueExW(key, name, nullptr, &type, bytes, &size);
-  if (result == ERROR_FILE_NOT_FOUND) return ReadResult::absent;
-  if (result != ERROR_SUCCESS || type != REG_DWORD || size != sizeof bytes) return ReadResult::failed;
+  if (result == ERROR_FILE_NOT_FOUND) return ReadResult::kAbsent;
+  if (result != ERROR_SUCCESS || type != REG_DWORD || size != sizeof bytes) return ReadResult::kFailed;
   number = numberOfBytes(bytes);
-  return ReadResult::found;
+  return ReadResult::kFound;
 }
 
 std::optional<std::wstring> readText(HKEY key, const wchar_t* name) {

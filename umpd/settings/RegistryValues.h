@@ -12,9 +12,9 @@ namespace quillpress::driver {
 
 bool hasValue(HKEY key, const wchar_t* name);
 
-enum class ReadResult { found, absent, failed };
+enum class ReadResult { kFound, kAbsent, kFailed };
 
-// `absent` leaves the number alone; a value of another kind counts as `failed`.
+// kAbsent leaves the number alone; a value of another kind counts as kFailed.
 ReadResult readNumber(HKEY key, const wchar_t* name, int& number);
 
 // A text of any length; nothing when it is absent or of another kind.

@@ -11,7 +11,7 @@ NamedEvent::NamedEvent(std::wstring name, Reset reset) : name_(std::move(name)),
 
 bool NamedEvent::create() {
   SecurityAttributes security;
-  const BOOL manual = reset_ == Reset::manual ? TRUE : FALSE;
+  const BOOL manual = reset_ == Reset::kManual ? TRUE : FALSE;
   handle_.reset(CreateEventW(security.get(), manual, FALSE, name_.c_str()));
   return static_cast<bool>(handle_);
 }
@@ -25,7 +25,7 @@ bool NamedEvent::open() {
 bool NamedEvent::set() {
   if (!openIfNeeded()) return false;
   const bool signalled = SetEvent(handle_.get()) != 0;
-  if (reset_ == Reset::manual) ResetEvent(handle_.get());
+  if (reset_ == Reset::kManual) ResetEvent(handle_.get());
   return signalled;
 }
 

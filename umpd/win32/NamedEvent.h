@@ -9,12 +9,12 @@ namespace quillpress::driver {
 // An event that processes share by its name.
 class NamedEvent {
  public:
-  enum class Reset { automatic, manual };
+  enum class Reset { kAutomatic, kManual };
 
   // What `wait` returns when the event cannot be opened.
   static constexpr DWORD kNotOpen = static_cast<DWORD>(-1);
 
-  explicit NamedEvent(std::wstring name, Reset reset = Reset::automatic);
+  explicit NamedEvent(std::wstring name, Reset reset = Reset::kAutomatic);
 
   // Makes the event, not signalled; one that exists under the name is taken as it is.
   [[nodiscard]] bool create();

@@ -12,7 +12,7 @@ NamedMutex::NamedMutex(std::wstring name) : name_(std::move(name)) {}
 
 bool NamedMutex::create(InitialOwner owner) {
   SecurityAttributes security;
-  handle_.reset(CreateMutexW(security.get(), owner == InitialOwner::caller ? TRUE : FALSE, name_.c_str()));
+  handle_.reset(CreateMutexW(security.get(), owner == InitialOwner::kCaller ? TRUE : FALSE, name_.c_str()));
   if (!handle_) writeDriverDebugOutput(L"CreateMutex failed " + systemMessage(GetLastError()));
   return static_cast<bool>(handle_);
 }

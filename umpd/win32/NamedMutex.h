@@ -9,7 +9,7 @@ namespace quillpress::driver {
 // A mutex that processes share by its name.
 class NamedMutex {
  public:
-  enum class InitialOwner { nobody, caller };
+  enum class InitialOwner { kNobody, kCaller };
 
   // Owns the mutex for the length of a scope. One that a process has died with counts as taken.
   class Lock {
@@ -33,7 +33,7 @@ class NamedMutex {
   explicit NamedMutex(std::wstring name);
 
   // Makes the mutex; one that exists under the name is opened, with its owner unchanged.
-  bool create(InitialOwner owner = InitialOwner::nobody);
+  bool create(InitialOwner owner = InitialOwner::kNobody);
 
   // Opens a mutex that exists.
   bool open();

@@ -139,7 +139,7 @@ TEST_F(JobMutexTest, ThatCannotBeMadeIsOpenedByItsName) {
   const auto openings = calls.openingsOf(kName);
   ASSERT_FALSE(openings.empty());
   for (const KernelCalls::Opening& opening : openings) {
-    EXPECT_EQ(opening.kind, ObjectKind::mutex);
+    EXPECT_EQ(opening.kind, ObjectKind::kMutex);
     EXPECT_EQ(opening.access, kAllOfMutex);
     EXPECT_FALSE(opening.isInherited);
   }

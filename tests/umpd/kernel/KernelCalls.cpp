@@ -68,14 +68,14 @@ std::ostream& operator<<(std::ostream& out, const Attributes& attributes) {
 
 KernelCalls::KernelCalls(Library& library) {
   library.replace("CreateMutexW", [this](LPSECURITY_ATTRIBUTES security, BOOL owned, LPCWSTR name) -> HANDLE {
-    Creation creation{.kind = ObjectKind::mutex, .name = textOf(name), .attributes = read(security)};
+    Creation creation{.kind = ObjectKind::kMutex, .name = textOf(name), .attributes = read(security)};
     creation.isOwned = owned != FALSE;
     return noteCreation(creation) ? ::CreateMutexW(security, owned, name) : nullptr;
   });
   library.replace(
       "CreateEventW",
       [this](LPSECURITY_ATTRIBUTES security, BOOL manual, BOOL signalled, LPCWSTR name) -> HANDLE {
-        Creation creation{.kind = ObjectKind::event, .name = textOf(name), .attributes = read(security)};
+        Creation creation{.kind = ObjectKind::kEvent, .name = textOf(name), .attributes = read(security)};
         creation.isManual = manual != FALSE;
         creation.isSignalled = signalled != FALSE;
         if (!noteCreation(creation)) return nullptr;
@@ -85,7 +85,7 @@ KernelCalls::KernelCalls(Library& library) {
                   [this](HANDLE file, LPSECURITY_ATTRIBUTES security, DWORD protection, DWORD high, DWORD low,
                          LPCWSTR name) -> HANDLE {
                     Creation creation{
-                        .kind = ObjectKind::section, .name = textOf(name), .attributes = read(security)};
+                        .kind = ObjectKind::kSection, .name = textOf(name), .attributes = read(security)};
                     creation.file = file;
                     creation.protection = protection;
                     creation.size = (ULONGLONG{high} << 32) | low;
@@ -93,15 +93,15 @@ KernelCalls::KernelCalls(Library& library) {
                     return ::CreateFileMappingW(file, security, protection, high, low, name);
                   });
   library.replace("OpenMutexW", [this](DWORD access, BOOL inherit, LPCWSTR name) -> HANDLE {
-    if (!noteOpening({ObjectKind::mutex, textOf(name), access, inherit})) return nullptr;
+    if (!noteOpening({ObjectKind::kMutex, textOf(name), access, inherit})) return nullptr;
     return ::OpenMutexW(access, inherit, name);
   });
   library.replace("OpenEventW", [this](DWORD access, BOOL inherit, LPCWSTR name) -> HANDLE {
-    if (!noteOpening({ObjectKind::event, textOf(name), access, inherit})) return nullptr;
+    if (!noteOpening({ObjectKind::kEvent, textOf(name), access, inherit})) return nullptr;
     return ::OpenEventW(access, inherit, name);
   });
   library.replace("OpenFileMappingW", [this](DWORD access, BOOL inherit, LPCWSTR name) -> HANDLE {
-    if (!noteOpening({ObjectKind::section, textOf(name), access, inherit})) return nullptr;
+    if (!noteOpening({ObjectKind::kSection, textOf(name), access, inherit})) return nullptr;
     return ::OpenFileMappingW(access, inherit, name);
   });
 }

@@ -11,7 +11,7 @@
 
 namespace quillpress::harness {
 
-enum class ObjectKind { mutex, event, section };
+enum class ObjectKind { kMutex, kEvent, kSection };
 
 std::ostream& operator<<(std::ostream& out, ObjectKind kind);
 

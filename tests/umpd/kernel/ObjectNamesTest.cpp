@@ -29,20 +29,20 @@ TEST_P(ObjectNamesTest, TheJobMutexIsMadeUnownedForEachJob) {
   const auto creations = calls.creationsOf(jobMutex);
   ASSERT_EQ(creations.size(), 2U);
   for (const KernelCalls::Creation& creation : creations) {
-    EXPECT_EQ(creation.kind, ObjectKind::mutex);
+    EXPECT_EQ(creation.kind, ObjectKind::kMutex);
     EXPECT_FALSE(creation.isOwned);
   }
 }
 
 TEST_P(ObjectNamesTest, TheLaunchersMutexIsOpenedWithFullAccess) {
   printToLauncher(releaseChannel);
-  expectOpened(ObjectKind::mutex, releaseChannel.mutex(), kAllOfMutex);
+  expectOpened(ObjectKind::kMutex, releaseChannel.mutex(), kAllOfMutex);
   EXPECT_TRUE(calls.creationsOf(releaseChannel.mutex()).empty());
 }
 
 TEST_P(ObjectNamesTest, TheRequestEventIsOpenedWithFullAccess) {
   printToLauncher(releaseChannel);
-  expectOpened(ObjectKind::event, releaseChannel.requestEvent(), kAllOfEvent);
+  expectOpened(ObjectKind::kEvent, releaseChannel.requestEvent(), kAllOfEvent);
   EXPECT_TRUE(calls.creationsOf(releaseChannel.requestEvent()).empty());
 }
 
@@ -51,7 +51,7 @@ TEST_P(ObjectNamesTest, TheAcknowledgeEventIsMadeForEachMessage) {
   const auto creations = calls.creationsOf(releaseChannel.acknowledgeEvent());
   ASSERT_EQ(creations.size(), 2U);
   for (const KernelCalls::Creation& creation : creations) {
-    EXPECT_EQ(creation.kind, ObjectKind::event);
+    EXPECT_EQ(creation.kind, ObjectKind::kEvent);
     EXPECT_FALSE(creation.isManual);
     EXPECT_FALSE(creation.isSignalled);
   }
@@ -59,11 +59,11 @@ TEST_P(ObjectNamesTest, TheAcknowledgeEventIsMadeForEachMessage) {
 
 TEST_P(ObjectNamesTest, TheLaunchersMemoryIsMadeOfThePagingFile) {
   printToLauncher(releaseChannel);
-  expectOpened(ObjectKind::section, releaseChannel.memory(), kAllOfSection);
+  expectOpened(ObjectKind::kSection, releaseChannel.memory(), kAllOfSection);
   const auto creations = calls.creationsOf(releaseChannel.memory());
   ASSERT_FALSE(creations.empty());
   for (const KernelCalls::Creation& creation : creations) {
-    EXPECT_EQ(creation.kind, ObjectKind::section);
+    EXPECT_EQ(creation.kind, ObjectKind::kSection);
     EXPECT_EQ(creation.file, INVALID_HANDLE_VALUE);
     EXPECT_EQ(creation.protection, static_cast<DWORD>(PAGE_READWRITE));
     EXPECT_EQ(creation.size, 1303U);
@@ -73,7 +73,7 @@ TEST_P(ObjectNamesTest, TheLaunchersMemoryIsMadeOfThePagingFile) {
 TEST_P(ObjectNamesTest, TheLaunchersMemoryIsNotMadeWhenItIsThere) {
   const Peer peer(releaseChannel);
   print(L"Document");
-  expectOpened(ObjectKind::section, releaseChannel.memory(), kAllOfSection);
+  expectOpened(ObjectKind::kSection, releaseChannel.memory(), kAllOfSection);
   EXPECT_TRUE(calls.creationsOf(releaseChannel.memory()).empty());
 }
 
@@ -82,7 +82,7 @@ TEST_P(ObjectNamesTest, TheEventOfAFinishedPrintIsOpenedWithFullAccess) {
   const std::wstring name = sessionPrefix() + L"FinishPrintEv";
   const Handle event(CreateEventW(nullptr, FALSE, FALSE, name.c_str()));
   print(L"Document");
-  expectOpened(ObjectKind::event, name, kAllOfEvent);
+  expectOpened(ObjectKind::kEvent, name, kAllOfEvent);
   EXPECT_TRUE(calls.creationsOf(name).empty());
   EXPECT_EQ(WaitForSingleObject(event.get(), 0), WAIT_OBJECT_0);
 }
@@ -94,10 +94,10 @@ TEST_P(ObjectNamesTest, TheControllersMemoryIsMadeOfThePagingFile) {
     EXPECT_TRUE(calls.creationsOf(controllerCache).empty());
     return;
   }
-  expectOpened(ObjectKind::section, controllerCache, kAllOfSection);
+  expectOpened(ObjectKind::kSection, controllerCache, kAllOfSection);
   const auto creations = calls.creationsOf(controllerCache);
   ASSERT_EQ(creations.size(), 1U);
-  EXPECT_EQ(creations[0].kind, ObjectKind::section);
+  EXPECT_EQ(creations[0].kind, ObjectKind::kSection);
   EXPECT_EQ(creations[0].file, INVALID_HANDLE_VALUE);
   EXPECT_EQ(creations[0].protection, static_cast<DWORD>(PAGE_READWRITE));
   EXPECT_EQ(creations[0].size, 522U);

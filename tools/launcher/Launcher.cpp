@@ -1,8 +1,11 @@
 #include "tools/launcher/Launcher.h"
 
+#include <utility>
+
 #include "tools/launcher/Deadline.h"
 #include "tools/launcher/LogLine.h"
 #include "umpd/win32/AnsiText.h"
+#include "umpd/win32/ProgramRunner.h"
 #include "umpd/win32/Windows.h"
 
 namespace quillpress::launcher {
@@ -18,17 +21,10 @@ bool isFile(const std::wstring& path) {
 }
 
 // Starts a program and lets it run; it shows whatever window it likes.
-bool startProgram(std::wstring commandLine) {
-  STARTUPINFOW startup{};
-  startup.cb = sizeof startup;
-  PROCESS_INFORMATION process{};
-  if (CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                     &process) == 0) {
-    return false;
-  }
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
-  return true;
+bool start(std::wstring commandLine) {
+  driver::ProgramRun run;
+  run.commandLine = std::move(commandLine);
+  return driver::startProgram(run);
 }
 
 }  // namespace
@@ -36,22 +32,27 @@ bool startProgram(std::wstring commandLine) {
 Launcher::Launcher(const Options& options, Receiver& receiver, Log& log)
     : options_(options), receiver_(receiver), log_(log) {}
 
-void Launcher::run(HANDLE stop) {
+bool Launcher::run(HANDLE stop) {
   const Deadline deadline(options_.timeLimit);
   if (receiver_.takeOverRequest()) serve();
   while (!done_ && receiver_.wait(stop, deadline.remaining()) == Receiver::Woken::kByRequest) serve();
   receiver_.close();
   while (receiver_.isRequestedWithin(kTimeForLatecomers)) serve();
+  return actions_.finish();
 }
 
+// Acknowledged first: the program that prints stands still until then, and so does every other job of the
+// machine.
 void Launcher::serve() {
-  const Message message = readMessage(receiver_.record());
-  // What has been acknowledged has been written down.
-  write(message);
+  Message message = readMessage(receiver_.record());
   receiver_.acknowledge();
-  // The sender does not wait for the command, nor do later messages.
-  if (message.kind == Message::Kind::kStopPrint) runCommand(message);
   done_ = done_ || isDoneAfter(message.kind);
+  actions_.push(std::move(message));
+}
+
+void Launcher::act(const Message& message) {
+  write(message);
+  if (message.kind == Message::Kind::kStopPrint) runCommand(message);
 }
 
 void Launcher::write(const Message& message) {
@@ -61,8 +62,8 @@ void Launcher::write(const Message& message) {
       log_.writeLine(logLine({command, driver::fromAnsi(message.printerName)}));
       break;
     case Message::Kind::kStopPrint:
-      log_.writeLine(logLine({command, driver::fromAnsi(message.printerName), driver::fromAnsi(message.outputPath),
-                              driver::fromAnsi(message.documentName)}));
+      log_.writeLine(logLine({command, driver::fromAnsi(message.printerName),
+                              driver::fromAnsi(message.outputPath), driver::fromAnsi(message.documentName)}));
       break;
     case Message::Kind::kUnknownCommand:
       log_.writeLine(logLine({L"unknown command", command}));
@@ -82,8 +83,9 @@ void Launcher::runCommand(const Message& message) {
     log_.writeLine(logLine({L"no such file", path}));
     return;
   }
-  const std::wstring commandLine = options_.command->commandLine(path, driver::fromAnsi(message.documentName));
-  if (!startProgram(commandLine)) log_.writeLine(logLine({L"cannot run", commandLine}));
+  const std::wstring commandLine =
+      options_.command->commandLine(path, driver::fromAnsi(message.documentName));
+  if (!start(commandLine)) log_.writeLine(logLine({L"cannot run", commandLine}));
 }
 
 bool Launcher::isDoneAfter(Message::Kind kind) const {

@@ -41,7 +41,8 @@ ExitCode listen(const Options& options) {
     return ExitCode::kBadOptions;
   }
   const StopSignal stop;
-  Receiver receiver(driver::channelNames(driver::windowsVersion().sessionPrefix(), driver::kLauncherChannel, driver::userName()));
+  Receiver receiver(driver::channelNames(driver::windowsVersion().sessionPrefix(), driver::kLauncherChannel,
+                                         driver::userName()));
   switch (receiver.open()) {
     case Receiver::Opened::kSomebodyElseListens:
       say(L"another launcher listens for this user");
@@ -52,7 +53,9 @@ ExitCode listen(const Options& options) {
     case Receiver::Opened::kListening:
       break;
   }
-  Launcher(options, receiver, log).run(stop.event());
+  Launcher launcher(options, receiver, log);
+  // Lines that nobody takes are lost; their thread cannot be told to end.
+  if (!launcher.run(stop.event())) TerminateProcess(GetCurrentProcess(), static_cast<UINT>(ExitCode::kLeft));
   return ExitCode::kLeft;
 }
 

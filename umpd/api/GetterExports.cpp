@@ -40,17 +40,8 @@ bool copyPacketAsUtf8(UmDriver& job, char* buffer, unsigned length) {
 }
 
 }  // namespace
-}  // namespace quillpress::driver
 
-using quillpress::driver::copyPacket;
-using quillpress::driver::copyPacketAsUtf8;
-using quillpress::driver::copyText;
-using quillpress::driver::guarded;
-using quillpress::driver::kPdfaXml;
-using quillpress::driver::kPdfaXmlNarrow;
-using quillpress::driver::textOrEmpty;
-using quillpress::driver::UmDriver;
-using quillpress::driver::validJob;
+extern "C" {
 
 int QUILLPRESS_CALL getIntVal(unsigned long job, const wchar_t* name, int defaultValue) {
   // Kept: the text names another getter.
@@ -82,3 +73,7 @@ unsigned QUILLPRESS_CALL getStringMultibyte(unsigned long job, const char* name,
   if (name == nullptr || name != kPdfaXmlNarrow) return 1;
   return guarded(0U, [&] { return copyPacketAsUtf8(*driver, buffer, length) ? 1U : 0U; });
 }
+
+}  // extern "C"
+
+}  // namespace quillpress::driver

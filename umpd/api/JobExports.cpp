@@ -10,15 +10,9 @@
 #include "umpd/rules/Trace.h"
 #include "umpd/win32/ErrorBox.h"
 
-using quillpress::driver::guarded;
-using quillpress::driver::JobHandle;
-using quillpress::driver::JobTable;
-using quillpress::driver::showErrorBox;
-using quillpress::driver::trace;
-using quillpress::driver::UmDriver;
-using quillpress::driver::UmDriver2k;
-using quillpress::driver::validJob;
-using quillpress::driver::writeBlock;
+namespace quillpress::driver {
+
+extern "C" {
 
 unsigned long QUILLPRESS_CALL DocStart(wchar_t* printerName) {
   if (printerName == nullptr) {
@@ -34,8 +28,8 @@ unsigned long QUILLPRESS_CALL DocStart(wchar_t* printerName) {
 
 unsigned long QUILLPRESS_CALL DocStart2K(void* printer, unsigned long jobId, wchar_t* printerName,
                                          wchar_t* documentName) {
-  trace(L"Printer handle=%d, jobId=%d, printerName=[%s], docName=[%s]\n", printer, jobId, printerName,
-        documentName);
+  QUILLPRESS_TRACE(L"Printer handle=%d, jobId=%d, printerName=[%s], docName=[%s]\n", printer, jobId,
+                   printerName, documentName);
   return guarded(JobHandle{0}, [&]() -> JobHandle {
     auto job = std::make_unique<UmDriver2k>();
     if (!job->init(printer, jobId, documentName) || job->stateFlags() != UmDriver::kInitialised) return 0;
@@ -55,3 +49,7 @@ int QUILLPRESS_CALL DocEnd(unsigned long job) {
   JobTable::remove(job);
   return isEnded ? 1 : 0;
 }
+
+}  // extern "C"
+
+}  // namespace quillpress::driver

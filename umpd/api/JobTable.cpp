@@ -41,8 +41,12 @@ UmDriver* JobTable::find(JobHandle handle) {
 
 std::unique_ptr<UmDriver> JobTable::remove(JobHandle handle) {
   const CriticalSection::Lock lock(jobs().section);
-  auto node = jobs().byHandle.extract(handle);
-  return node ? std::move(node.mapped()) : nullptr;
+  const auto found = jobs().byHandle.find(handle);
+  // Kept: an object that does not say that it is a job is not touched, and so never goes.
+  if (found == jobs().byHandle.end() || !found->second->hasSignature()) return nullptr;
+  std::unique_ptr<UmDriver> job = std::move(found->second);
+  jobs().byHandle.erase(found);
+  return job;
 }
 
 UmDriver* validJob(JobHandle handle, const char* messageIfInvalid) {
@@ -54,10 +58,9 @@ UmDriver* validJob(JobHandle handle, const char* messageIfInvalid) {
 
 bool writeBlock(UmDriver& job, const void* bytes, unsigned long count) {
   if ((job.stateFlags() & UmDriver::kWriteFailed) != 0) return false;
-  const bool isReadable = bytes != nullptr || count == 0;
-  const bool isWritten = isReadable && guarded(false, [&] {
-                           return job.write({static_cast<const std::byte*>(bytes), count});
-                         });
+  const bool isWritten = guarded(false, [&] {
+    return job.write({static_cast<const std::byte*>(bytes), count});
+  });
   if (!isWritten) job.setStateFlag(UmDriver::kWriteFailed);
   return isWritten;
 }

@@ -18,7 +18,7 @@ class JobTable {
   // The job of a handle; null unless it lives. Borrowed: one thread at a time uses a job.
   static UmDriver* find(JobHandle handle);
 
-  // Gives the job back to its last user; null unless it lives.
+  // Gives the job back to its last user; null unless it lives and has its signature.
   static std::unique_ptr<UmDriver> remove(JobHandle handle);
 };
 

@@ -10,11 +10,11 @@
 namespace quillpress::driver {
 
 JobHandle DrvSplStartDoc(void* printer, unsigned long jobId) {
-  trace(L"DrvSplStartDoc hPrinter=%d\n", printer);
+  QUILLPRESS_TRACE(L"DrvSplStartDoc hPrinter=%d\n", printer);
   return guarded(JobHandle{0}, [&]() -> JobHandle {
     auto job = std::make_unique<UmDriver>();
     if (!job->init(printer, jobId, nullptr)) {
-      trace(L"DrvSplStartDoc driver init failed\n");
+      QUILLPRESS_TRACE(L"DrvSplStartDoc driver init failed\n");
       return 0;
     }
     return JobTable::add(std::move(job));
@@ -26,7 +26,7 @@ int DrvSplWritePrinter(JobHandle job, const void* bytes, unsigned long count, un
   UmDriver* const driver = validJob(job, "DrvSplWritePrinter - invalid parms");
   if (driver == nullptr) return 0;
   if (writeBlock(*driver, bytes, count)) return 1;
-  trace(L"DrvSplWritePrinter returning FALSE\n");
+  QUILLPRESS_TRACE(L"DrvSplWritePrinter returning FALSE\n");
   return 0;
 }
 

@@ -3,6 +3,7 @@
 #include "umpd/rules/LauncherStruct.h"
 #include "umpd/settings/InstallFolder.h"
 #include "umpd/win32/AnsiText.h"
+#include "umpd/win32/ProgramRunner.h"
 #include "umpd/win32/SystemInformation.h"
 #include "umpd/win32/Windows.h"
 #include "umpd/win32/WindowsVersion.h"
@@ -16,19 +17,11 @@ bool LauncherProxy::startLauncher() const {
   if (isReceiverReady()) return true;
   const std::optional<std::wstring> path = installedFile(L"twsmsnd.exe");
   if (!path) return false;
-  std::wstring commandLine = *path;
-  STARTUPINFOW startup{};
-  startup.cb = sizeof startup;
-  startup.dwFlags = STARTF_USESHOWWINDOW;
-  startup.wShowWindow = SW_HIDE;
-  PROCESS_INFORMATION process{};
-  if (CreateProcessW(path->c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                     &startup, &process) == 0) {
-    return false;
-  }
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
-  return true;
+  ProgramRun run;
+  run.application = *path;
+  run.commandLine = *path;
+  run.showState = SW_HIDE;
+  return startProgram(run);
 }
 
 bool LauncherProxy::sendStartPrint(const std::wstring& printerName) {

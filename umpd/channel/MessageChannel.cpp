@@ -18,14 +18,15 @@ bool MessageChannel::isReceiverReady() const {
 
 bool MessageChannel::openRecord() {
   if (section_.openOrCreate()) return true;
-  trace(L"Aquire failed\n");
+  // Kept: "Aquire". Traces are searched for by the texts that they have always had.
+  QUILLPRESS_TRACE(L"Aquire failed\n");
   return false;
 }
 
 bool MessageChannel::sendRecord() const {
   if (!section_.isOpen()) return false;
   if (!isReceiverReady()) {
-    trace(L"IPC sendMsg isReceiverReady failed\n");
+    QUILLPRESS_TRACE(L"IPC sendMsg isReceiverReady failed\n");
     return false;
   }
   // It must exist before the receiver can want to set it.
@@ -40,7 +41,7 @@ bool MessageChannel::sendRecord() const {
     return false;
   }
   if (acknowledged.wait(waitMilliseconds_) == WAIT_TIMEOUT) {
-    trace(L"IPC sendMsg listen.block failed\n");
+    QUILLPRESS_TRACE(L"IPC sendMsg listen.block failed\n");
     return false;
   }
   return true;

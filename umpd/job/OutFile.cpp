@@ -12,7 +12,8 @@ bool OutFile::create(const std::wstring& path) {
 }
 
 bool OutFile::write(std::span<const std::byte> bytes) {
-  if (!file_) return false;
+  const bool isReadable = bytes.data() != nullptr || bytes.empty();
+  if (!file_ || !isReadable) return false;
   const auto size = static_cast<DWORD>(bytes.size());
   DWORD written = 0;
   return WriteFile(file_.get(), bytes.data(), size, &written, nullptr) != 0 && written == size;

@@ -1,6 +1,8 @@
 #include "umpd/job/UmDriver.h"
 
 #include "postscript/lib/pdf/PdfObjectList.h"
+#include "umpd/channel/LauncherProxy.h"
+#include "umpd/rules/DocumentName.h"
 #include "umpd/rules/Text.h"
 #include "umpd/rules/Trace.h"
 #include "umpd/spooler/JobQueue.h"
@@ -8,6 +10,7 @@
 #include "umpd/win32/AnsiText.h"
 #include "umpd/win32/CriticalSection.h"
 #include "umpd/win32/ErrorBox.h"
+#include "umpd/win32/NamedEvent.h"
 #include "umpd/win32/SystemInformation.h"
 #include "umpd/win32/WindowsVersion.h"
 
@@ -26,6 +29,12 @@ void clearConverterObjects() {
   static CriticalSection section;
   const CriticalSection::Lock lock(section);
   PdfObjectList::ofProcess().clear();
+}
+
+void signalFinished() {
+  NamedEvent finished(std::wstring(windowsVersion().sessionPrefix()) + L"FinishPrintEv");
+  // Whoever wanted it may have gone.
+  static_cast<void>(finished.set());
 }
 
 // The name as an error box shows it.
@@ -49,10 +58,9 @@ void UmDriver::reset() {
   jobPrinter_ = nullptr;
   jobId_ = 0;
   stateFlags_ = 0;
-  outputPath_.clear();
+  output_.reset();
   userName_.clear();
   documentName_.clear();
-  bytesWritten_ = 0;
   clearConverterObjects();
 }
 
@@ -128,10 +136,71 @@ void UmDriver::identifyDocument() {
     setDocumentName(readDocumentName(jobPrinter_, jobId_).value_or(std::wstring()));
     return;
   }
-  trace(L">getCurrentPrintJobDocName %s printer %d\n", settings_.naming().printerName.c_str(), queryPrinter_);
+  QUILLPRESS_TRACE(L">getCurrentPrintJobDocName %s printer %d\n", settings_.naming().printerName,
+                   queryPrinter_);
   const QueuedJob job = currentPrintJob(queryPrinter_);
   setDocumentName(job.documentName);
   if (jobId_ == 0) jobId_ = job.id;
+}
+
+bool UmDriver::write(std::span<const std::byte> bytes) {
+  const NamedMutex::Lock lock(jobMutex_);
+  if (!lock) return false;
+  if (passThrough_ && jobPrinter_ != nullptr) return writeToPrinter(bytes);
+  if (!output_.isBegun() && !output_.begin(settings_, documentName_)) return false;
+  return output_.write(bytes);
+}
+
+// Kept: the count alone decides, so a block without bytes succeeds whatever the spooler says.
+bool UmDriver::writeToPrinter(std::span<const std::byte> bytes) {
+  if (bytes.data() == nullptr && !bytes.empty()) return false;
+  const auto size = static_cast<DWORD>(bytes.size());
+  DWORD written = 0;
+  // The spooler only reads, though its declaration does not say so.
+  void* const data = const_cast<std::byte*>(bytes.data());
+  WritePrinter(jobPrinter_, data, size, &written);
+  return written == size;
+}
+
+bool UmDriver::endDoc() {
+  QUILLPRESS_TRACE(L"> UmDriver::endDoc() %x\n", this);
+  const NamedMutex::Lock lock(jobMutex_);
+  if (!lock) return false;
+  QUILLPRESS_TRACE(L"> UmDriver::inside mutex %x\n", this);
+  if (!passThrough_ && output_.isBegun()) {
+    finishSpooledJob();
+    handOver();
+  }
+  reset();
+  setStateFlag(kEnded);
+  QUILLPRESS_TRACE(L"< UmDriver::endDoc() %x \n", this);
+  return true;
+}
+
+// The front end has all of the job, so the spooled copy goes. What the queue holds up has no output: it may
+// be printed again.
+void UmDriver::finishSpooledJob() {
+  const bool isFileOurs = output_.isCreated();
+  output_.close();
+  if (windowsVersion().isNtFamily && !isJobStatusOk(queryPrinter_, jobId_) && isFileOurs)
+    DeleteFileW(output_.path().c_str());
+  removeJob(queryPrinter_, jobId_);
+}
+
+void UmDriver::handOver() {
+  const bool isFinishEventWanted = settings_.getInt(L"FinishPrintEv", 0) != 0;
+  QUILLPRESS_TRACE(L"> finishPrintEv = %d\n", isFinishEventWanted);
+  const std::wstring name = decodeDocumentName(documentName_);
+  if (isFinishEventWanted) {
+    settings_.setString(L"DocName", name);
+    settings_.setString(L"lastfile", output_.path());
+    QUILLPRESS_TRACE(L"> UmDriver::endDoc() about to signal finished print\n");
+    signalFinished();
+    return;
+  }
+  LauncherProxy launcher;
+  if (launcher.isReceiverReady())
+    launcher.sendStopPrint(settings_.naming().effectiveName(), name, output_.path());
 }
 
 }  // namespace quillpress::driver

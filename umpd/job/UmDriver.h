@@ -5,14 +5,12 @@
 #include <span>
 #include <string>
 
-#include "umpd/job/OutFile.h"
+#include "umpd/job/JobOutput.h"
 #include "umpd/settings/DriverSettings.h"
 #include "umpd/spooler/PrinterInformation.h"
 #include "umpd/win32/NamedMutex.h"
 
 namespace quillpress::driver {
-
-class LauncherProxy;
 
 // One print job, from its first byte to the hand-over of the finished file to the launcher. The jobs of all
 // processes take turns: whatever touches the spooler, the settings or the file happens under one mutex of the
@@ -36,7 +34,8 @@ class UmDriver {
   // A job that has not ended leaves what it has written and tells nobody.
   virtual ~UmDriver();
 
-  // Takes the next block of the job. The first one chooses and creates the output file.
+  // Takes the next block of the job. The first one chooses and creates the output file. Null data with a size
+  // is a block that cannot be read: it fails, after the file has been made.
   virtual bool write(std::span<const std::byte> bytes);
 
   // Ends the document: closes the file, takes the job out of the queue and tells the launcher. The object is
@@ -51,14 +50,11 @@ class UmDriver {
   [[nodiscard]] std::uint32_t stateFlags() const { return stateFlags_; }
   void setStateFlag(StateFlag flag) { stateFlags_ |= flag; }
 
-  // Lets the end of the document store "DoPrint" = 0.
-  void setDoPrint() { doPrint_ = true; }
-
   [[nodiscard]] DriverSettings& settings() { return settings_; }
   [[nodiscard]] const std::wstring& documentName() const { return documentName_; }
-  [[nodiscard]] const std::wstring& outputPath() const { return outputPath_; }
+  [[nodiscard]] const std::wstring& outputPath() const { return output_.path(); }
   [[nodiscard]] const std::wstring& userName() const { return userName_; }
-  [[nodiscard]] std::uint32_t bytesWritten() const { return bytesWritten_; }
+  [[nodiscard]] std::uint32_t bytesWritten() const { return output_.bytesWritten(); }
   [[nodiscard]] DWORD jobId() const { return jobId_; }
 
  protected:
@@ -77,11 +73,6 @@ class UmDriver {
   void identifyDocument();
 
   [[nodiscard]] bool writeToPrinter(std::span<const std::byte> bytes);
-  [[nodiscard]] bool beginOutput();
-  [[nodiscard]] bool announce(bool showStatus);
-  [[nodiscard]] bool startLauncher(const LauncherProxy& launcher);
-  [[nodiscard]] bool createOutputFile();
-  void createVirtualizedFile();
   void finishSpooledJob();
   void handOver();
 
@@ -93,13 +84,10 @@ class UmDriver {
   DWORD jobId_ = 0;
   std::uint32_t stateFlags_ = 0;
   NamedMutex jobMutex_;
-  std::wstring outputPath_;    // at most 779 characters
-  std::wstring userName_;      // at most 259
+  JobOutput output_;
+  std::wstring userName_;      // at most 259 characters
   std::wstring documentName_;  // at most 259
-  std::uint32_t bytesWritten_ = 0;
   bool passThrough_ = false;
-  OutFile outFile_;
-  bool doPrint_ = false;
 };
 
 }  // namespace quillpress::driver

@@ -8,7 +8,7 @@
 namespace quillpress::driver {
 
 bool UmDriver2k::init(HANDLE printer, DWORD jobId, const wchar_t* documentName) {
-  trace(L"> UmDriver2k::init %x\n", this);
+  QUILLPRESS_TRACE(L"> UmDriver2k::init %x\n", this);
   const NamedMutex::Lock lock(jobMutex());
   if (!lock) return false;
   setPrinter(printer, jobId);
@@ -19,10 +19,11 @@ bool UmDriver2k::init(HANDLE printer, DWORD jobId, const wchar_t* documentName) 
   }
   settings().setPrinterName(printerName);
   setDocumentName(textOrEmpty(documentName));
-  runSetupProgramIfNeeded(printerName);
+  runSetupProgramIfNeeded(printerName, settings().user());
   loadSettings();
   setStateFlag(kInitialised);
-  trace(L"< UmDriver2k::init %x finishprintev = %d\n", this, settings().getInt(L"FinishPrintEv", 0));
+  QUILLPRESS_TRACE(L"< UmDriver2k::init %x finishprintev = %d\n", this,
+                   settings().getInt(L"FinishPrintEv", 0));
   return true;
 }
 

@@ -51,6 +51,11 @@ bool exists(const std::wstring& path) {
   return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
+bool isFolder(const std::wstring& path) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
 void makeFolders(const std::wstring& path) {
   for (const std::wstring& folder : folderChain(folderOf(path))) CreateDirectoryW(folder.c_str(), nullptr);
 }
@@ -60,10 +65,11 @@ void makeFolders(const std::wstring& path) {
 std::optional<std::wstring> SetFilename::chooseOutputFilename(const std::wstring& documentName,
                                                               std::size_t bufferSize) const {
   RandomNumbers numbers;
-  const NamingWorld world{exists, [&] { return numbers.next(); }};
-  const std::wstring path = chooseOutputPath(rulesFrom(*settings_), documentName, bufferSize, world);
+  const NamingWorld world{exists, isFolder, [&] { return numbers.next(); }};
+  const NamingRules rules = rulesFrom(*settings_);
+  const std::wstring path = chooseOutputPath(rules, documentName, bufferSize, world);
   makeFolders(path);
-  std::optional<std::wstring> unique = uniquePath(path, bufferSize, world);
+  std::optional<std::wstring> unique = uniquePath(rules, path, bufferSize, world);
   if (!unique) SetLastError(ERROR_FILE_EXISTS);
   return unique;
 }

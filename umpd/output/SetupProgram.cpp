@@ -10,8 +10,8 @@
 namespace quillpress::driver {
 namespace {
 
-bool startsOldLauncher() {
-  const UserRoot root(KEY_QUERY_VALUE | KEY_SET_VALUE);
+bool startsOldLauncher(UserSid& user) {
+  const UserRoot root(KEY_QUERY_VALUE | KEY_SET_VALUE, user);
   if (!root) return false;
   const RegistryKey key =
       openOrCreateKey(root.key(), L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run", KEY_ALL_ACCESS);
@@ -22,11 +22,11 @@ bool startsOldLauncher() {
 
 }  // namespace
 
-void runSetupProgramIfNeeded(const std::wstring& printerName) {
-  if (!startsOldLauncher()) return;
+void runSetupProgramIfNeeded(const std::wstring& printerName, UserSid& user) {
+  if (!startsOldLauncher(user)) return;
   const std::optional<std::wstring> path = installedFile(L"twssetup.exe");
   if (!path) {
-    trace(L"execSetupProg getFilename failed\n");
+    QUILLPRESS_TRACE(L"execSetupProg getFilename failed\n");
     return;
   }
   ProgramRun run;

@@ -59,7 +59,7 @@ std::wstring randomPath(const std::wstring& folder, const NamingRules& rules, co
   std::wstring path;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     const std::wstring number = std::to_wstring(world.random());
-    trace(L"randstring [%s]\n", number.c_str());
+    QUILLPRESS_TRACE(L"randstring [%s]\n", number);
     path = folder + number + rules.extension;
     if (!world.exists(path)) break;
   }
@@ -83,6 +83,15 @@ std::wstring rawPath(const NamingRules& rules, std::wstring_view documentName, s
     }
   }
   return randomPath(folder, rules, world);
+}
+
+// Whether another path is needed. A folder is in the way of a name, but where only the folder was chosen
+// there is no name to change.
+bool isTaken(const NamingRules& rules, const std::wstring& path, const NamingWorld& world) {
+  if (!world.exists(path)) return false;
+  const bool namesFolder =
+      path.ends_with(L'\\') || path.ends_with(L'/') || nameSource(rules.action) == NameSource::kNone;
+  return !namesFolder || !world.isFolder(path);
 }
 
 }  // namespace
@@ -120,17 +129,17 @@ std::wstring chooseOutputPath(const NamingRules& rules, std::wstring_view docume
   return withinPathLimit(decodeDocumentName(fitting(path, bufferSize)));
 }
 
-std::optional<std::wstring> uniquePath(std::wstring path, std::size_t bufferSize, const NamingWorld& world) {
+std::optional<std::wstring> uniquePath(const NamingRules& rules, std::wstring path, std::size_t bufferSize,
+                                       const NamingWorld& world) {
   // Were every number taken, all other jobs of the machine would wait for this one for ever.
-  constexpr int kAttempts = 1000;
-  for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    if (!world.exists(path)) return path;
+  constexpr int kNumbers = 1000;
+  for (int number = 0; isTaken(rules, path, world); ++number) {
     const std::size_t dot = path.rfind(L'.');
-    if (dot == std::wstring::npos) return std::nullopt;
+    if (dot == std::wstring::npos || number == kNumbers) return std::nullopt;
     // Kept: the ending is ".pdf" whatever the default extension is.
     path = fitting(path.substr(0, dot) + L'.' + std::to_wstring(world.random()) + L".pdf", bufferSize);
   }
-  return std::nullopt;
+  return path;
 }
 
 std::wstring virtualizedPath(std::wstring_view path, std::wstring_view applicationData) {

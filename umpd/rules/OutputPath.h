@@ -34,8 +34,9 @@ struct NamingRules {
 
 // What the choice of a name needs to know of the world.
 struct NamingWorld {
-  std::function<bool(const std::wstring& path)> exists;  // whether something has this path
-  std::function<int()> random;                           // a non-negative number
+  std::function<bool(const std::wstring& path)> exists;    // whether something has this path
+  std::function<bool(const std::wstring& path)> isFolder;  // whether that is a folder
+  std::function<int()> random;                             // a non-negative number
 };
 
 // Chooses the path of a document's output file by the rules: less than `bufferSize` characters, and at most
@@ -44,8 +45,10 @@ std::wstring chooseOutputPath(const NamingRules& rules, std::wstring_view docume
                               std::size_t bufferSize, const NamingWorld& world);
 
 // The path itself when nothing exists there; else with ".NUMBER.pdf" for its ending. Nothing when the path
-// has no ending, or when no number helps.
-std::optional<std::wstring> uniquePath(std::wstring path, std::size_t bufferSize, const NamingWorld& world);
+// has no ending, or when a thousand numbers do not help. A folder at a path that was not meant to be a file's
+// name is left to the creation of the file, which fails.
+std::optional<std::wstring> uniquePath(const NamingRules& rules, std::wstring path, std::size_t bufferSize,
+                                       const NamingWorld& world);
 
 // Where a browser process in protected mode can write what was meant for `path`: the browser's own copy of
 // the user's folders below the application data. Empty when the user has no such folder.

@@ -20,11 +20,11 @@ constexpr BadStatus kBadStatuses[] = {
 constexpr std::uint32_t kDeleting = 0x4;
 
 bool isStatusOk(std::uint32_t status) {
-  if ((status & kDeleting) != 0) trace(L"Deleting Status\n");
+  if ((status & kDeleting) != 0) QUILLPRESS_TRACE(L"Deleting Status\n");
   bool ok = true;
   for (const BadStatus& bad : kBadStatuses) {
     if ((status & bad.bit) == 0) continue;
-    trace(bad.message);
+    QUILLPRESS_TRACE(L"%s", bad.message);
     ok = false;
   }
   return ok;

@@ -21,15 +21,6 @@ void reportFullMap() {
   writeDriverDebugOutput("Help!! too many parms \n");
 }
 
-// The printer that the user's settings are for when a job names none.
-std::wstring readGlobalPrinterName() {
-  const UserRoot root(KEY_QUERY_VALUE);
-  if (!root) return {};
-  const RegistryKey key = openKey(root.key(), kProductKey, KEY_QUERY_VALUE);
-  if (!key) return {};
-  return readText(key.get(), kPrinterNameValue).value_or(std::wstring());
-}
-
 // The defaults for the calling user, whose folder for output files is made if need be.
 std::vector<DefaultSetting> usersDefaultSettings() {
   const DefaultFolders folders{applicationDataFolder(), documentsFolder(),
@@ -45,6 +36,15 @@ void DriverSettings::resetPrinterName() {
   map_.clear();
   naming_ = {readGlobalPrinterName(), {}};
   if (naming_.printerName.empty()) naming_.printerName = kDefaultPrinterName;
+}
+
+// The printer that the user's settings are for when a job names none.
+std::wstring DriverSettings::readGlobalPrinterName() {
+  const UserRoot root(KEY_QUERY_VALUE, user_);
+  if (!root) return {};
+  const RegistryKey key = openKey(root.key(), kProductKey, KEY_QUERY_VALUE);
+  if (!key) return {};
+  return readText(key.get(), kPrinterNameValue).value_or(std::wstring());
 }
 
 void DriverSettings::setPrinterName(std::wstring_view name) {
@@ -63,12 +63,16 @@ bool DriverSettings::openPrinter() {
   return static_cast<bool>(printer_);
 }
 
+std::wstring DriverSettings::printerKeyPath() const {
+  return kProductKey + naming_.keyName();
+}
+
 RegistryKey DriverSettings::openPrinterKey(REGSAM access) {
-  const UserRoot root(access);
+  const UserRoot root(access, user_);
   if (!root) return RegistryKey();
   bool isNew = false;
-  RegistryKey key = openOrCreateKey(root.key(), kProductKey + naming_.keyName(), access, &isNew);
-  if (isNew) writeDefaults();
+  RegistryKey key = openOrCreateKey(root.key(), printerKeyPath(), access, &isNew);
+  if (isNew) writeDefaults(root.key());
   return key;
 }
 
@@ -82,8 +86,10 @@ void DriverSettings::load() {
 void DriverSettings::applyIniOverride() {
   const IniFile file;
   if (!file.overridesUserSettings()) return;
-  copyIniSection(file, L"init");
-  copyIniSection(file, naming_.keyName());
+  // Without a key the file's settings hold for this job all the same.
+  const RegistryKey key = openPrinterKey(KEY_SET_VALUE);
+  copyIniSection(file, L"init", key.get());
+  copyIniSection(file, naming_.keyName(), key.get());
 }
 
 int DriverSettings::getInt(std::wstring_view name, int defaultValue) const {
@@ -103,12 +109,22 @@ std::wstring DriverSettings::getString(std::wstring_view name, std::size_t buffe
 
 void DriverSettings::setInt(const std::wstring& name, int value) {
   const RegistryKey key = openPrinterKey(KEY_SET_VALUE);
-  if (key && writeNumber(key.get(), name, value) && !map_.setInteger(name, value)) reportFullMap();
+  if (key) storeInt(key.get(), name, value);
 }
 
 void DriverSettings::setString(const std::wstring& name, const std::wstring& value) {
   const RegistryKey key = openPrinterKey(KEY_SET_VALUE);
-  if (key && writeText(key.get(), name, value)) remember(name, value);
+  if (key) storeString(key.get(), name, value);
+}
+
+// What the registry has not taken would be gone with the job, so it does not count during the job either.
+
+void DriverSettings::storeInt(HKEY key, const std::wstring& name, int value) {
+  if (writeNumber(key, name, value) && !map_.setInteger(name, value)) reportFullMap();
+}
+
+void DriverSettings::storeString(HKEY key, const std::wstring& name, const std::wstring& value) {
+  if (writeText(key, name, value)) remember(name, value);
 }
 
 bool DriverSettings::writeDriverConfigFile() const {
@@ -124,41 +140,36 @@ bool DriverSettings::writeDriverConfigFile() const {
   return WriteFile(file.get(), text.data(), size, &written, nullptr) != 0 && written == size;
 }
 
-// Each value is written through the key as it is found then: the opening above has made it.
-void DriverSettings::writeDefaults() {
-  writeGlobalPrinterName();
-  for (const DefaultSetting& setting : usersDefaultSettings()) {
-    if (setting.text) {
-      setString(setting.name, *setting.text);
-    } else {
-      setInt(setting.name, setting.number);
+// The printer's key has just been made, perhaps for reading only. It is opened once more for writing, below
+// the same root: to find another may take long.
+void DriverSettings::writeDefaults(HKEY root) {
+  const RegistryKey global = openOrCreateKey(root, kProductKey, KEY_SET_VALUE);
+  if (global) writeText(global.get(), kPrinterNameValue, naming_.effectiveName());
+  const RegistryKey key = openOrCreateKey(root, printerKeyPath(), KEY_SET_VALUE);
+  if (key) {
+    for (const DefaultSetting& setting : usersDefaultSettings()) {
+      if (setting.text) {
+        storeString(key.get(), setting.name, *setting.text);
+      } else {
+        storeInt(key.get(), setting.name, setting.number);
+      }
     }
   }
   const IniFile file;
-  copyIniSection(file, L"init");
+  copyIniSection(file, L"init", key.get());
   // Kept: a network printer's section goes by its name here, and by the name of its key in the override.
-  copyIniSection(file, naming_.effectiveName());
-}
-
-void DriverSettings::writeGlobalPrinterName() const {
-  const UserRoot root(KEY_SET_VALUE);
-  if (!root) return;
-  const RegistryKey key = openOrCreateKey(root.key(), kProductKey, KEY_SET_VALUE);
-  if (key) writeText(key.get(), kPrinterNameValue, naming_.effectiveName());
+  copyIniSection(file, naming_.effectiveName(), key.get());
 }
 
 // In the registry a value of digits becomes a number; here it stays as the file has it until the next load.
-void DriverSettings::copyIniSection(const IniFile& file, const std::wstring& section) {
-  const std::vector<IniFile::Setting> lines = file.section(section);
-  if (lines.empty()) return;
-  const RegistryKey key = openPrinterKey(KEY_SET_VALUE);
-  for (const IniFile::Setting& line : lines) {
+void DriverSettings::copyIniSection(const IniFile& file, const std::wstring& section, HKEY key) {
+  for (const IniFile::Setting& line : file.section(section)) {
     remember(line.name, line.value);
-    if (!key) continue;
+    if (key == nullptr) continue;
     if (isDecimalNumber(line.value)) {
-      writeNumber(key.get(), line.name, toInteger(line.value));
+      writeNumber(key, line.name, toInteger(line.value));
     } else {
-      writeText(key.get(), line.name, line.value);
+      writeText(key, line.name, line.value);
     }
   }
 }

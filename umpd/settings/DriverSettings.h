@@ -7,6 +7,7 @@
 #include "umpd/rules/StringMap.h"
 #include "umpd/settings/IniFile.h"
 #include "umpd/spooler/PrinterHandle.h"
+#include "umpd/spooler/UserSid.h"
 #include "umpd/win32/Handles.h"
 
 namespace quillpress::driver {
@@ -58,13 +59,20 @@ class DriverSettings {
   // Opens the printer's registry key, made and filled with defaults if need be; none when that fails.
   [[nodiscard]] RegistryKey openPrinterKey(REGSAM access);
 
+  // The user for whom the job prints.
+  [[nodiscard]] UserSid& user() { return user_; }
+
  private:
-  void writeDefaults();
-  void writeGlobalPrinterName() const;
-  void copyIniSection(const IniFile& file, const std::wstring& section);
+  [[nodiscard]] std::wstring readGlobalPrinterName();
+  [[nodiscard]] std::wstring printerKeyPath() const;
+  void writeDefaults(HKEY root);
+  void copyIniSection(const IniFile& file, const std::wstring& section, HKEY key);
+  void storeInt(HKEY key, const std::wstring& name, int value);
+  void storeString(HKEY key, const std::wstring& name, const std::wstring& value);
   void remember(std::wstring_view name, std::wstring_view value);
 
   PrinterNaming naming_;
+  UserSid user_;
   PrinterHandle printer_;
   StringMap map_;
 };

@@ -1,11 +1,8 @@
 #include "umpd/settings/UserRoot.h"
 
-#include <string>
-
 #include "umpd/rules/Trace.h"
 #include "umpd/settings/RegistryKeys.h"
 #include "umpd/settings/RegistryValues.h"
-#include "umpd/spooler/UserSid.h"
 #include "umpd/win32/SystemLibrary.h"
 #include "umpd/win32/WindowsVersion.h"
 
@@ -20,7 +17,7 @@ bool isLookupDisabled() {
 
 }  // namespace
 
-UserRoot::UserRoot(REGSAM access) {
+UserRoot::UserRoot(REGSAM access, UserSid& user) {
   if (windowsVersion().is9x()) {
     key_ = HKEY_CURRENT_USER;
     return;
@@ -30,7 +27,7 @@ UserRoot::UserRoot(REGSAM access) {
     key_ = HKEY_CURRENT_USER;
     return;
   }
-  openBySid(access);
+  openBySid(access, user);
 }
 
 // False when the system has no such function; one that fails leaves no root.
@@ -42,16 +39,16 @@ bool UserRoot::openCurrentUser(REGSAM access) {
   if (open(access | KEY_CREATE_SUB_KEY, &key) == ERROR_SUCCESS || open(access, &key) == ERROR_SUCCESS) {
     owned_.reset(key);
   } else {
-    trace(L"getHKCU - 2 regOpenHKCU failed \n");
+    QUILLPRESS_TRACE(L"getHKCU - 2 regOpenHKCU failed \n");
   }
   key_ = owned_.get();
   return true;
 }
 
-void UserRoot::openBySid(REGSAM access) {
-  const std::wstring sid = userSidText();
+void UserRoot::openBySid(REGSAM access, UserSid& user) {
+  const std::wstring& sid = user.text();
   if (!sid.empty()) owned_ = openKey(HKEY_USERS, sid, access);
-  if (!owned_) trace(L"getHKCU - 1 RegOpenKeyEx failed \n");
+  if (!owned_) QUILLPRESS_TRACE(L"getHKCU - 1 RegOpenKeyEx failed \n");
   key_ = owned_.get();
 }
 

@@ -34,7 +34,7 @@ void waitWhileOthersWork(DomainControllerRecord& record) {
   const DWORD start = GetTickCount();
   while (stateOf(record) == DomainControllerRecord::kWorking &&
          GetTickCount() - start < kPatienceMilliseconds) {
-    trace(L"Waiting for domain name cache\n");
+    QUILLPRESS_TRACE(L"Waiting for domain name cache\n");
     Sleep(kPollMilliseconds);
   }
 }
@@ -64,7 +64,7 @@ std::wstring domainControllerName() {
   waitWhileOthersWork(record);
   const char state = stateOf(record);
   if (state != DomainControllerRecord::kWorking && state != DomainControllerRecord::kReady) {
-    trace(L"Working out domain controller name\n");
+    QUILLPRESS_TRACE(L"Working out domain controller name\n");
     stateOf(record) = DomainControllerRecord::kWorking;
     stateOf(record) = askForName(record);
   }

@@ -28,9 +28,9 @@ QueuedJob toQueuedJob(const JOB_INFO_2A& record) {
 }  // namespace
 
 std::vector<QueuedJob> readJobQueue(HANDLE printer) {
-  trace(L">getAllJobs \n");
+  QUILLPRESS_TRACE(L">getAllJobs \n");
   const DWORD count = countJobs(printer);
-  trace(L"numjobs = %d\n", count);
+  QUILLPRESS_TRACE(L"numjobs = %d\n", count);
   if (count == 0) return {};
 
   DWORD needed = 0;
@@ -49,17 +49,18 @@ std::vector<QueuedJob> readJobQueue(HANDLE printer) {
   const auto room = static_cast<DWORD>(buffer.size() / sizeof(JOB_INFO_2A));
   const auto* records = reinterpret_cast<const JOB_INFO_2A*>(buffer.data());
   std::transform(records, records + std::min({listed, count, room}), jobs.begin(), toQueuedJob);
-  trace(L"<getAllJobs numjobs = %d\n", count);
+  QUILLPRESS_TRACE(L"<getAllJobs numjobs = %d\n", count);
   return jobs;
 }
 
 QueuedJob currentPrintJob(HANDLE printer) {
   const std::vector<QueuedJob> jobs = readJobQueue(printer);
-  if (jobs.empty()) trace(L"getAllJobs returend 0\n");
-  trace(L">getCurrentPrintJobDocName - numjobss %d\n", jobs.size());
+  // Kept: "returend", "numjobss". Traces are searched for by the texts that they have always had.
+  if (jobs.empty()) QUILLPRESS_TRACE(L"getAllJobs returend 0\n");
+  QUILLPRESS_TRACE(L">getCurrentPrintJobDocName - numjobss %d\n", jobs.size());
   const QueuedJob* last = lastInQueue(jobs);
   if (last == nullptr) return {};
-  trace(L"<getCurrentPrintJobDocName - job %d %s\n", last->id, last->documentName.c_str());
+  QUILLPRESS_TRACE(L"<getCurrentPrintJobDocName - job %d %s\n", last->id, last->documentName);
   return *last;
 }
 

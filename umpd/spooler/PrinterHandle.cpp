@@ -51,8 +51,7 @@ PrinterHandle openPrinter(const std::wstring& printerName, DWORD access) {
   if (OpenPrinterW(name.data(), printer.receive(), &defaults) == 0) {
     // Nobody says that a failed call leaves the handle alone.
     static_cast<void>(printer.release());
-    if (kIsTraceOn)
-      trace(L"OpenPrinter(%s) failed - %s\n", name.c_str(), systemMessage(GetLastError()).c_str());
+    QUILLPRESS_TRACE(L"OpenPrinter(%s) failed - %s\n", name, systemMessage(GetLastError()));
   }
   return printer;
 }

@@ -10,22 +10,21 @@ namespace quillpress::driver {
 const PRINTER_INFO_2A* PrinterInformation::read(HANDLE printer) {
   buffer_.clear();
   if (printer == nullptr) {
-    trace(L"readPrinterInfo2 - No printer handle");
+    QUILLPRESS_TRACE(L"readPrinterInfo2 - No printer handle");
     return nullptr;
   }
   DWORD needed = 0;
   GetPrinterA(printer, 2, nullptr, 0, &needed);
   if (needed < sizeof(PRINTER_INFO_2A)) {
-    if (kIsTraceOn)
-      trace(L"getPrinter failed: %s, bytes needed=%d\n", systemMessage(GetLastError()).c_str(), needed);
+    QUILLPRESS_TRACE(L"getPrinter failed: %s, bytes needed=%d\n", systemMessage(GetLastError()), needed);
     return nullptr;
   }
   if (!tryResize(buffer_, needed)) {
-    trace(L"readPrinterInfo2 - malloc failed");
+    QUILLPRESS_TRACE(L"readPrinterInfo2 - malloc failed");
     return nullptr;
   }
   if (GetPrinterA(printer, 2, buffer_.data(), needed, &needed) == 0) {
-    trace(L"readPrinterInfo2-failure to access the printer");
+    QUILLPRESS_TRACE(L"readPrinterInfo2-failure to access the printer");
     return nullptr;
   }
   return reinterpret_cast<const PRINTER_INFO_2A*>(buffer_.data());

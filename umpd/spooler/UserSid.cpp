@@ -43,12 +43,17 @@ std::wstring textOf(PSID sid) {
   return sidText(identifier, sidTextSize(identifier)).value_or(std::wstring());
 }
 
-}  // namespace
-
-std::wstring userSidText() {
+std::wstring askForText() {
   if (windowsVersion().is9x()) return {};
   std::vector<BYTE> sid = lookUpAccount(domainControllerName(), userName());
   return sid.empty() ? std::wstring() : textOf(sid.data());
+}
+
+}  // namespace
+
+const std::wstring& UserSid::text() {
+  if (!text_) text_ = askForText();
+  return *text_;
 }
 
 }  // namespace quillpress::driver

@@ -18,7 +18,7 @@ bool NamedEvent::create() {
 
 bool NamedEvent::open() {
   handle_.reset(OpenEventW(EVENT_ALL_ACCESS, FALSE, name_.c_str()));
-  if (!handle_) trace(L"Open TwsEvent [%s] failed.\n", name_.c_str());
+  if (!handle_) QUILLPRESS_TRACE(L"Open TwsEvent [%s] failed.\n", name_);
   return static_cast<bool>(handle_);
 }
 

@@ -19,18 +19,20 @@ STARTUPINFOW startupFor(const ProgramRun& run) {
   return startup;
 }
 
+const wchar_t* orNull(const std::wstring& text) {
+  return text.empty() ? nullptr : text.c_str();
+}
+
 }  // namespace
 
-bool runProgram(const ProgramRun& run, unsigned long* exitCode) {
+bool startProgram(const ProgramRun& run, unsigned long* exitCode) {
+  // The system writes into the command line that it is given.
   std::wstring commandLine = run.commandLine;
   STARTUPINFOW startup = startupFor(run);
   PROCESS_INFORMATION process{};
-  trace(L"about to execute [%s]\n", commandLine.c_str());
-  if (CreateProcessW(run.application.c_str(), commandLine.data(), nullptr, nullptr, FALSE,
-                     DETACHED_PROCESS | NORMAL_PRIORITY_CLASS, nullptr,
-                     run.workingFolder.empty() ? nullptr : run.workingFolder.c_str(), &startup,
-                     &process) == 0) {
-    writeDriverDebugOutput(L"CreateProcess failed.  Cmd Line : " + run.commandLine + L"\n");
+  const DWORD flags = run.isDetached ? DETACHED_PROCESS | NORMAL_PRIORITY_CLASS : 0;
+  if (CreateProcessW(orNull(run.application), commandLine.data(), nullptr, nullptr, FALSE, flags, nullptr,
+                     orNull(run.workingFolder), &startup, &process) == 0) {
     return false;
   }
   const KernelHandle processHandle(process.hProcess);
@@ -40,6 +42,14 @@ bool runProgram(const ProgramRun& run, unsigned long* exitCode) {
     if (exitCode != nullptr) GetExitCodeProcess(processHandle.get(), exitCode);
   }
   return true;
+}
+
+bool runProgram(ProgramRun run, unsigned long* exitCode) {
+  QUILLPRESS_TRACE(L"about to execute [%s]\n", run.commandLine);
+  run.isDetached = true;
+  if (startProgram(run, exitCode)) return true;
+  writeDriverDebugOutput(L"CreateProcess failed.  Cmd Line : " + run.commandLine + L"\n");
+  return false;
 }
 
 }  // namespace quillpress::driver

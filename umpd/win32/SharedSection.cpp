@@ -15,7 +15,6 @@ bool SharedSection::openOrCreate() {
     SecurityAttributes security;
     section_.reset(CreateFileMappingW(INVALID_HANDLE_VALUE, security.get(), PAGE_READWRITE, 0,
                                       static_cast<DWORD>(size_), name_.c_str()));
-    createdHere_ = section_ && GetLastError() != ERROR_ALREADY_EXISTS;
   }
   if (section_ && map()) return true;
   section_.reset();

@@ -20,9 +20,6 @@ class SharedSection {
 
   [[nodiscard]] bool isOpen() const { return static_cast<bool>(view_); }
 
-  // Whether this process made the section.
-  [[nodiscard]] bool wasCreatedHere() const { return createdHere_; }
-
   // The bytes of the section. REQUIRES: isOpen()
   [[nodiscard]] std::span<std::byte> bytes() const { return {static_cast<std::byte*>(view_.get()), size_}; }
 
@@ -34,7 +31,6 @@ class SharedSection {
   std::size_t size_;
   KernelHandle section_;
   MappedView view_;
-  bool createdHere_ = false;
 };
 
 }  // namespace quillpress::driver

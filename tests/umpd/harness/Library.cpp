@@ -5,10 +5,10 @@
 
 namespace quillpress::harness {
 
-Library::Library() : module_(LoadLibraryW(L"quillpress.dll")) {
+Library::Library(const wchar_t* fileName) : module_(LoadLibraryW(fileName)) {
   if (module_ == nullptr) {
     // No test of this program can say anything without it.
-    std::fprintf(stderr, "quillpress.dll cannot be loaded: error %lu\n", GetLastError());
+    std::fprintf(stderr, "%ls cannot be loaded: error %lu\n", fileName, GetLastError());
     std::fflush(nullptr);
     std::_Exit(2);
   }

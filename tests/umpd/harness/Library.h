@@ -21,7 +21,7 @@ namespace quillpress::harness {
 // loaded cannot be replaced.
 class Library {
  public:
-  Library();
+  explicit Library(const wchar_t* fileName = L"quillpress.dll");
   ~Library();
   Library(const Library&) = delete;
   Library& operator=(const Library&) = delete;

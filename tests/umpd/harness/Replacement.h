@@ -57,4 +57,18 @@ std::unique_ptr<Replacement> makeReplacement(Function function) {
   }
 }
 
+// What stands in for a function that fails, with the function's own signature. Each `tag` makes a type of its
+// own: one lambda cannot stand for two functions.
+template <class Result, class... Arguments, class Value, class Tag>
+auto failing(Result(WINAPI* /*function*/)(Arguments...), Value result, DWORD error, Tag /*tag*/) {
+  return [=](Arguments...) -> Result {
+    SetLastError(error);
+    return result;
+  };
+}
+
 }  // namespace quillpress::harness
+
+// Has every call of a function of Windows give `result` and leave `error`. `owner`: whose imports it is.
+#define FAIL_EVERY(owner, function, result, error) \
+  (owner).replace(#function, ::quillpress::harness::failing(&::function, result, error, [] {}))

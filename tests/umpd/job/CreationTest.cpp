@@ -11,12 +11,7 @@ namespace {
 class CreationTest : public JobTest {
  protected:
   // Has the library find no file at any path, as when one appears between its look and the creation.
-  void hideFiles() {
-    library.replace("GetFileAttributesW", [](LPCWSTR) -> DWORD {
-      SetLastError(ERROR_FILE_NOT_FOUND);
-      return INVALID_FILE_ATTRIBUTES;
-    });
-  }
+  void hideFiles() { FAIL_EVERY(library, GetFileAttributesW, INVALID_FILE_ATTRIBUTES, ERROR_FILE_NOT_FOUND); }
 
   const std::wstring path = folder.file(L"Document.pdf");
 };
@@ -163,13 +158,7 @@ TEST_F(FailedCreationTest, NeverGivesAnInvalidHandleToTheSystem) {
 // A system that gives no handle at all, not even the invalid one.
 class NoHandleTest : public FailedCreationTest {
  protected:
-  NoHandleTest() {
-    library.replace("CreateFileW",
-                    [](LPCWSTR, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DWORD, DWORD, HANDLE) -> HANDLE {
-                      SetLastError(ERROR_ACCESS_DENIED);
-                      return nullptr;
-                    });
-  }
+  NoHandleTest() { FAIL_EVERY(library, CreateFileW, nullptr, ERROR_ACCESS_DENIED); }
 };
 
 TEST_F(NoHandleTest, ShowsABoxWithThePathAsCaption) {

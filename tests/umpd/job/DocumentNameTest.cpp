@@ -9,15 +9,6 @@
 namespace quillpress::harness {
 namespace {
 
-struct Name {
-  const wchar_t* given;
-  const wchar_t* told;
-};
-
-std::ostream& operator<<(std::ostream& out, const Name& name) {
-  return out << narrow(name.given);
-}
-
 class DocumentNameTest : public JobTest {
  protected:
   DocumentNameTest() {
@@ -31,44 +22,6 @@ class DocumentNameTest : public JobTest {
     return lastName().value_or(L"none");
   }
 };
-
-class DecodedNameTest : public DocumentNameTest, public ::testing::WithParamInterface<Name> {};
-
-TEST_P(DecodedNameTest, IsTold) {
-  EXPECT_EQ(told(GetParam().given), GetParam().told);
-}
-
-INSTANTIATE_TEST_SUITE_P(Plain, DecodedNameTest,
-                         ::testing::Values(Name{L"Document", L"Document"}, Name{L"a b", L"a b"},
-                                           Name{L"a:b\\c/d*?\"<>|", L"a:b\\c/d*?\"<>|"},
-                                           Name{L"\u03A9\u2603 \u4E2D", L"\u03A9\u2603 \u4E2D"},
-                                           Name{L"\tx", L"\tx"}));
-
-INSTANTIATE_TEST_SUITE_P(Plus, DecodedNameTest,
-                         ::testing::Values(Name{L"a+b%41", L"a bA"}, Name{L"+", L" "}, Name{L"++x", L"  x"}));
-
-INSTANTIATE_TEST_SUITE_P(Escape, DecodedNameTest,
-                         ::testing::Values(Name{L"%41%62%30", L"Ab0"}, Name{L"%4a%4A", L"JJ"},
-                                           Name{L"%20", L" "}, Name{L"%e9%C0%fF", L"\u00E9\u00C0\u00FF"},
-                                           Name{L"%2541", L"%41"}, Name{L"%411", L"A1"}));
-
-INSTANTIATE_TEST_SUITE_P(EscapeOfAForbiddenCharacter, DecodedNameTest,
-                         ::testing::Values(Name{L"%3A", L"_"}, Name{L"a%5Cb%2Fc", L"a_b_c"},
-                                           Name{L"%2B", L"_"}, Name{L"%BF", L"_"}, Name{L"%0A", L"_"}));
-
-INSTANTIATE_TEST_SUITE_P(PercentBeforePercent, DecodedNameTest,
-                         ::testing::Values(Name{L"%%41", L"%A"}, Name{L"%%", L"%%"}, Name{L"%%%41", L"%%A"},
-                                           Name{L"%%x", L"%"}));
-
-INSTANTIATE_TEST_SUITE_P(PercentAtTheEnd, DecodedNameTest,
-                         ::testing::Values(Name{L"50%", L"50%"}, Name{L"%", L"%"}));
-
-INSTANTIATE_TEST_SUITE_P(EscapeWithOneDigit, DecodedNameTest,
-                         ::testing::Values(Name{L"%4gx", L"_x"}, Name{L"%4", L"_"}, Name{L"x%4", L"x_"}));
-
-INSTANTIATE_TEST_SUITE_P(EscapeOfZeroEndsTheName, DecodedNameTest,
-                         ::testing::Values(Name{L"%zz", L""}, Name{L"ab%zzcd", L"ab"}, Name{L"a%g1b", L"a"},
-                                           Name{L"a%00b", L"a"}, Name{L"a%z", L"a"}, Name{L"a%0", L"a"}));
 
 TEST_F(DocumentNameTest, HasEachEscapeDecoded) {
   const std::wstring signs = L",()[].$%`-@{}~!#()&_^ ";

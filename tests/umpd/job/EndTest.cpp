@@ -56,10 +56,7 @@ TEST_F(EndTest, RemovesAJobOfTheRealSpooler) {
 }
 
 TEST_F(EndTest, SucceedsWhenTheSpooledJobCannotBeRemoved) {
-  library.replace("SetJobW", [](HANDLE, DWORD, DWORD, LPBYTE, DWORD) -> BOOL {
-    SetLastError(ERROR_ACCESS_DENIED);
-    return FALSE;
-  });
+  FAIL_EVERY(library, SetJobW, FALSE, ERROR_ACCESS_DENIED);
   EXPECT_EQ(print(L"Document"), 1);
   EXPECT_EQ(lastFile(), path);
 }

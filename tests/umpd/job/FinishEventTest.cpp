@@ -66,10 +66,7 @@ TEST_F(FinishEventTest, AnyOtherNumberThanZeroAsksForIt) {
 }
 
 TEST_F(FinishEventTest, MayBeMissing) {
-  library.replace("OpenEventW", [](DWORD, BOOL, LPCWSTR) -> HANDLE {
-    SetLastError(ERROR_FILE_NOT_FOUND);
-    return nullptr;
-  });
+  FAIL_EVERY(library, OpenEventW, nullptr, ERROR_FILE_NOT_FOUND);
   EXPECT_EQ(print(L"Document"), 1);
   EXPECT_EQ(lastFile(), folder.file(L"Document.pdf"));
 }

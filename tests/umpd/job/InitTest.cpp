@@ -165,11 +165,7 @@ TEST_F(InitTest, OnNt4LeavesAConfigurationFile) {
 
 TEST_F(InitTest, GoesOnWithoutAConfigurationFileAfterABox) {
   pretend(library, kWindowsNt4);
-  library.replace("CreateFileW",
-                  [](LPCWSTR, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DWORD, DWORD, HANDLE) -> HANDLE {
-                    SetLastError(ERROR_ACCESS_DENIED);
-                    return INVALID_HANDLE_VALUE;
-                  });
+  FAIL_EVERY(library, CreateFileW, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
   EXPECT_NE(Job(library, printer.name()).handle(), 0U);
   const Box box = boxes.takeOne();
   EXPECT_EQ(box.caption, L"copyNameValuesToPrinterDriverConfigFile failed");

@@ -149,11 +149,7 @@ TEST_F(ReleasedMutexTest, AfterAFileThatCannotBeCreated) {
 }
 
 TEST_F(ReleasedMutexTest, AfterAFileWithoutAHandle) {
-  library.replace("CreateFileW",
-                  [](LPCWSTR, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DWORD, DWORD, HANDLE) -> HANDLE {
-                    SetLastError(ERROR_ACCESS_DENIED);
-                    return nullptr;
-                  });
+  FAIL_EVERY(library, CreateFileW, nullptr, ERROR_ACCESS_DENIED);
   const Job job(library, printer);
   EXPECT_EQ(job.write("x"), 0);
   EXPECT_EQ(boxes.take().size(), 1U);
@@ -197,12 +193,7 @@ TEST_F(ReleasedMutexTest, AfterCallsWithAnInvalidHandle) {
 class MutexCreationTest : public JobTest {
  protected:
   // No mutex can be created, only opened.
-  void refuseCreation() {
-    library.replace("CreateMutexW", [](LPSECURITY_ATTRIBUTES, BOOL, LPCWSTR) -> HANDLE {
-      SetLastError(ERROR_ACCESS_DENIED);
-      return nullptr;
-    });
-  }
+  void refuseCreation() { FAIL_EVERY(library, CreateMutexW, nullptr, ERROR_ACCESS_DENIED); }
 };
 
 TEST_F(MutexCreationTest, ThatFailsIsToldToTheDebugger) {

@@ -93,6 +93,26 @@ TEST_F(PassThroughTest, ABlockThatIsRefusedFails) {
   EXPECT_EQ(job.write("one"), 0);
 }
 
+TEST_F(PassThroughTest, AnEmptyBlockSucceedsWhateverTheSpoolerSays) {
+  takeBlocks(0, FALSE);
+  const Job job(library, printer);
+  EXPECT_EQ(job.write(""), 1);
+  EXPECT_EQ(blocks.size(), 1U);
+}
+
+TEST_F(PassThroughTest, TheCountThatWasTakenDecides) {
+  takeBlocks(3, FALSE);
+  const Job job(library, printer);
+  EXPECT_EQ(job.write("one"), 1);
+}
+
+TEST_F(PassThroughTest, ABlockThatCannotBeReadIsNotHandedOver) {
+  takeBlocks();
+  const Job job(library, printer);
+  EXPECT_EQ(Driver(library).docWrite(job.handle(), nullptr, 3), 0);
+  EXPECT_TRUE(blocks.empty());
+}
+
 TEST_F(PassThroughTest, NothingIsHandedOverAfterAFailedBlock) {
   takeBlocks(2);
   const Job job(library, printer);

@@ -69,6 +69,22 @@ TEST_F(WriteTest, AnEmptyBlockAddsNothing) {
   EXPECT_EQ(readFile(path), "onetwo");
 }
 
+TEST_F(WriteTest, ABlockThatCannotBeReadFailsAfterTheFileIsMade) {
+  Job job(library, printer, L"Document", 3);
+  EXPECT_EQ(Driver(library).docWrite(job.handle(), nullptr, 3), 0);
+  EXPECT_EQ(readFile(path), "");
+  EXPECT_EQ(job.write("later"), 0);
+  EXPECT_EQ(job.end(), 1);
+  EXPECT_EQ(queue.controls().size(), 1U);
+  EXPECT_EQ(lastFile(), path);
+}
+
+TEST_F(WriteTest, NoBytesAtNoAddressAreAnEmptyBlock) {
+  Job job(library, printer);
+  EXPECT_EQ(Driver(library).docWrite(job.handle(), nullptr, 0), 1);
+  EXPECT_EQ(readFile(path), "");
+}
+
 TEST_F(WriteTest, EveryBlockReachesTheFileAtOnce) {
   Job job(library, printer);
   job.write("one");

@@ -76,10 +76,7 @@ TEST_F(FailureTest, ThereIsNoRequestEvent) {
 
 TEST_F(FailureTest, TheRequestEventCannotBeSet) {
   const Peer peer(channel);
-  library.replace("SetEvent", [](HANDLE) -> BOOL {
-    SetLastError(ERROR_ACCESS_DENIED);
-    return FALSE;
-  });
+  FAIL_EVERY(library, SetEvent, FALSE, ERROR_ACCESS_DENIED);
   printWithBoxes(kSettingFailed);
   EXPECT_TRUE(peer.records().empty());
 }
@@ -88,21 +85,14 @@ TEST_F(FailureTest, TheMemoryCannotBeMade) {
   Peer::Options options;
   options.memory = false;
   const Peer peer(channel, options);
-  library.replace("CreateFileMappingW",
-                  [](HANDLE, LPSECURITY_ATTRIBUTES, DWORD, DWORD, DWORD, LPCWSTR) -> HANDLE {
-                    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-                    return nullptr;
-                  });
+  FAIL_EVERY(library, CreateFileMappingW, nullptr, ERROR_NOT_ENOUGH_MEMORY);
   printWithBoxes(nullptr);
   EXPECT_TRUE(peer.records().empty());
 }
 
 TEST_F(FailureTest, TheMemoryCannotBeMapped) {
   const Peer peer(channel);
-  library.replace("MapViewOfFile", [](HANDLE, DWORD, DWORD, DWORD, SIZE_T) -> LPVOID {
-    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-    return nullptr;
-  });
+  FAIL_EVERY(library, MapViewOfFile, nullptr, ERROR_NOT_ENOUGH_MEMORY);
   printWithBoxes(nullptr);
   EXPECT_TRUE(peer.records().empty());
 }

@@ -27,9 +27,9 @@ class StartedProgramTest : public DriverTest {
 TEST_F(StartedProgramTest, TakesBothMessages) {
   Job job(library, printer, L"Document", 1);
   EXPECT_EQ(job.write("%!PS"), 1);
-  EXPECT_EQ(launcher.lines(), (Lines{{L"startprint", printer.name()}}));
+  EXPECT_EQ(launcher.lines(1), (Lines{{L"startprint", printer.name()}}));
   EXPECT_EQ(job.end(), 1);
-  EXPECT_EQ(launcher.lines(),
+  EXPECT_EQ(launcher.lines(2),
             (Lines{{L"startprint", printer.name()},
                    {L"stopprint", printer.name(), folder.file(L"Document.pdf"), L"Document"}}));
 }
@@ -50,7 +50,7 @@ TEST_F(StartedProgramTest, IsStartedOnceForJobsInARow) {
     EXPECT_EQ(job.write("%!PS"), 1);
   }
   EXPECT_EQ(starts, 1);
-  EXPECT_EQ(launcher.lines().size(), 6U);
+  EXPECT_EQ(launcher.lines(6).size(), 6U);
 }
 
 }  // namespace

@@ -51,10 +51,11 @@ TEST_F(ActionTest, OneMayNameAFolderToo) {
   EXPECT_EQ(place(L"document"), inFolder(L"below\\and/further\\file.txt"));
 }
 
-TEST_F(ActionTest, OneWithoutADefaultNameHasNoPath) {
+// No file can be created there, which the first block feels.
+TEST_F(ActionTest, OneWithoutADefaultNameChoosesTheFolder) {
   setAction(1);
   setDefaultName(L"");
-  expectNoPath(L"document");
+  EXPECT_EQ(choose(L"document"), inFolder(L""));
 }
 
 TEST_F(ActionTest, FourTakesANumber) {
@@ -73,12 +74,19 @@ class FolderActionTest : public ActionTest, public ::testing::WithParamInterface
   FolderActionTest() { setAction(GetParam()); }
 };
 
-TEST_P(FolderActionTest, HasNoPathBesideAFolder) {
-  expectNoPath(L"document");
+TEST_P(FolderActionTest, ChoosesTheFolder) {
+  EXPECT_EQ(choose(L"document"), inFolder(L""));
 }
 
-TEST_P(FolderActionTest, NumbersAFolderWithADot) {
+TEST_P(FolderActionTest, DoesNotNumberAFolderWithADot) {
   setFolder(inFolder(L"out.put"));
+  EXPECT_EQ(choose(L"document"), inFolder(L"out.put\\"));
+}
+
+TEST_P(FolderActionTest, NumbersAFileInTheFoldersPlace) {
+  // The escape without digits takes the separator away.
+  setFolder(inFolder(L"out.put%zz"));
+  writeFile(inFolder(L"out.put"), "older");
   EXPECT_PRED3(isNumbered, place(L"document"), inFolder(L"out."), L".pdf");
 }
 
@@ -87,7 +95,7 @@ INSTANTIATE_TEST_SUITE_P(Actions, FolderActionTest, ::testing::Values(6, 100, 0x
 
 TEST_F(ActionTest, BelowZeroKeepsTheFolderAsThePath) {
   settings.setText(L"SaveFilenameAction", L"-1");
-  expectNoPath(L"document");
+  EXPECT_EQ(choose(L"document"), inFolder(L""));
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <optional>
-#include <ostream>
 #include <string>
 
 #include "tests/umpd/harness/Driver.h"
@@ -53,18 +52,6 @@ class NamingTest : public DriverTest {
 
   std::wstring formerCurrentFolder_;
 };
-
-// What the name of a document becomes on disk.
-struct NamedFile {
-  const wchar_t* document;
-  const wchar_t* file;
-};
-
-inline std::ostream& operator<<(std::ostream& out, const NamedFile& name) {
-  return out << narrow(name.document);
-}
-
-class NamedFileTest : public NamingTest, public ::testing::WithParamInterface<NamedFile> {};
 
 // Whether `path` is `before`, a decimal number, and `after`.
 bool isNumbered(const std::wstring& path, const std::wstring& before, const std::wstring& after);

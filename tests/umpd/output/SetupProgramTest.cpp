@@ -135,10 +135,7 @@ TEST_F(SetupProgramTest, IsNotStartedByAJobThatCannotBegin) {
 TEST_F(SetupProgramTest, IsNotStartedWithoutADriverFolder) {
   startOldLauncher();
   recordStarts();
-  library.replace("GetPrinterDriverDirectoryW", [](LPWSTR, LPWSTR, DWORD, LPBYTE, DWORD, LPDWORD) -> BOOL {
-    SetLastError(ERROR_ACCESS_DENIED);
-    return FALSE;
-  });
+  FAIL_EVERY(library, GetPrinterDriverDirectoryW, FALSE, ERROR_ACCESS_DENIED);
   expectStarts(0);
   EXPECT_TRUE(boxes.take().empty());
   EXPECT_TRUE(debuggerOutput.take().empty());

@@ -55,6 +55,7 @@ TEST_F(RoadTest, WhatAProgramDrawsArrivesAtTheLauncherByteForByte) {
   ASSERT_EQ(bytes.substr(0, 4), "%!PS");
   const DWORD id = printer.beginDocument(L"Program - Drawing");
   ASSERT_NE(id, 0U);
+  std::size_t jobs = 0;
   for (const std::size_t blockSize : {std::size_t{100000}, std::size_t{4096}, std::size_t{77}}) {
     Job job(library, printer, L"Program - Drawing", id);
     for (std::size_t start = 0; start < bytes.size(); start += blockSize) {
@@ -62,7 +63,7 @@ TEST_F(RoadTest, WhatAProgramDrawsArrivesAtTheLauncherByteForByte) {
     }
     EXPECT_EQ(job.end(), 1);
 
-    const std::vector<std::vector<std::wstring>> lines = launcher.lines();
+    const std::vector<std::vector<std::wstring>> lines = launcher.lines(2 * ++jobs);
     ASSERT_GE(lines.size(), 2U);
     EXPECT_EQ(lines[lines.size() - 2], (std::vector<std::wstring>{L"startprint", printer.name()}));
     const std::vector<std::wstring>& stop = lines.back();
@@ -81,7 +82,7 @@ TEST_F(RoadTest, EachJobHasAFileOfItsOwn) {
     Job job(library, printer, L"Program - Drawing", id);
     EXPECT_EQ(job.write(bytes), 1);
     EXPECT_EQ(job.end(), 1);
-    files.push_back(launcher.lines().back()[2]);
+    files.push_back(launcher.lines(2 * files.size() + 2).back()[2]);
     EXPECT_EQ(readFile(files.back()), bytes);
   }
   EXPECT_EQ(files[0], folder.file(L"Drawing.pdf"));
@@ -94,7 +95,7 @@ TEST_F(RoadTest, TheFileOfTheLauncherBecomesPageContent) {
   Job job(library, printer, L"Program - Drawing", printer.beginDocument(L"Program - Drawing"));
   EXPECT_EQ(job.write(bytes), 1);
   EXPECT_EQ(job.end(), 1);
-  const std::string file = readFile(launcher.lines().back()[2]);
+  const std::string file = readFile(launcher.lines(2).back()[2]);
 
   PageConverter converter(library);
   EXPECT_EQ(converter.convert(part(file, "%!PS", "%%Page: 1 1")), "");

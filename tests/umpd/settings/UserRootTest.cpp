@@ -219,6 +219,28 @@ TEST_F(UserRootTest, WithoutAnyRightNothingIsWritten) {
   EXPECT_EQ(key.names(), (std::vector<std::wstring>{L"in use"}));
 }
 
+TEST_F(UserRootTest, WithoutAnyRightTheIniOverrideHoldsForTheJob) {
+  folder.writeIni("[init]\noverrideUserSettings=1\nimageDPI=600\n");
+  refuseCurrentUser([](REGSAM) { return true; });
+  const Job job(library, printer.name());
+  EXPECT_EQ(job.number(L"imageDPI"), 600);
+}
+
+TEST_F(UserRootTest, OneRootIsOpenedToLoad) {
+  refuseCurrentUser([](REGSAM) { return false; });
+  const Job job(library, printer.name());
+  // For the name of the printer that is used without one, and for the settings.
+  EXPECT_EQ(accesses.size(), 2U);
+}
+
+TEST_F(UserRootTest, OneRootIsOpenedToLoadAndToWriteTheDefaults) {
+  key.removeTree();
+  refuseCurrentUser([](REGSAM) { return false; });
+  const Job job(library, printer.name());
+  EXPECT_EQ(job.number(L"imageDPI"), 300);
+  EXPECT_EQ(accesses.size(), 2U);
+}
+
 TEST_F(UserRootTest, TheLookupIsNotMadeWhereTheFunctionExists) {
   knowUser();
   refuseCurrentUser([](REGSAM) { return true; });
@@ -283,14 +305,39 @@ TEST_F(NoLookupTest, AnIdentifierWithoutAKeyMeansNoSettings) {
 }
 
 TEST_F(NoLookupTest, AUserWhomNobodyKnowsHasNoSettings) {
-  library.replace("LookupAccountNameW",
-                  [](LPCWSTR, LPCWSTR, PSID, LPDWORD, LPWSTR, LPDWORD, PSID_NAME_USE) -> BOOL {
-                    SetLastError(ERROR_NONE_MAPPED);
-                    return FALSE;
-                  });
+  FAIL_EVERY(library, LookupAccountNameW, FALSE, ERROR_NONE_MAPPED);
   const Job job(library, printer.name());
   EXPECT_NE(job.handle(), 0U);
   EXPECT_EQ(job.text(L"mark", L"default"), L"default");
+}
+
+// Asking for the account may take a minute of the network's time.
+TEST_F(NoLookupTest, AJobLooksTheAccountUpOnce) {
+  const Job known(library, printer);
+  EXPECT_EQ(lookups, 2);  // for the sizes and for the data
+}
+
+TEST_F(NoLookupTest, APrintersFirstJobLooksTheAccountUpOnceToo) {
+  keyBelow(HKEY_USERS, kSidText, printer).removeTree();
+  Job first(library, printer);
+  EXPECT_EQ(first.number(L"imageDPI"), 300);
+  EXPECT_EQ(lookups, 2);
+  EXPECT_EQ(keyBelow(HKEY_USERS, kSidText, printer).number(L"jpegImageQuality"), 75U);
+  EXPECT_EQ(first.end(), 1);
+  EXPECT_EQ(lookups, 2);
+}
+
+TEST_F(NoLookupTest, AnUnknownAccountIsAskedForOnceAJob) {
+  int questions = 0;
+  library.replace("LookupAccountNameW",
+                  [&](LPCWSTR, LPCWSTR, PSID, LPDWORD, LPWSTR, LPDWORD, PSID_NAME_USE) -> BOOL {
+                    ++questions;
+                    SetLastError(ERROR_NONE_MAPPED);
+                    return FALSE;
+                  });
+  const Job job(library, printer);
+  EXPECT_NE(job.handle(), 0U);
+  EXPECT_EQ(questions, 1);
 }
 
 TEST_F(NoLookupTest, TheIdentifiersKeyIsOpenedWithTheRightsNeededAlone) {

@@ -129,6 +129,16 @@ TEST_F(DomainControllerTest, AnyOtherStateMeansThatItIsNotKnown) {
   EXPECT_EQ(questions, 5);
 }
 
+// Whoever works it out may have died.
+TEST_F(DomainControllerTest, AJobWaitsForAnotherProcessOnce) {
+  ControllerCache cache;
+  cache.setState('w');
+  SettingsKey(HKEY_USERS, L"S-1-5-21-1-2-3-1000").removeTree();
+  EXPECT_EQ(print(), L"");
+  EXPECT_EQ(sleeps.size(), 69U);  // 60,000 ms at 876 each
+  EXPECT_EQ(accounts.lookups().size(), 2U);
+}
+
 TEST_F(DomainControllerTest, TheReservedByteIsNeverWritten) {
   ControllerCache cache;
   cache.setReserved('\x5A');

@@ -170,10 +170,7 @@ TEST_F(JobRemovalTest, UsesThePrinterThatWasOpenedByName) {
 }
 
 TEST_F(JobRemovalTest, ARemovalThatFailsDoesNotMatter) {
-  library.replace("SetJobW", [](HANDLE, DWORD, DWORD, LPBYTE, DWORD) -> BOOL {
-    SetLastError(ERROR_ACCESS_DENIED);
-    return FALSE;
-  });
+  FAIL_EVERY(library, SetJobW, FALSE, ERROR_ACCESS_DENIED);
   print();
   EXPECT_TRUE(isFileKept());
 }

@@ -29,4 +29,14 @@ void InstalledLauncher::setOptions(const std::wstring& options) const {
   SetEnvironmentVariableW(L"TWSMSND_OPTIONS", all.c_str());
 }
 
+std::vector<std::vector<std::wstring>> InstalledLauncher::lines(std::size_t least) const {
+  std::vector<std::vector<std::wstring>> lines;
+  for (int tries = 0; tries < 1000; ++tries, Sleep(10)) {
+    lines = readLauncherLog(log_);
+    if (lines.size() >= least) return lines;
+  }
+  ADD_FAILURE() << "the launcher has written down " << lines.size() << " lines";
+  return lines;
+}
+
 }  // namespace quillpress::harness

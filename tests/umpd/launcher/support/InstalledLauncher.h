@@ -20,7 +20,8 @@ class InstalledLauncher {
   // For launchers that are started from now on. Without any they leave after a finished file.
   void setOptions(const std::wstring& options) const;
 
-  [[nodiscard]] std::vector<std::vector<std::wstring>> lines() const { return readLauncherLog(log_); }
+  // The log's lines when there are so many of them: they are written after the job has been let go.
+  [[nodiscard]] std::vector<std::vector<std::wstring>> lines(std::size_t least) const;
 
  private:
   DriverFolder folder_;

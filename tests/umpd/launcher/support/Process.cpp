@@ -6,12 +6,17 @@
 
 namespace quillpress::harness {
 
-Process::Process(std::wstring commandLine, DWORD flags) {
+Process::Process(std::wstring commandLine, DWORD flags, HANDLE output) {
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
+  if (output != nullptr) {
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdOutput = output;
+    startup.hStdError = output;
+  }
   PROCESS_INFORMATION information{};
-  if (CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, flags, nullptr, nullptr, &startup,
-                     &information) == 0) {
+  if (CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, output != nullptr, flags, nullptr,
+                     nullptr, &startup, &information) == 0) {
     ADD_FAILURE() << "a program cannot be started: error " << GetLastError();
     return;
   }

@@ -11,7 +11,8 @@ namespace quillpress::harness {
 // A program that a test starts. What still runs at the end is ended.
 class Process {
  public:
-  explicit Process(std::wstring commandLine, DWORD flags = 0);
+  // With a handle, one that can be inherited, for its standard output.
+  explicit Process(std::wstring commandLine, DWORD flags = 0, HANDLE output = nullptr);
   ~Process();
   Process(const Process&) = delete;
   Process& operator=(const Process&) = delete;

@@ -1,0 +1,110 @@
+#include "umpd/job/JobOutput.h"
+
+#include <optional>
+#include <utility>
+
+#include "umpd/channel/LauncherProxy.h"
+#include "umpd/output/SetFilename.h"
+#include "umpd/rules/OutputPath.h"
+#include "umpd/rules/Text.h"
+#include "umpd/rules/Trace.h"
+#include "umpd/win32/ErrorBox.h"
+#include "umpd/win32/SystemInformation.h"
+#include "umpd/win32/SystemLibrary.h"
+#include "umpd/win32/WindowsVersion.h"
+
+namespace quillpress::driver {
+namespace {
+
+constexpr std::size_t kPathSize = 780;
+constexpr int kLauncherTries = 10;
+constexpr DWORD kLauncherPauseMilliseconds = 540;
+
+bool startLauncher(const LauncherProxy& launcher) {
+  // The spooler of NT 4.0 has no desktop that the launcher could show anything on.
+  if (windowsVersion().isNt4()) {
+    showSystemErrorBox(L"Error:twsmsnd.exe is not running.  Please run it before printing to Quillpress.");
+    return false;
+  }
+  QUILLPRESS_TRACE(L"Launcher not running, attempting to start it\n");
+  for (int i = 0; i < kLauncherTries; ++i) {
+    launcher.startLauncher();
+    // A process that has been started does not listen yet.
+    Sleep(kLauncherPauseMilliseconds);
+    if (launcher.isReceiverReady()) return true;
+  }
+  showSystemErrorBox(L"Error:twsmsnd.exe is not running - and attempt to start it failed.");
+  return false;
+}
+
+bool announce(const DriverSettings& settings, bool showStatus) {
+  LauncherProxy launcher;
+  if (!launcher.isReceiverReady() && !startLauncher(launcher)) return false;
+  // The document is worth more than its announcement.
+  if (showStatus) launcher.sendStartPrint(settings.naming().effectiveName());
+  return true;
+}
+
+// Whether this is a browser process in protected mode, which may write to few folders.
+bool isProtectedModeProcess() {
+  const SystemLibrary browser(kIEIsProtectedModeProcess.library);
+  auto* const ask = browser.find(kIEIsProtectedModeProcess);
+  BOOL isProtected = FALSE;
+  return ask != nullptr && SUCCEEDED(ask(&isProtected)) && isProtected == TRUE;
+}
+
+}  // namespace
+
+bool JobOutput::begin(const DriverSettings& settings, const std::wstring& documentName) {
+  const bool isFinishEventWanted = settings.getInt(L"FinishPrintEv", 0) != 0;
+  // Who waits for the event shows the status itself.
+  const bool showStatus = settings.getInt(L"showPrintStatusWin", 1) != 0 && !isFinishEventWanted;
+  // Kept: "Inerface". Traces are searched for by the texts that they have always had.
+  QUILLPRESS_TRACE(L"umdriver::write showUserInerface = %d\n", showStatus);
+  if (!isFinishEventWanted && !announce(settings, showStatus)) return false;
+
+  std::optional<std::wstring> path = SetFilename(settings).chooseOutputFilename(documentName, kPathSize);
+  if (!path) {
+    showSystemErrorBox(L"setOutputFilename failed");
+    return false;
+  }
+  path_ = *std::move(path);
+  return create();
+}
+
+// Kept: a creation that fails is only felt by the write that follows, which then ends the job in the usual
+// way.
+bool JobOutput::create() {
+  if (file_.create(path_)) return true;
+  // The box explains the first failure, whatever the browser is asked meanwhile.
+  const DWORD error = GetLastError();
+  if (isProtectedModeProcess()) createVirtualized();
+  if (file_.isBegun()) return true;
+  QUILLPRESS_TRACE(L"Error creating %s\n", path_);
+  SetLastError(error);
+  showSystemErrorBox(path_);
+  return false;
+}
+
+void JobOutput::createVirtualized() {
+  const std::wstring path = virtualizedPath(path_, applicationDataFolder());
+  if (path.empty()) return;
+  path_ = fitting(path, kPathSize);
+  file_.create(path_);
+}
+
+bool JobOutput::write(std::span<const std::byte> block) {
+  if (!file_.write(block)) {
+    QUILLPRESS_TRACE(L"Error writing to %s\n", path_);
+    return false;
+  }
+  bytesWritten_ += static_cast<std::uint32_t>(block.size());
+  return true;
+}
+
+void JobOutput::reset() {
+  path_.clear();
+  bytesWritten_ = 0;
+}
+
+}  // namespace quillpress::driver

@@ -24,6 +24,7 @@ namespace {
 
 // What came of a job, besides its pages.
 struct Outcome {
+  std::string name;  // of the job in messages
   bool hasFailed;
   bool isCutOff;
   JobComments comments;
@@ -77,18 +78,18 @@ Outcome convertJob(const Options& options, JobFile& job, const AtomicOutput& out
   const bool isCutOff = warnIfCutOff(name, conversion, scanner);
   // The list belongs to the converter, and goes with it.
   if (options.objects) atEnd(runner.converter());
-  return {conversion.hasFailed(), isCutOff, conversion.comments()};
+  return {name, conversion.hasFailed(), isCutOff, conversion.comments()};
 }
 
 // Puts the output in its place when it holds any page.
-ExitCode deliver(const Options& options, AtomicOutput& output, const Outcome& outcome, std::size_t pages) {
+ExitCode deliver(const Outcome& outcome, std::size_t pages, AtomicOutput& output, const std::string& target) {
   if (pages == 0) {
-    say(jobName(options.job) + ": no page is complete, so nothing is written");
+    say(outcome.name + ": no page is complete, so nothing is written");
     return ExitCode::kConversion;
   }
   output.commit();
   if (!outcome.hasFailed) return outcome.isCutOff ? ExitCode::kCutOff : ExitCode::kDone;
-  say(outputName(options.output) + ": " + counted(pages, "complete page") + " written");
+  say(target + ": " + counted(pages, "complete page") + " written");
   return ExitCode::kConversion;
 }
 
@@ -106,7 +107,7 @@ ExitCode convertToPdf(const Options& options, JobFile& job, AtomicOutput& output
   document.creator = outcome.comments.creator();
   // Otherwise the output is not even opened.
   if (!document.pages.empty()) writePdf(document, pages.objects(), spool, output.file());
-  return deliver(options, output, outcome, document.pages.size());
+  return deliver(outcome, document.pages.size(), output, outputName(options.output));
 }
 
 ExitCode convertToText(const Options& options, JobFile& job, AtomicOutput& output, Spool& spool) {
@@ -114,7 +115,7 @@ ExitCode convertToText(const Options& options, JobFile& job, AtomicOutput& outpu
   const Outcome outcome = convertJob(options, job, output, pages, [](const Converter& converter) {
     listObjects(converter.objects(), nullptr, stderr);
   });
-  return deliver(options, output, outcome, pages.pageCount());
+  return deliver(outcome, pages.pageCount(), output, outputName(options.output));
 }
 
 ExitCode convert(const Options& options) {

@@ -1,5 +1,6 @@
 #include "cli/conversion/JobRunner.h"
 
+#include <algorithm>
 #include <chrono>
 
 #include "cli/conversion/Aside.h"
@@ -12,7 +13,7 @@ namespace {
 // Enough for what procedures leave on the execution stack; a loop around an error would never end.
 constexpr int kMostRunOuts = 64;
 // Procedures that end do so in far less.
-constexpr std::chrono::seconds kLongestRunOut{3};
+constexpr std::chrono::milliseconds kLongestRunOut{3000};
 
 }  // namespace
 
@@ -31,8 +32,17 @@ void JobRunner::forgetSetUp() {
 // The interrupted procedure may be a loop without an end. What an interpreter does depends on nothing but its
 // job, so what has come to its end in a copy does so here.
 void JobRunner::recover() {
-  const bool ends = askAside(kLongestRunOut, [this] { return runOut(); }).has_value();
-  if (!ends || !runOut()) reopen();
+  if (!runOutAside() || !runOut()) reopen();
+}
+
+// Runs out in a copy. A job may fail on each of thousands of pages, so what is spent in vain counts for all.
+std::optional<std::uint64_t> JobRunner::runOutAside() {
+  if (patience_.count() <= 0) return std::nullopt;
+  const auto begin = std::chrono::steady_clock::now();
+  const auto result = askAside(std::min(patience_, kLongestRunOut), [this] { return runOut(); });
+  const auto spent = std::chrono::steady_clock::now() - begin;
+  if (!result) patience_ -= std::chrono::duration_cast<std::chrono::milliseconds>(spent);
+  return result;
 }
 
 // Lets the interpreter finish what the error interrupted, and asks whether it listens to new text again.
@@ -57,7 +67,7 @@ std::optional<std::uint64_t> JobRunner::textsShown() {
 }
 
 std::optional<std::uint64_t> JobRunner::textsShownAfterError() {
-  return askAside(kLongestRunOut, [this] { return runOut(); });
+  return runOutAside();
 }
 
 }  // namespace quillpress::cli

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -38,10 +39,12 @@ class JobRunner {
 
  private:
   std::optional<std::uint64_t> runOut();
+  std::optional<std::uint64_t> runOutAside();
   void reopen();
 
   std::unique_ptr<Converter> converter_;
   Spool* record_ = nullptr;
+  std::chrono::milliseconds patience_{10000};  // what may still be spent on procedures that do not end
 };
 
 }  // namespace quillpress::cli

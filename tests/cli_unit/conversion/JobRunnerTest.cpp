@@ -51,6 +51,17 @@ TEST_F(JobRunnerTest, ALoopWithoutAnEndIsLeft) {
   EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(30));
 }
 
+TEST_F(JobRunnerTest, LoopsOnManyPagesCostNoMoreThanAFew) {
+  setUp("/a 4 def /go true def ");
+  const auto begin = std::chrono::steady_clock::now();
+  for (int page = 0; page < 100; ++page) {
+    failWith("/go true def {go {/go false def wrong} if} loop ");
+    runner_.recover();
+    EXPECT_EQ(contentOf("a setlinewidth "), "4 w ");
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(60));
+}
+
 TEST_F(JobRunnerTest, ASetUpThatFailedIsNotRunAgain) {
   setUp("/a 4 def ");
   runner_.forgetSetUp();

@@ -32,6 +32,7 @@ LANGUAGE = {
         "scanner": ["objects", "streams"],
         "interpreter": ["objects", "streams", "scanner"],
         "operators": ["objects", "streams", "scanner", "interpreter"],
+        "images": ["objects", "streams"],
         "geometry": [],
         "pdf": ["geometry"],
     }.items()

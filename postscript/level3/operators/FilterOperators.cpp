@@ -9,14 +9,14 @@ namespace {
 
 // How many operands stand between the dictionary and the name. Throws stackunderflow and typecheck.
 std::size_t countOperands(const ObjectStack& operands, const FilterRow& row) {
-  std::size_t count = row.operands.size();
   // A part of a file may have its parameters in the dictionary instead.
   if (row.decode != nullptr && operands.depth() > 1 && operands.top(1).isDictionary()) return 0;
-  if (operands.depth() < count + 2) raise(ErrorName::kStackUnderflow);
-  for (const Type type : row.operands) {
-    if (!operands.top(count--).is(type)) raise(ErrorName::kTypeCheck);
+  const std::size_t count = row.operands.size();
+  for (std::size_t i = 1; i <= count; ++i) {
+    if (operands.depth() <= i) raise(ErrorName::kStackUnderflow);
+    if (!operands.top(i).is(row.operands.begin()[count - i])) raise(ErrorName::kTypeCheck);
   }
-  return row.operands.size();
+  return count;
 }
 
 // source dict param1 ... paramN name -> file

@@ -3,6 +3,8 @@
 #include <limits>
 
 #include "postscript/level3/interpreter/Interpreter.h"
+#include "postscript/level3/streams/CcittFilter.h"
+#include "postscript/level3/streams/DctFilter.h"
 #include "postscript/level3/streams/LzwFilter.h"
 #include "postscript/level3/streams/PredictorFilter.h"
 
@@ -28,10 +30,18 @@ class FilterParameters {
   [[nodiscard]] FilterClosing closing(std::string_view key) const;
   [[nodiscard]] PredictorParameters predictor() const;
   [[nodiscard]] LzwParameters lzw() const;
+  [[nodiscard]] CcittParameters ccitt() const;
+  [[nodiscard]] DctParameters dct() const;
+  // ColorTransform: nothing when it is not given.
+  [[nodiscard]] std::optional<bool> colorTransform() const;
 
   [[nodiscard]] Interpreter& interpreter() const { return interpreter_; }
 
  private:
+  // The elements of an array of integers, or the bytes of a string; `size` of them, or as many as there are.
+  [[nodiscard]] static std::vector<int> integersOf(const Object& value, std::optional<std::size_t> size);
+  void readTables(DctParameters& parameters) const;
+
   Interpreter& interpreter_;
   const Dictionary* dictionary_;
 };

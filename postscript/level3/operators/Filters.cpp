@@ -57,6 +57,25 @@ SinkPointer encodeFlate(SinkPointer target, const FilterParameters& parameters, 
       std::make_shared<FlateEncoder>(std::move(target), effort, parameters.closing(kCloseTarget)), predictor);
 }
 
+SourcePointer decodeCcitt(SourcePointer source, const FilterParameters& parameters, Operands /*operands*/) {
+  return std::make_shared<CcittDecoder>(std::move(source), parameters.ccitt(),
+                                        parameters.closing(kCloseSource));
+}
+
+SinkPointer encodeCcitt(SinkPointer target, const FilterParameters& parameters, Operands /*operands*/) {
+  return std::make_shared<CcittEncoder>(std::move(target), parameters.ccitt(),
+                                        parameters.closing(kCloseTarget));
+}
+
+SourcePointer decodeDct(SourcePointer source, const FilterParameters& parameters, Operands /*operands*/) {
+  return std::make_shared<DctDecoder>(std::move(source), parameters.colorTransform(),
+                                      parameters.closing(kCloseSource));
+}
+
+SinkPointer encodeDct(SinkPointer target, const FilterParameters& parameters, Operands /*operands*/) {
+  return std::make_shared<DctEncoder>(std::move(target), parameters.dct(), parameters.closing(kCloseTarget));
+}
+
 SinkPointer encodeRunLength(SinkPointer target, const FilterParameters& parameters, Operands operands) {
   const std::int64_t recordSize = operands[0].asInteger();
   if (recordSize < 0) raise(ErrorName::kRangeCheck);
@@ -136,6 +155,10 @@ const FilterRow kFilters[] = {
     {"LZWEncode", {}, nullptr, encodeLzw},
     {"FlateDecode", {}, decodeFlate, nullptr},
     {"FlateEncode", {}, nullptr, encodeFlate},
+    {"CCITTFaxDecode", {}, decodeCcitt, nullptr},
+    {"CCITTFaxEncode", {}, nullptr, encodeCcitt},
+    {"DCTDecode", {}, decodeDct, nullptr},
+    {"DCTEncode", {}, nullptr, encodeDct},
     {"SubFileDecode", {Type::kInteger, Type::kString}, decodeSubFile, nullptr},
     {"ReusableStreamDecode", {}, decodeReusably, nullptr},
     {"NullEncode", {}, nullptr, encodePlainly<NullEncoder>},

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <vector>
+
+#include "postscript/level3/images/ImageLayout.h"
+
+namespace quillpress::level3 {
+
+// The rows of an image, from one source with interleaved components or from one source for each component.
+class ImageRows {
+ public:
+  // One source, or layout.components of them.
+  ImageRows(std::vector<SourcePointer> sources, const ImageLayout& layout);
+
+  [[nodiscard]] const ImageLayout& layout() const { return layout_; }
+
+  // The next row, borrowed until the next call; empty when a source has ended before a whole one, or failed.
+  Bytes next();
+  [[nodiscard]] bool hasFailed() const;
+
+ private:
+  Bytes nextInterleaved();
+
+  std::vector<SourcePointer> sources_;
+  ImageLayout layout_;
+  std::vector<Byte> row_;
+  std::vector<std::vector<Byte>> planes_;
+};
+
+// A string as the data of an image: it begins again when it is used up. `string` is kept valid by the caller,
+// and not empty.
+class RepeatedString final : public ByteSource {
+ public:
+  explicit RepeatedString(Bytes string) : string_(string) {}
+
+ private:
+  Bytes nextBlock() override { return string_; }
+
+  Bytes string_;
+};
+
+}  // namespace quillpress::level3

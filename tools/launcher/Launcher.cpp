@@ -45,8 +45,10 @@ bool Launcher::run(HANDLE stop) {
 // machine.
 void Launcher::serve() {
   Message message = readMessage(receiver_.record());
-  receiver_.acknowledge();
   done_ = done_ || isDoneAfter(message.kind);
+  // The sender may print again at once, and must not find a launcher that is leaving.
+  if (done_) receiver_.close();
+  receiver_.acknowledge();
   actions_.push(std::move(message));
 }
 

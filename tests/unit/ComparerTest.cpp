@@ -107,11 +107,19 @@ TEST(ComparerTest, AnArrayOfManyLevelsEndsInAnException) {
   EXPECT_NE(messageOf([&] { Comparer::equals(*outer, *outer); }), "");
 }
 
-TEST(ComparerTest, ADictionaryThatHoldsItselfEqualsItself) {
+TEST(ComparerTest, ADictionaryIsWalkedEvenBesideItself) {
+  MemorySet memory;
+  const Ref<DictionaryObject> dictionary = memory.newDictionary();
+  dictionary->define("mark", make<MarkObject>());
+  EXPECT_EQ(messageOf([&] { Comparer::equals(*dictionary, *dictionary); }), "Unsupported type comparison");
+}
+
+TEST(ComparerTest, ADictionaryThatHoldsItselfEndsInAnException) {
   MemorySet memory;
   const Ref<DictionaryObject> dictionary = memory.newDictionary();
   dictionary->define("self", dictionary);
-  EXPECT_TRUE(Comparer::equals(*dictionary, *dictionary));
+  EXPECT_EQ(messageOf([&] { Comparer::equals(*dictionary, *dictionary); }),
+            "Structures nested too deeply to compare");
 }
 
 TEST(ComparerTest, TwoDictionariesThatHoldThemselvesEndInAnAnswer) {

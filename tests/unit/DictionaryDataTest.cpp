@@ -66,20 +66,6 @@ TEST(DictionaryDataTest, AValueDefinedAgainUnderItsOwnKeySurvives) {
   EXPECT_EQ(value->refCount, 1);
 }
 
-TEST(DictionaryDataTest, ClearReleasesEveryValue) {
-  DictionaryData dictionary;
-  const auto value = make<IntegerObject>(1);
-  dictionary.define(DictionaryKey("a"), value);
-  dictionary.define(DictionaryKey("b"), value);
-  EXPECT_EQ(value->refCount, 3);
-  dictionary.clear();
-  EXPECT_EQ(value->refCount, 1);
-  EXPECT_EQ(dictionary.count(), 0U);
-  EXPECT_EQ(dictionary.lookup(DictionaryKey("a")), nullptr);
-  define(dictionary, "c", 3);
-  EXPECT_EQ(walk(dictionary), "c=3;");
-}
-
 TEST(DictionaryDataTest, ItsEndReleasesEveryValue) {
   const auto value = make<IntegerObject>(1);
   {

@@ -38,39 +38,11 @@ TEST_F(DictionaryObjectTest, AnIntegerKeyNeverMeetsTheNameOfItsDigits) {
   EXPECT_NE(dictionary->lookup("ps_integer 5"), nullptr);
 }
 
-TEST_F(DictionaryObjectTest, CopyFromClearsFirstAndClonesEveryValue) {
-  const auto source = make<DictionaryObject>(area);
-  const auto array = make<ArrayObject>(area, '[');
-  source->define("array", array);
-  source->define("number", make<IntegerObject>(5));
-  const auto destination = make<DictionaryObject>(area, "Copy");
-  destination->define("old", make<IntegerObject>(1));
-  destination->copyFrom(*source, 0);
-  EXPECT_EQ(destination->count(), 2U);
-  EXPECT_EQ(destination->lookup("old"), nullptr);
-  EXPECT_EQ(destination->name(), "Copy");
-  const auto* copied = as<ArrayObject>(destination->lookup("array"));
-  ASSERT_NE(copied, nullptr);
-  EXPECT_NE(copied, array.get());
-  EXPECT_TRUE(copied->sharesPayloadWith(*array));
-  EXPECT_NE(destination->lookup("number"), source->lookup("number"));
-  EXPECT_EQ(array->refCount, 2);
-}
-
-TEST_F(DictionaryObjectTest, CopyFromItselfKeepsTheEntries) {
-  const auto dictionary = make<DictionaryObject>(area);
-  dictionary->define("a", make<IntegerObject>(5));
-  dictionary->copyFrom(*dictionary, 0);
-  EXPECT_EQ(dictionary->count(), 1U);
-  EXPECT_EQ(dictionary->lookup("a")->printString(), "5");
-}
-
 TEST_F(DictionaryObjectTest, AHandleOnTheSameEntriesIsNoCopyOfThem) {
   const auto dictionary = make<DictionaryObject>(area);
   const Ref<PostscriptObject> handle = dictionary->clone(0);
   dictionary->define("a", make<IntegerObject>(5));
   EXPECT_EQ(static_cast<DictionaryObject&>(*handle).count(), 1U);
-  EXPECT_EQ(area.payloadCount(), 1U);
 }
 
 TEST_F(DictionaryObjectTest, DeletingTheLastHandleLeavesTheEntriesWithTheArea) {

@@ -8,8 +8,8 @@ namespace {
 
 TEST(GraphicsStateTest, FreshStateHasTheDefaults) {
   const GraphicsState state;
-  EXPECT_EQ(state.currentPoint.x, 0);
-  EXPECT_EQ(state.currentPoint.y, 0);
+  EXPECT_EQ(state.path.point().x, 0);
+  EXPECT_EQ(state.path.point().y, 0);
   EXPECT_EQ(state.lineWidth, 0);
   EXPECT_EQ(state.ctm.a, 1);
   EXPECT_EQ(state.ctm.b, 0);
@@ -19,7 +19,7 @@ TEST(GraphicsStateTest, FreshStateHasTheDefaults) {
   EXPECT_EQ(state.ctm.ty, 0);
   EXPECT_EQ(state.fontName, "Helvetica");
   EXPECT_EQ(state.fontSize, 12.0);
-  EXPECT_FALSE(state.pathOpen);
+  EXPECT_FALSE(state.path.isOpen());
   EXPECT_EQ(state.colourSpace, ColourSpace::kGray);
   EXPECT_EQ(state.colour, (std::array<double, 4>{0, 0, 0, 0}));
 }

@@ -180,6 +180,27 @@ TEST_F(ImagerTest, AFailureInTheSourceLetsTheImageGoOnWithTheNextChunk) {
   EXPECT_EQ(content(""), "q BI\n/W 2 /H 1 /BPC 8 /CS /G \nID\nab\nEI\nQ\n");
 }
 
+TEST_F(ImagerTest, ASourceOfEmptyStringsIsGivenUpAfterAHundredThousand) {
+  const std::string counted =
+      "/n 0 def 1 1 8 matrix {/n n 1 add def n %LIMIT% lt {()} {(a)} ifelse} image n ";
+  const auto withLimit = [&](const std::string& limit) {
+    std::string job = counted;
+    return job.replace(job.find("%LIMIT%"), 7, limit);
+  };
+  EXPECT_EQ(content(withLimit("100000")), "q BI\n/W 1 /H 1 /BPC 8 /CS /G \nID\na\nEI\nQ\n");
+  EXPECT_EQ(message(withLimit("100001")), "image data source has run dry");
+  EXPECT_EQ(converter_.interpreter().dictionaries().userDictionary().lookup("n")->printString(), "100000");
+}
+
+TEST_F(ImagerTest, ThreeEmptyStringsAreOneStep) {
+  EXPECT_EQ(message("1 1 8 matrix {()} {()} {()} true 3 colorimage "), "image data source has run dry");
+}
+
+TEST_F(ImagerTest, ASourceThatReadsTheJobMayYieldAnyNumberOfEmptyStrings) {
+  const std::string job = "1 1 8 matrix {currentfile read pop 46 eq {(a)} {()} ifelse} image\n";
+  EXPECT_EQ(content(job + std::string(250000, '-') + "."), "q BI\n/W 1 /H 1 /BPC 8 /CS /G \nID\na\nEI\nQ\n");
+}
+
 TEST_F(ImagerTest, AWaitingImageOutlivesThePageStart) {
   content("/s 2 string def 2 1 8 [] {currentfile s readstring pop} image\na");
   converter_.startPage({});

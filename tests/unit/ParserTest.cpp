@@ -26,22 +26,20 @@ class ParserTest : public testing::Test {
   Parser parser{memory, dictionaries};
 };
 
-TEST_F(ParserTest, CharactersAreReadSkippedPeekedAtAndPutBack) {
+TEST_F(ParserTest, CharactersAreReadSkippedAndPutBack) {
   feed("abc");
   EXPECT_EQ(parser.nextChar(), 'a');
-  EXPECT_EQ(parser.peekChar(), 'b');
   parser.skipChar();
   EXPECT_EQ(parser.nextChar(), 'c');
   EXPECT_TRUE(parser.atEnd());
   parser.backChar();
-  EXPECT_EQ(parser.peekChar(), 'c');
+  EXPECT_EQ(parser.nextChar(), 'c');
 }
 
 TEST_F(ParserTest, NothingIsReadPastTheEnd) {
   feed("");
   EXPECT_EQ(messageOf([&] { parser.nextChar(); }), "Cannot get next char when none left");
   EXPECT_EQ(messageOf([&] { parser.skipChar(); }), "Cannot skip when no chars left");
-  EXPECT_EQ(messageOf([&] { (void)parser.peekChar(); }), "Cannot peak next char when none left");
 }
 
 TEST_F(ParserTest, NothingIsPutBackBeforeTheStart) {
@@ -161,7 +159,7 @@ TEST_F(ParserTest, Ascii85DataWithABracketEndsAtTheTilde) {
   ASSERT_NE(string, nullptr);
   EXPECT_EQ(string->data().asHeld(), "AS>t\"~");
   EXPECT_EQ(string->data().decodeFilters(), std::vector<std::string>{"ASCII85Decode"});
-  EXPECT_EQ(parser.peekChar(), '>');
+  EXPECT_EQ(parser.nextChar(), '>');
 }
 
 TEST_F(ParserTest, APlainStringHasNoDecodeFilter) {
@@ -211,11 +209,13 @@ TEST_F(ParserTest, AWrongEscapeThrowsWithEveryCall) {
 }
 
 TEST_F(ParserTest, StringsGoToTheCurrentMemoryArea) {
-  EXPECT_EQ(tokensOf("(a)"), "ps_string a;");
-  EXPECT_EQ(memory.local().payloadCount(), 2U + 1U);  // userdict, errordict and the string
+  feed("(a)");
+  const Ref<PostscriptObject> before = parser.nextToken();
   memory.useGlobal();
-  EXPECT_EQ(tokensOf("(b)<62>"), "ps_string b;ps_string b;");
-  EXPECT_EQ(memory.local().payloadCount(), 3U);
+  feed("<62>");
+  const Ref<PostscriptObject> after = parser.nextToken();
+  EXPECT_EQ(&as<StringObject>(before)->memoryArea(), &memory.local());
+  EXPECT_EQ(&as<StringObject>(after)->memoryArea(), &memory.global());
 }
 
 TEST_F(ParserTest, TokensMayBeOfAnyLength) {

@@ -56,10 +56,9 @@ TEST(PdfObjectTest, PatternDictionaryIsHeldByTheObject) {
   {
     const Ref<DictionaryObject> dictionary = memory.newDictionary();
     object.keepPatternDictionary(dictionary);
-    EXPECT_EQ(object.patternDictionary(), dictionary.get());
     EXPECT_EQ(object.record().patternDictionary, dictionary.get());
   }
-  EXPECT_EQ(object.patternDictionary()->refCount, 1);
+  EXPECT_EQ(static_cast<DictionaryObject*>(object.record().patternDictionary)->refCount, 1);
 }
 
 }  // namespace

@@ -187,12 +187,12 @@ TEST_F(Postscript2PdfTest, GrestoreBringsTheFontBack) {
 
 TEST_F(Postscript2PdfTest, DrawnPointsOpenAndPaintingClosesThePath) {
   content("1 2 moveto ");
-  EXPECT_FALSE(converter_.state().pathOpen);
+  EXPECT_FALSE(converter_.path().isOpen());
   for (const std::string_view end : {"stroke ", "fill ", "eofill ", "clip ", "eoclip ", "closepath "}) {
     content("1 2 moveto 3 4 lineto ");
-    EXPECT_TRUE(converter_.state().pathOpen);
+    EXPECT_TRUE(converter_.path().isOpen());
     content(end);
-    EXPECT_FALSE(converter_.state().pathOpen) << end;
+    EXPECT_FALSE(converter_.path().isOpen()) << end;
   }
 }
 

@@ -55,14 +55,6 @@ TEST(RememberedNamesTest, AnUndefinedNameIsForgotten) {
   EXPECT_EQ(rememberedIn(interpreter, "x"), nullptr);
 }
 
-TEST(RememberedNamesTest, AClearedPermanentDictionaryIsForgotten) {
-  Interpreter interpreter;
-  run(interpreter, "/x 5 def x ");
-  interpreter.dictionaries().userDictionary().clear();
-  EXPECT_EQ(rememberedIn(interpreter, "x"), nullptr);
-  EXPECT_EQ(messageOf([&] { run(interpreter, "x "); }), "NOTHING TO EXECUTE for x\n");
-}
-
 TEST(RememberedNamesTest, AnythingButTheThreeAtTheBottomMakesNamesSearch) {
   Interpreter interpreter;
   run(interpreter, "/x 5 def x ");

@@ -30,11 +30,6 @@ void Parser::backChar() {
   --cursor_;
 }
 
-char Parser::peekChar() const {
-  if (atEnd()) THROW_EX("Cannot peak next char when none left");
-  return *cursor_;
-}
-
 void Parser::skipTokenDelimiter() {
   if (lineFeedPending_ && !atEnd()) {
     lineFeedPending_ = false;

@@ -31,7 +31,6 @@ class Parser {
   char nextChar();
   void skipChar();
   void backChar();
-  [[nodiscard]] char peekChar() const;
 
   // What is left of the chunk, for readers that take many bytes at once, and the step past them.
   [[nodiscard]] std::string_view remaining() const {

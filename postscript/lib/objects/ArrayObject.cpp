@@ -2,17 +2,14 @@
 
 #include <vector>
 
+#include "postscript/lib/base/Bounds.h"
 #include "postscript/lib/base/Ex.h"
 #include "postscript/lib/interpreter/Interpreter.h"
-#include "postscript/lib/objects/Nesting.h"
 #include "postscript/lib/objects/NumberUtils.h"
 
 namespace quillpress {
 
 namespace {
-
-// Shared sub-arrays multiply in the text; a hostile job must not fill the memory with it.
-constexpr std::size_t kMaxTextLength = std::size_t{64} << 20U;
 
 struct Level {
   const ArrayObject* array;
@@ -52,7 +49,7 @@ std::string ArrayObject::printString() const {
   std::string text("[");
   std::vector<Level> levels{{this, 0}};
   while (true) {
-    if (text.size() > kMaxTextLength) THROW_EX("Array text too long to print");
+    if (text.size() > kMaxArrayText) THROW_EX("Array text too long to print");
     Level& level = levels.back();
     if (static_cast<std::size_t>(level.next) >= level.array->count()) {
       text += "]";

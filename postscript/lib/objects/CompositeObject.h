@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <memory>
 
 #include "postscript/lib/objects/CompositeData.h"
@@ -22,7 +21,6 @@ class CompositeObject : public PostscriptObject {
   CompositeObject& operator=(const CompositeObject&) = delete;
 
   [[nodiscard]] VirtualMemoryObject& memoryArea() const { return *memoryArea_; }
-  [[nodiscard]] std::size_t payloadIndex() const { return payloadIndex_; }
 
   // Whether two handles share one payload.
   [[nodiscard]] bool sharesPayloadWith(const CompositeObject& other) const {
@@ -35,7 +33,6 @@ class CompositeObject : public PostscriptObject {
  private:
   VirtualMemoryObject* memoryArea_;
   CompositeData* payload_;
-  std::size_t payloadIndex_;
 };
 
 }  // namespace quillpress

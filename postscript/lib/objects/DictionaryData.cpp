@@ -117,13 +117,4 @@ const DictionaryData::Entry& DictionaryData::entryInOrder(std::size_t position) 
   return entries_[order_.at(position)];
 }
 
-void DictionaryData::clear() {
-  if (isPermanent_ && names_ != nullptr) names_->forgetAll();
-  // Values may go away only when the dictionary is consistent again.
-  const std::vector<Entry> released = std::move(entries_);
-  entries_.clear();
-  slots_.clear();
-  order_.clear();
-}
-
 }  // namespace quillpress

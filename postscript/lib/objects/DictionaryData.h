@@ -52,8 +52,6 @@ class DictionaryData final : public CompositeData {
   // The entry at a position in key order. REQUIRES: position < count()
   [[nodiscard]] const Entry& entryInOrder(std::size_t position) const;
 
-  void clear();
-
   const std::string name;  // empty for dictionaries that a job makes
 
  private:

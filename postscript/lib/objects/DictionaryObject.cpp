@@ -1,7 +1,5 @@
 #include "postscript/lib/objects/DictionaryObject.h"
 
-#include <vector>
-
 #include "postscript/lib/objects/NameObject.h"
 #include "postscript/lib/objects/StringObject.h"
 #include "postscript/lib/objects/VirtualMemoryObject.h"
@@ -46,17 +44,6 @@ PostscriptObject* DictionaryObject::lookup(const PostscriptObject& key) const {
 
 void DictionaryObject::remove(const PostscriptObject& key) {
   data().remove(DictionaryKey(keyText(key)));
-}
-
-void DictionaryObject::copyFrom(const DictionaryObject& other, int argument) {
-  std::vector<DictionaryData::Entry> copies;
-  copies.reserve(other.count());
-  for (std::size_t i = 0; i < other.count(); ++i) {
-    const DictionaryData::Entry& entry = other.entryInOrder(i);
-    copies.push_back({entry.key, entry.hash, entry.value->clone(argument)});
-  }
-  clear();
-  for (DictionaryData::Entry& copy : copies) data().define({copy.key, copy.hash}, std::move(copy.value));
 }
 
 }  // namespace quillpress

@@ -34,6 +34,12 @@ class DictionaryObject final : public CompositeObject {
   }
   [[nodiscard]] PostscriptObject* lookup(DictionaryKey key) const { return data().lookup(key); }
 
+  // The value, borrowed; null when there is none, or when it is of another kind.
+  template <typename T>
+  [[nodiscard]] T* lookupAs(std::string_view key) const {
+    return as<T>(lookup(key));
+  }
+
   void remove(const PostscriptObject& key);
 
   [[nodiscard]] std::size_t count() const { return data().count(); }
@@ -44,13 +50,8 @@ class DictionaryObject final : public CompositeObject {
     return data().entryInOrder(position);
   }
 
-  void clear() { data().clear(); }
-
   // Makes this one of the dictionaries whose values names remember. REQUIRES: it is empty.
   void makePermanent() { data().makePermanent(); }
-
-  // Becomes a copy of the other: every value is cloned with the argument, in key order.
-  void copyFrom(const DictionaryObject& other, int argument);
 
  private:
   DictionaryObject(const DictionaryObject& other) = default;

@@ -52,8 +52,4 @@ void NameTable::noteReplaced(DictionaryKey key, PostscriptObject* value) {
   if (name != nullptr && name->remembered != nullptr) name->remembered = value;
 }
 
-void NameTable::forgetAll() {
-  for (KnownName& name : names_) name.remembered = nullptr;
-}
-
 }  // namespace quillpress

@@ -46,9 +46,6 @@ class NameTable {
   // A permanent dictionary has a new value under a key that it had already.
   void noteReplaced(DictionaryKey key, PostscriptObject* value);
 
-  // A permanent dictionary is cleared.
-  void forgetAll();
-
  private:
   [[nodiscard]] std::size_t slotOf(DictionaryKey key) const;
   void grow();

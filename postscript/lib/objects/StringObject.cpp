@@ -29,11 +29,6 @@ StringObject::StringObject(VirtualMemoryObject& memoryArea, std::string text)
   executable = false;
 }
 
-StringObject::StringObject(VirtualMemoryObject& memoryArea, const char* bytes, int length)
-    : StringObject(memoryArea, bytes == nullptr || length < 1
-                                   ? std::string()
-                                   : std::string(bytes, static_cast<std::size_t>(length))) {}
-
 std::string StringObject::describe() const {
   return PostscriptObject::describe() + " " + bytes();
 }
@@ -53,8 +48,10 @@ Ref<PostscriptObject> StringObject::clone(int /*argument*/) const {
 
 void StringObject::put(std::ptrdiff_t index, char byte) {
   std::string& text = data().writableBytes();
-  if (index < 0 || static_cast<std::size_t>(index) >= text.size()) THROW_EX("String index out of range");
-  text[static_cast<std::size_t>(index)] = byte;
+  const auto size = static_cast<std::ptrdiff_t>(text.size());
+  // Kept: one byte past the end is accepted and lost, so cvs takes a text one byte longer than its buffer.
+  if (index < 0 || index > size) THROW_EX("String index out of range");
+  if (index < size) text[static_cast<std::size_t>(index)] = byte;
 }
 
 }  // namespace quillpress

@@ -41,9 +41,6 @@ class StringObject final : public CompositeObject {
   // A literal string of the text's bytes.
   StringObject(VirtualMemoryObject& memoryArea, std::string text);
 
-  // A literal string of a counted run of bytes; none for a null pointer or a length below 1.
-  StringObject(VirtualMemoryObject& memoryArea, const char* bytes, int length);
-
   [[nodiscard]] std::string describe() const override;
   [[nodiscard]] std::string printString() const override;
   [[nodiscard]] std::string cvsString() const override;  // up to the first zero byte
@@ -53,7 +50,7 @@ class StringObject final : public CompositeObject {
   [[nodiscard]] const std::string& bytes() const { return data().bytes(); }
   [[nodiscard]] std::size_t length() const { return bytes().size(); }
 
-  // Stores one byte. Throws Ex for an index outside the string.
+  // Stores one byte; at the index just past the end it lands nowhere. Throws Ex for any other index outside.
   void put(std::ptrdiff_t index, char byte);
 
  private:

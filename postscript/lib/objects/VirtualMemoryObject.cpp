@@ -2,9 +2,8 @@
 
 namespace quillpress {
 
-std::size_t VirtualMemoryObject::add(std::unique_ptr<CompositeData> payload) {
+void VirtualMemoryObject::add(std::unique_ptr<CompositeData> payload) {
   payloads_.push_back(std::move(payload));
-  return payloads_.size() - 1;
 }
 
 std::string VirtualMemoryObject::describe() const {

@@ -23,10 +23,8 @@ class VirtualMemoryObject final : public PostscriptObject {
 
   [[nodiscard]] NameTable* names() const { return names_; }
 
-  // Takes a payload over and returns its index in the area.
-  std::size_t add(std::unique_ptr<CompositeData> payload);
-
-  [[nodiscard]] std::size_t payloadCount() const { return payloads_.size(); }
+  // Takes a payload over.
+  void add(std::unique_ptr<CompositeData> payload);
 
   [[nodiscard]] std::string describe() const override;
 

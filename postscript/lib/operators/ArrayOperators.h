@@ -4,7 +4,8 @@
 
 namespace quillpress {
 
-// n  array  array      n nulls; an empty array for a negative count.
+// n  array  array      n nulls; an empty array for a negative count. A count beyond what
+// memory allows fails without an Ex, as any allocation does.
 DECLARE_OPERATOR(ArrayOperator, "array");
 
 // any1 ... anyn n  packedarray  array      An ordinary array: packed ones are no kind of their own.

@@ -4,8 +4,8 @@
 #include <cstring>
 #include <string>
 
+#include "postscript/lib/base/Bounds.h"
 #include "postscript/lib/base/Ex.h"
-#include "postscript/lib/objects/Nesting.h"
 #include "postscript/lib/objects/NumberUtils.h"
 
 namespace quillpress {
@@ -29,12 +29,12 @@ std::int32_t compareTexts(const std::string& a, const std::string& b) {
   return std::clamp(std::strcmp(a.c_str(), b.c_str()), -1, 1);
 }
 
-// One test for equality. Shared parts are compared again and again, so the steps are counted: a hostile job
-// must not keep its host busy for ever.
+// One test for equality. It counts what it looks at, since the operands may be nested without end.
 class EqualityTest {
  public:
   bool equals(const PostscriptObject& a, const PostscriptObject& b) {
-    if (depth_ > kMaxNesting || ++steps_ > kMaxSteps) THROW_EX("Structures nested too deeply to compare");
+    if (depth_ > kMaxNesting || ++comparisons_ > kMaxComparisons)
+      THROW_EX("Structures nested too deeply to compare");
     if (isNull(a) || isNull(b)) return isNull(a) && isNull(b);
     const auto* arrayA = as<ArrayObject>(&a);
     const auto* arrayB = as<ArrayObject>(&b);
@@ -47,8 +47,6 @@ class EqualityTest {
   }
 
  private:
-  static constexpr std::size_t kMaxSteps = std::size_t{1} << 24U;
-
   bool equalArrays(const ArrayObject& a, const ArrayObject& b) {
     if (a.count() != b.count()) return false;
     ++depth_;
@@ -60,10 +58,9 @@ class EqualityTest {
     return true;
   }
 
-  // A dictionary equals itself without a look at its entries: drivers compare dictionaries that hold
-  // themselves.
+  // Kept: a dictionary is walked even when it is compared with itself, so one that holds itself, as
+  // systemdict does, equals nothing: the walk has no end.
   bool equalDictionaries(const DictionaryObject& a, const DictionaryObject& b) {
-    if (a.sharesPayloadWith(b)) return true;
     if (a.count() != b.count()) return false;
     ++depth_;
     for (std::size_t i = 0; i < a.count(); ++i) {
@@ -76,7 +73,7 @@ class EqualityTest {
   }
 
   std::size_t depth_ = 0;
-  std::size_t steps_ = 0;
+  std::size_t comparisons_ = 0;
 };
 
 template <typename Test>

@@ -1,5 +1,8 @@
 #include "postscript/lib/operators/CompositeOperators.h"
 
+#include <algorithm>
+#include <cstdint>
+
 #include "postscript/lib/base/Ex.h"
 
 namespace quillpress {
@@ -139,7 +142,8 @@ void LengthOperator::execute(Interpreter& interpreter) {
   } else {
     THROW_EX("Unsupported param to length");
   }
-  interpreter.pushInteger(static_cast<std::int32_t>(length));
+  // A string of the program that came in many chunks may be longer than an integer can say.
+  interpreter.pushInteger(static_cast<std::int32_t>(std::min<std::size_t>(length, INT32_MAX)));
 }
 
 void BindOperator::execute(Interpreter& /*interpreter*/) {}

@@ -86,10 +86,9 @@ void CvsOperator::execute(Interpreter& interpreter) {
   const Ref<StringObject> buffer = interpreter.popStringObject();
   const Ref<PostscriptObject> object = interpreter.operandStack().pop();
   std::string converted = object->cvsString();
-  std::string& bytes = buffer->data().writableBytes();
-  std::copy_n(converted.begin(), std::min(converted.size(), bytes.size()), bytes.begin());
-  // Kept: one byte too many is accepted; it lands past the buffer's contents, nowhere.
-  if (converted.size() > bytes.size() + 1) THROW_EX("String index out of range");
+  for (std::size_t i = 0; i < converted.size(); ++i) {
+    buffer->put(static_cast<std::ptrdiff_t>(i), converted[i]);
+  }
   interpreter.pushString(std::move(converted));
 }
 

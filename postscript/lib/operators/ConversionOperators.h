@@ -16,8 +16,8 @@ DECLARE_OPERATOR(CvrOperator, "cvr");
 // string  cvn  name      As executable as the string.
 DECLARE_OPERATOR(CvnOperator, "cvn");
 
-// any buffer  cvs  string      The result is a string of its own; the buffer gets the same bytes. Kept: a
-// text one byte longer than the buffer is accepted, and a real has no text of its own.
+// any buffer  cvs  string      The result is a string of its own; the buffer gets the same bytes. A text
+// may be one byte longer than the buffer.
 DECLARE_OPERATOR(CvsOperator, "cvs");
 
 }  // namespace quillpress

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <optional>
 
 #include "postscript/lib/base/Ex.h"
 #include "postscript/lib/objects/HexDigits.h"
@@ -88,11 +89,11 @@ std::size_t decodeHexInto(std::string_view source, std::string& buffer, std::siz
 }
 
 // The text that ends the data of readline, when the job defines one.
-bool isEndOfData(Interpreter& interpreter, const std::string& line) {
+std::optional<std::string> endOfData(Interpreter& interpreter) {
   static const DictionaryKey kEndString("endString");
-  const auto* endString =
-      as<StringObject>(static_cast<const PostscriptObject*>(interpreter.dictionaries().lookup(kEndString)));
-  return endString != nullptr && line == endString->bytes();
+  const auto* endString = as<StringObject>(interpreter.dictionaries().lookup(kEndString));
+  if (endString == nullptr) return std::nullopt;
+  return endString->bytes();
 }
 
 }  // namespace
@@ -140,6 +141,8 @@ void ReadhexstringOperator::execute(Interpreter& interpreter) {
 
 void ReadlineOperator::execute(Interpreter& interpreter) {
   ReadOperands operands(interpreter, text, "Only supports readline from currentfile");
+  // Before the read, since the buffer may be the very string that holds it.
+  const std::optional<std::string> endString = endOfData(interpreter);
   Parser& input = interpreter.parser();
   const std::string_view rest = input.remaining();
   const std::string_view taken = rest.substr(0, rest.find_first_of("\r\n"));
@@ -155,7 +158,7 @@ void ReadlineOperator::execute(Interpreter& interpreter) {
   std::string& buffer = operands.buffer->data().writableBytes();
   std::copy_n(line.begin(), std::min(line.size(), buffer.size()), buffer.begin());
   const bool isMore = !line.empty() || !input.atEnd();
-  const bool result = isMore && !isEndOfData(interpreter, line);
+  const bool result = isMore && line != endString;
   interpreter.pushString(line);
   interpreter.pushBoolean(result);
 }

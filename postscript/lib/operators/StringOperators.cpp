@@ -1,23 +1,14 @@
 #include "postscript/lib/operators/StringOperators.h"
 
-#include <new>
-
 #include "postscript/lib/base/Ex.h"
+#include "postscript/lib/base/MemoryProbe.h"
 
 namespace quillpress {
-
-namespace {
-
-// No job needs a longer string. Beyond it the operator fails like an allocation that the system refuses,
-// before the host process runs out of memory.
-constexpr std::int32_t kMaxStringLength = 1 << 28;
-
-}  // namespace
 
 void StringOperator::execute(Interpreter& interpreter) {
   const std::int32_t length = interpreter.operandStack().pop<IntegerObject>("length of string")->value;
   if (length < 0) THROW_EX("Illegal negative length passed to string operator");
-  if (length > kMaxStringLength) throw std::bad_alloc();
+  probeMemory(static_cast<std::size_t>(length), 1);
   interpreter.pushString(std::string(static_cast<std::size_t>(length), '\0'));
 }
 

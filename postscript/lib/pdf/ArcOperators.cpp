@@ -3,6 +3,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "postscript/lib/base/Bounds.h"
 #include "postscript/lib/pdf/ArcSweep.h"
 
 namespace quillpress {
@@ -29,7 +30,8 @@ Point along(Point from, Point to, double distance) {
 }
 
 void writePieces(Postscript2Pdf& converter, const std::vector<ArcPiece>& pieces) {
-  for (const ArcPiece& piece : pieces) converter.writeCurve(piece.control1, piece.control2, piece.end);
+  for (const ArcPiece& piece : pieces)
+    converter.path().writeCurve(converter.content(), piece.control1, piece.control2, piece.end);
 }
 
 // The circle that touches the lines corner-from and corner-to in the two tangent points.
@@ -64,12 +66,16 @@ void Arcer::popAndDraw(Interpreter& interpreter, Direction direction) {
   const Point centre = popPoint(interpreter);
   endAngle = direction == Direction::kCounterclockwise ? raisedAbove(startAngle, endAngle)
                                                        : -raisedAbove(-startAngle, -endAngle);
+  const double sweep = std::fabs(endAngle - startAngle);
+  // False also for angles that are no numbers, and for those so large that a turn does not change them.
+  const bool canBeDrawn = sweep > 0 && sweep <= kMaxArcSweep;
+  if (!canBeDrawn) THROW_EX("arc angles out of range");
   const std::vector<ArcPiece> pieces = arcPieces({centre, radius}, startAngle, endAngle);
-  converter.writePendingMove();
-  if (converter.state().pathOpen) {
-    converter.writeLine(pieces.front().start);
+  converter.path().writePendingMove(converter.content());
+  if (converter.path().isOpen()) {
+    converter.path().writeLine(converter.content(), pieces.front().start);
   } else {
-    converter.writeMove(pieces.front().start);
+    converter.path().writeMove(converter.content(), pieces.front().start);
   }
   writePieces(converter, pieces);
 }
@@ -78,8 +84,8 @@ Arcter::TangentPoints Arcter::popAndDraw(Interpreter& interpreter) {
   const double radius = popNumber(interpreter);
   const Point to = popPoint(interpreter);
   const Point corner = popPoint(interpreter);
-  converter.writePendingMove();
-  const Corner rounded = roundCorner(converter.state().currentPoint, corner, to, radius);
+  converter.path().writePendingMove(converter.content());
+  const Corner rounded = roundCorner(converter.path().point(), corner, to, radius);
   std::vector<ArcPiece> pieces;
   if (!rounded.isStraight) {
     const Point centre = rounded.circle.centre;
@@ -87,7 +93,7 @@ Arcter::TangentPoints Arcter::popAndDraw(Interpreter& interpreter) {
     const double turn = directionOf(centre, rounded.secondTangent) - startAngle;
     pieces = cornerPieces(rounded.circle, startAngle, std::remainder(turn, 2 * std::numbers::pi));
   }
-  converter.writeLine(rounded.firstTangent);
+  converter.path().writeLine(converter.content(), rounded.firstTangent);
   writePieces(converter, pieces);
   return {rounded.firstTangent, rounded.secondTangent};
 }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "postscript/lib/base/Ex.h"
 #include "postscript/lib/objects/NumberUtils.h"
 
 namespace quillpress {
@@ -12,7 +11,6 @@ namespace {
 
 constexpr double kQuadrant = 90;
 constexpr double kQuadrantInRadians = 1.5708;  // a little more, so that a right angle is one piece
-constexpr double kMaxSweep = 360.0 * 1000;     // keeps a hostile job from filling the memory with curves
 
 Point onCircle(const Circle& circle, double radius, double radians) {
   return {circle.centre.x + radius * std::cos(radians), circle.centre.y + radius * std::sin(radians)};
@@ -31,23 +29,24 @@ ArcPiece pieceBetween(const Circle& circle, double a1, double a2) {
           onCircle(circle, circle.radius, a2)};
 }
 
-// The next multiple of 90 degrees strictly beyond the angle.
-double nextCut(double angle, bool clockwise) {
-  return clockwise ? (std::ceil(angle / kQuadrant) - 1) * kQuadrant
-                   : (std::floor(angle / kQuadrant) + 1) * kQuadrant;
+// Where the piece that begins at the angle ends: at the next multiple of 90 degrees, or where the sweep does.
+double endOfPiece(double angle, double endAngle, bool clockwise) {
+  if (clockwise) {
+    const double cut = (std::ceil(angle / kQuadrant) - 1) * kQuadrant;
+    return cut < angle ? std::max(cut, endAngle) : endAngle;
+  }
+  const double cut = (std::floor(angle / kQuadrant) + 1) * kQuadrant;
+  // Among angles beyond 10^17 there is no room for a cut, and the loop over the pieces must end.
+  return cut > angle ? std::min(cut, endAngle) : endAngle;
 }
 
 }  // namespace
 
 std::vector<ArcPiece> arcPieces(const Circle& circle, double startAngle, double endAngle) {
-  const double sweep = std::fabs(endAngle - startAngle);
-  const bool sensible = sweep <= kMaxSweep && std::fabs(startAngle) <= 1e9;  // false for NaN, too
-  if (!sensible) THROW_EX("arc angles out of range");
   const bool clockwise = endAngle < startAngle;
   std::vector<ArcPiece> pieces;
   for (double angle = startAngle; angle != endAngle;) {
-    const double cut = nextCut(angle, clockwise);
-    const double next = clockwise ? std::max(cut, endAngle) : std::min(cut, endAngle);
+    const double next = endOfPiece(angle, endAngle, clockwise);
     pieces.push_back(pieceBetween(circle, angle * kPi / 180.0, next * kPi / 180.0));
     angle = next;
   }

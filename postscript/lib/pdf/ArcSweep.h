@@ -20,8 +20,7 @@ struct ArcPiece {
 };
 
 // The curves of a sweep from one angle to another, in degrees; clockwise when the second is the smaller
-// one. The sweep is cut at the multiples of 90 degrees. Throws Ex for angles that are no numbers, or for
-// more full turns than anybody draws.
+// one. The sweep is cut at the multiples of 90 degrees. REQUIRES: both angles are finite
 std::vector<ArcPiece> arcPieces(const Circle& circle, double startAngle, double endAngle);
 
 // The curves of a turn of less than half a circle, from an angle in radians, clockwise when the turn is

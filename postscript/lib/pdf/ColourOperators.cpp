@@ -11,20 +11,11 @@ namespace {
 
 using Components = std::array<double, 4>;
 
-void writeComponents(PageContent& content, std::span<const double> components,
-                     std::string_view operatorText) {
-  for (std::size_t i = 0; i < components.size(); ++i) {
-    if (i > 0) content.append(" ");
-    content.appendNumber(components[i]);
-  }
-  content.append(operatorText);
-}
-
 // Writes a colour for strokes and for fills.
 void writeColour(PageContent& content, std::span<const double> components, std::string_view strokeOperator,
                  std::string_view fillOperator) {
-  writeComponents(content, components, strokeOperator);
-  writeComponents(content, components, fillOperator);
+  content.appendNumbers(components, strokeOperator);
+  content.appendNumbers(components, fillOperator);
 }
 
 void setColour(Postscript2Pdf& converter, ColourSpace space, const Components& colour) {

@@ -19,7 +19,7 @@ PostscriptObject& helvetica(Interpreter& interpreter) {
 }
 
 const ArrayObject& fontMatrixOf(const DictionaryObject& font) {
-  const auto* matrix = as<ArrayObject>(static_cast<const PostscriptObject*>(font.lookup("FontMatrix")));
+  const auto* matrix = font.lookupAs<ArrayObject>("FontMatrix");
   if (matrix == nullptr) THROW_EX("expected fontmatrix array");
   return *matrix;
 }
@@ -43,7 +43,7 @@ void ScalefontOperator::execute(Interpreter& interpreter) {
 void SetfontOperator::execute(Interpreter& interpreter) {
   const Ref<DictionaryObject> font = interpreter.popDictionaryObject();
   const Matrix fontMatrix = Matrix::of(fontMatrixOf(*font));
-  const auto* name = as<NameObject>(static_cast<const PostscriptObject*>(font->lookup("FontName")));
+  const auto* name = font->lookupAs<NameObject>("FontName");
   if (name == nullptr) THROW_EX("expected nameobject for fontname");
   converter.state().fontSize = 1000 * fontMatrix.b + 1000 * fontMatrix.d;  // Kept: the vertical column
   converter.state().fontName = name->text;

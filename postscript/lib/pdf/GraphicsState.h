@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "postscript/lib/objects/Matrix.h"
+#include "postscript/lib/pdf/CurrentPath.h"
 
 namespace quillpress {
 
@@ -21,15 +22,13 @@ enum class ColourSpace : std::int32_t {
 // What gsave keeps and grestore brings back. It shadows the graphics state of the PDF viewer: coordinates
 // are written in current user space, and the viewer applies the same matrices.
 struct GraphicsState {
-  Point currentPoint;  // in user space
+  CurrentPath path;
   double lineWidth = 0;
   Matrix ctm;
   std::string fontName = "Helvetica";  // tracked for the day when text is drawn
   double fontSize = 12.0;
-  bool pathOpen = false;  // a move has been written and nothing has ended the path
   ColourSpace colourSpace = ColourSpace::kGray;
   std::array<double, 4> colour{};
-  Point subpathStart;  // where closepath goes back to
 };
 
 // The number of components of a sample: 3 for RGB and HSB, 4 for CMYK, 1 for gray. Throws Ex for other

@@ -3,15 +3,12 @@
 #include <algorithm>
 #include <array>
 
+#include "postscript/lib/base/Bounds.h"
 #include "postscript/lib/base/Ex.h"
 
 namespace quillpress {
 
 namespace {
-
-// Room is made at once for images up to this size. A job may announce anything, so beyond it the data
-// grows as it comes.
-constexpr std::size_t kMaxReserved = std::size_t{64} << 20U;
 
 // Kept: other numbers of components have no colour space here.
 ColourSpace colourSpaceOf(std::int32_t components) {
@@ -27,8 +24,10 @@ ColourSpace colourSpaceOf(std::int32_t components) {
   }
 }
 
-const PostscriptObject* entryOf(const DictionaryObject& dictionary, std::string_view key) {
-  return dictionary.lookup(key);
+std::int32_t integerEntry(const DictionaryObject& dictionary, std::string_view key, const char* message) {
+  const auto* entry = dictionary.lookupAs<IntegerObject>(key);
+  if (entry == nullptr) Postscript2Pdf::refuse(message);
+  return entry->value;
 }
 
 // The single procedure of an array that holds nothing else; otherwise the source itself.
@@ -63,6 +62,7 @@ void Imager::reset() {
   inProgress_ = false;
   dataSourceCount_ = 1;
   components_ = 0;
+  emptyStrings_ = 0;
   image_ = {};
   dataSource_ = nullptr;
   imageMatrix_ = nullptr;
@@ -101,18 +101,29 @@ void Imager::gather(Interpreter& interpreter, PostscriptObject& operatorObject) 
   } else {
     THROW_EX("unsupported image color seperation");
   }
+  if (image_.data.size() > kMaxContent) THROW_EX("image data too long");
   const std::int32_t needed = neededLength();
   if (needed < 0) THROW_EX("negative image data length");
   if (image_.data.size() < static_cast<std::size_t>(needed)) {
     if (dataSource_->typeCode == TypeCode::kString) THROW_EX("invalid data in image, excpecting proc");
-    // An empty string is the end of the data; asking again would never end.
-    if (image_.data.size() == lengthBefore) THROW_EX("image data source has run dry");
-    image_.data.reserve(std::min(static_cast<std::size_t>(needed), kMaxReserved));
+    checkProgress(interpreter.parser(), image_.data.size() > lengthBefore);
+    image_.data.reserve(std::min(static_cast<std::size_t>(needed), kMaxImageDataReserved));
     beginReading(interpreter, operatorObject);
     return;
   }
   placeImage(converter, std::move(image_));
   reset();
+}
+
+// A source may yield an empty string before its data comes. One that goes on so without reading the job would
+// be run for ever.
+void Imager::checkProgress(const Parser& input, bool gotData) {
+  const char* const position = input.remaining().data();
+  const bool moved = position != inputAtLastRead_ || converter.callNumber() != callOfLastRead_;
+  inputAtLastRead_ = position;
+  callOfLastRead_ = converter.callNumber();
+  emptyStrings_ = gotData || moved ? 0 : emptyStrings_;
+  if (!gotData && ++emptyStrings_ >= kMaxEmptyImageStrings) THROW_EX("image data source has run dry");
 }
 
 // Kept: the product wraps at 32 bits, and rows are not padded to whole bytes.
@@ -157,20 +168,18 @@ void ImageOperator::execute(Interpreter& interpreter) {
 
 void ImageOperator::takeDictionary(const DictionaryObject& dictionary) {
   PostscriptObject* source = dictionary.lookup("DataSource");
-  if (source == nullptr) THROW_CONVERTER_EX("expecting datasource");
-  const auto* width = as<IntegerObject>(entryOf(dictionary, "Width"));
-  if (width == nullptr) THROW_CONVERTER_EX("expecting width");
-  const auto* height = as<IntegerObject>(entryOf(dictionary, "Height"));
-  if (height == nullptr) THROW_CONVERTER_EX("expecting height");
-  const auto* bits = as<IntegerObject>(entryOf(dictionary, "BitsPerComponent"));
-  if (bits == nullptr) THROW_CONVERTER_EX("expecting bitsPerComponent");
-  const auto* decode = as<ArrayObject>(entryOf(dictionary, "Decode"));
-  if (decode == nullptr) THROW_CONVERTER_EX("exepected deocde array in image dict");
+  if (source == nullptr) Postscript2Pdf::refuse("expecting datasource");
+  const std::int32_t width = integerEntry(dictionary, "Width", "expecting width");
+  const std::int32_t height = integerEntry(dictionary, "Height", "expecting height");
+  const std::int32_t bits = integerEntry(dictionary, "BitsPerComponent", "expecting bitsPerComponent");
+  const auto* decode = dictionary.lookupAs<ArrayObject>("Decode");
+  if (decode == nullptr) Postscript2Pdf::refuse("exepected deocde array in image dict");
+  // Kept: two numbers of Decode a component; its values, and the image's ColorSpace, are not looked at.
   const auto components = static_cast<std::int32_t>(decode->count() / 2);
   setComponents(components);
-  const auto* multiple = as<BooleanObject>(entryOf(dictionary, "MultipleDataSources"));
+  const auto* multiple = dictionary.lookupAs<BooleanObject>("MultipleDataSources");
   if (multiple != nullptr && multiple->value) setDataSources(components);
-  setSize(width->value, height->value, bits->value);
+  setSize(width, height, bits);
   setDataSource(source);
 }
 

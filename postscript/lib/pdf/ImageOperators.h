@@ -32,12 +32,16 @@ class Imager : protected Postscript2PdfObject {
 
  private:
   [[nodiscard]] std::int32_t neededLength() const;
+  void checkProgress(const Parser& input, bool gotData);
   void appendFromOneSource(Interpreter& interpreter);
   void appendFromThreeSources(Interpreter& interpreter);
 
   bool inProgress_ = false;
   std::int32_t dataSourceCount_ = 1;
   std::int32_t components_ = 0;
+  int emptyStrings_ = 0;  // in a row, while the input stood where the next two fields say
+  unsigned callOfLastRead_ = 0;
+  const char* inputAtLastRead_ = nullptr;
   ImageSamples image_;
   Ref<PostscriptObject> dataSource_;
   Ref<ArrayObject> imageMatrix_;  // never written: the job's own transformations place the image

@@ -63,7 +63,7 @@ std::string_view withoutTrailingZeros(std::string_view digits) {
 }  // namespace
 
 void appendNumber(std::string& text, double value) {
-  std::array<char, 320> buffer;  // the longest double has 309 digits
+  std::array<char, kLongestNumber> buffer;
   char* const begin = buffer.data();
   char* const end = begin + buffer.size();
   const double magnitude = std::fabs(value);
@@ -85,6 +85,15 @@ void appendNumber(std::string& text, double value) {
     text.append(begin, std::to_chars(begin, end, value, std::chars_format::fixed, 0).ptr);
   } else {
     text.push_back('0');
+  }
+}
+
+void appendNumbers(std::string& text, std::span<const double> numbers) {
+  const char* separator = "";
+  for (const double number : numbers) {
+    text.append(separator);
+    appendNumber(text, number);
+    separator = " ";
   }
 }
 

@@ -1,7 +1,10 @@
 #include "postscript/lib/pdf/PageContent.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+
+#include "postscript/lib/pdf/Postscript2Pdf.h"
 
 namespace quillpress {
 
@@ -23,6 +26,12 @@ void PageContent::appendCoordinates(Point point) {
   text_.push_back(' ');
 }
 
+void PageContent::appendNumbers(std::span<const double> numbers, std::string_view end) {
+  checkRoomFor(numbers.size() * (kLongestNumber + 1) + end.size());
+  quillpress::appendNumbers(text_, numbers);
+  text_.append(end);
+}
+
 void PageContent::appendPoint(Point point, char operatorLetter) {
   appendCoordinates(point);
   text_.push_back(operatorLetter);
@@ -35,6 +44,10 @@ void PageContent::appendCurve(Point control1, Point control2, Point end) {
   appendPoint(end, 'c');
 }
 
+void PageContent::throwTooLong() {
+  Postscript2Pdf::refuse("page content too long for one call");
+}
+
 std::string PageContent::cutFrom(std::size_t start) {
   std::string cut = text_.substr(std::min(start, text_.size()));
   text_.resize(text_.size() - cut.size());
@@ -43,11 +56,8 @@ std::string PageContent::cutFrom(std::size_t start) {
 
 void appendMatrix(std::string& text, const Matrix& matrix, std::string_view operatorText) {
   if (isDegenerate(matrix)) return;
-  for (const double number : {matrix.a, matrix.b, matrix.c, matrix.d, matrix.tx, matrix.ty}) {
-    appendNumber(text, number);
-    text.push_back(' ');
-  }
-  text.append(operatorText).push_back('\n');
+  appendNumbers(text, std::array{matrix.a, matrix.b, matrix.c, matrix.d, matrix.tx, matrix.ty});
+  text.append(" ").append(operatorText).append("\n");
 }
 
 }  // namespace quillpress

@@ -1,18 +1,30 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
+#include "postscript/lib/base/Bounds.h"
 #include "postscript/lib/objects/Matrix.h"
 #include "postscript/lib/pdf/NumberFormat.h"
 
 namespace quillpress {
 
-// The content-stream text that the current call has produced. Emptied, not freed, between calls.
+// The content-stream text that the current call has produced. Emptied, not freed, between calls. What would
+// make it longer than callers can be told throws Ex.
 class PageContent {
  public:
-  void append(std::string_view text) { text_.append(text); }
-  void appendNumber(double value) { quillpress::appendNumber(text_, value); }
+  void append(std::string_view text) {
+    checkRoomFor(text.size());
+    text_.append(text);
+  }
+  void appendNumber(double value) {
+    checkRoomFor(kLongestNumber);
+    quillpress::appendNumber(text_, value);
+  }
+
+  // The numbers, separated by single blanks, and what follows them.
+  void appendNumbers(std::span<const double> numbers, std::string_view end);
 
   // "x y op", line feed.
   void appendPoint(Point point, char operatorLetter);
@@ -28,6 +40,10 @@ class PageContent {
   [[nodiscard]] std::string cutFrom(std::size_t start);
 
  private:
+  void checkRoomFor(std::size_t length) const {
+    if (length > kMaxContent - text_.size()) throwTooLong();
+  }
+  [[noreturn]] static void throwTooLong();
   void appendCoordinates(Point point);
 
   std::string text_;

@@ -24,52 +24,53 @@ CurvePoints popCurve(Interpreter& interpreter) {
 }  // namespace
 
 void NewpathOperator::execute(Interpreter& /*interpreter*/) {
-  converter.abandonPath();
+  converter.path().abandon(converter.content());
 }
 
 void CurrentpointOperator::execute(Interpreter& interpreter) {
   // Kept: told in the user space in which it was made, whatever user space has become since.
-  const Point point = converter.state().currentPoint;
+  const Point point = converter.path().point();
   interpreter.pushReal(point.x);
   interpreter.pushReal(point.y);
 }
 
 void MovetoOperator::execute(Interpreter& interpreter) {
-  converter.moveTo(popPoint(interpreter));
+  converter.path().moveTo(popPoint(interpreter));
 }
 
 void RmovetoOperator::execute(Interpreter& interpreter) {
   const Point offset = popPoint(interpreter);
-  converter.moveTo(converter.state().currentPoint + offset);
+  converter.path().moveTo(converter.path().point() + offset);
 }
 
 void LinetoOperator::execute(Interpreter& interpreter) {
   const Point point = popPoint(interpreter);
-  converter.writePendingMove();
-  converter.writeLine(point);
+  converter.path().writePendingMove(converter.content());
+  converter.path().writeLine(converter.content(), point);
 }
 
 void RlinetoOperator::execute(Interpreter& interpreter) {
   const Point offset = popPoint(interpreter);
-  converter.writePendingMove();
-  converter.writeLine(converter.state().currentPoint + offset);
+  converter.path().writePendingMove(converter.content());
+  converter.path().writeLine(converter.content(), converter.path().point() + offset);
 }
 
 void CurvetoOperator::execute(Interpreter& interpreter) {
   const CurvePoints points = popCurve(interpreter);
-  converter.writePendingMove();
-  converter.writeCurve(points.control1, points.control2, points.end);
+  converter.path().writePendingMove(converter.content());
+  converter.path().writeCurve(converter.content(), points.control1, points.control2, points.end);
 }
 
 void RcurvetoOperator::execute(Interpreter& interpreter) {
   const CurvePoints offsets = popCurve(interpreter);
-  converter.writePendingMove();
-  const Point origin = converter.state().currentPoint;
-  converter.writeCurve(origin + offsets.control1, origin + offsets.control2, origin + offsets.end);
+  converter.path().writePendingMove(converter.content());
+  const Point origin = converter.path().point();
+  converter.path().writeCurve(converter.content(), origin + offsets.control1, origin + offsets.control2,
+                              origin + offsets.end);
 }
 
 void ClosepathOperator::execute(Interpreter& /*interpreter*/) {
-  converter.writeClosePath();
+  converter.path().writeClose(converter.content());
 }
 
 }  // namespace quillpress

@@ -9,8 +9,8 @@ namespace quillpress {
 namespace {
 
 std::string boxText(const DictionaryObject& dictionary) {
-  const auto* box = as<ArrayObject>(static_cast<const PostscriptObject*>(dictionary.lookup("BBox")));
-  if (box == nullptr) THROW_CONVERTER_EX("expected array to be here");
+  const auto* box = dictionary.lookupAs<ArrayObject>("BBox");
+  if (box == nullptr) Postscript2Pdf::refuse("expected array to be here");
   constexpr std::ptrdiff_t kNumbersWithBlank = 5;
   std::string text("[");
   const auto count = static_cast<std::ptrdiff_t>(box->count());
@@ -25,7 +25,7 @@ std::string boxText(const DictionaryObject& dictionary) {
 
 double patternNumber(const DictionaryObject& dictionary, std::string_view key) {
   const PostscriptObject* number = dictionary.lookup(key);
-  if (number == nullptr) THROW_CONVERTER_EX("expecting " + std::string(key));
+  if (number == nullptr) Postscript2Pdf::refuse("expecting " + std::string(key));
   return toDouble(*number);
 }
 

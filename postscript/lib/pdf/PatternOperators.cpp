@@ -23,7 +23,7 @@ void MakepatternOperator::execute(Interpreter& interpreter) {
 void MakepatternOperator::begin(Interpreter& interpreter) {
   const Ref<ArrayObject> matrixOperand = interpreter.popArrayObject();
   const Ref<DictionaryObject> dictionary = interpreter.popDictionaryObject();
-  if (matrixOperand->count() != kMatrixElements) THROW_CONVERTER_EX("expecting array of 6 doubles");
+  if (matrixOperand->count() != kMatrixElements) Postscript2Pdf::refuse("expecting array of 6 doubles");
 
   contentStart_ = converter.content().size();
   callNumber_ = converter.callNumber();
@@ -40,7 +40,7 @@ void MakepatternOperator::begin(Interpreter& interpreter) {
 
   interpreter.executionStack().push(this);
   PostscriptObject* paintProcedure = dictionary->lookup("PaintProc");
-  if (paintProcedure == nullptr) THROW_CONVERTER_EX("expecting paintProc");
+  if (paintProcedure == nullptr) Postscript2Pdf::refuse("expecting paintProc");
   converter.objects().identifyPattern(*pattern_, dictionary);
   interpreter.operandStack().push(dictionary);
   interpreter.operandStack().push(dictionary);
@@ -49,7 +49,7 @@ void MakepatternOperator::begin(Interpreter& interpreter) {
 }
 
 void MakepatternOperator::finish() {
-  if (pattern_->hasData()) THROW_CONVERTER_EX("dont supported nested patterns yet");
+  if (pattern_->hasData()) Postscript2Pdf::refuse("dont supported nested patterns yet");
   converter.content().append("Q\n");
   converter.setInPattern(false);
   if (pageDrawing_) converter.resumePageDrawing(*std::exchange(pageDrawing_, std::nullopt));

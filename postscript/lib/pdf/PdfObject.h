@@ -30,7 +30,6 @@ class OwnedPdfObject {
   [[nodiscard]] const std::string& name() const { return name_; }
   [[nodiscard]] const std::string& data() const { return data_; }
   [[nodiscard]] bool hasData() const { return record_.data != nullptr; }
-  [[nodiscard]] const DictionaryObject* patternDictionary() const { return patternDictionary_.get(); }
   [[nodiscard]] ::PdfObject& record() { return record_; }
 
  private:

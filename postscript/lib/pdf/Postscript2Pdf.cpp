@@ -27,11 +27,13 @@ bool Postscript2Pdf::convert(const char* data, int length) {
   return true;
 }
 
+void Postscript2Pdf::refuse(std::string message) {
+  THROW_EX(std::move(message));
+}
+
 void Postscript2Pdf::startPage(const Matrix& defaultMatrix) {
   ++pageNumber_;
   defaultMatrix_ = defaultMatrix;
-  pathPending_ = false;
-  pathWritten_ = false;
   inPattern_ = false;
   states_.clear();
   pushFreshState();
@@ -47,27 +49,22 @@ void Postscript2Pdf::pushStateCopy() {
 
 void Postscript2Pdf::popState() {
   if (states_.empty()) THROW_EX("No graphics states to pop");
+  const CurrentPath left = path();
   states_.pop_back();
   if (states_.empty()) pushFreshState();
+  path().keepContentOf(left);
 }
 
 Postscript2Pdf::PageDrawing Postscript2Pdf::suspendPageDrawing() {
-  PageDrawing drawing{
-      states_,    std::exchange(savedDepths_, {}), interpreter_.saveLevel(), pathPending_, pathWritten_,
-      pageNumber_};
-  pathPending_ = false;
-  pathWritten_ = false;
-  state().pathOpen = false;
+  PageDrawing drawing{states_, std::exchange(savedDepths_, {}), interpreter_.saveLevel(), pageNumber_};
+  path().beginApart();
   return drawing;
 }
 
 void Postscript2Pdf::resumePageDrawing(PageDrawing drawing) {
   savedDepths_ = std::move(drawing.savedDepths);
   interpreter_.changeSaveLevel(drawing.saveLevel - interpreter_.saveLevel());
-  if (drawing.pageNumber != pageNumber_) return;
-  states_ = std::move(drawing.states);
-  pathPending_ = drawing.pathPending;
-  pathWritten_ = drawing.pathWritten;
+  if (drawing.pageNumber == pageNumber_) states_ = std::move(drawing.states);
 }
 
 void Postscript2Pdf::rememberSave() {
@@ -84,60 +81,6 @@ void Postscript2Pdf::restoreToSave() {
     content_.append("Q ");
     popState();
   }
-}
-
-void Postscript2Pdf::moveTo(Point point) {
-  state().currentPoint = point;
-  state().subpathStart = point;
-  pathPending_ = true;
-}
-
-// Kept: the coordinates as they were given, whatever user space has become since the move.
-void Postscript2Pdf::writePendingMove() {
-  if (!pathPending_) return;
-  pathPending_ = false;
-  writeMove(state().currentPoint);
-}
-
-void Postscript2Pdf::writeMove(Point point) {
-  content_.appendPoint(point, 'm');
-  state().currentPoint = point;
-  state().subpathStart = point;
-  state().pathOpen = true;
-  pathWritten_ = true;
-}
-
-void Postscript2Pdf::writeLine(Point point) {
-  content_.appendPoint(point, 'l');
-  state().currentPoint = point;
-  pathWritten_ = true;
-}
-
-void Postscript2Pdf::writeCurve(Point control1, Point control2, Point end) {
-  content_.appendCurve(control1, control2, end);
-  state().currentPoint = end;
-  pathWritten_ = true;
-}
-
-void Postscript2Pdf::writeClosePath() {
-  content_.append("h ");
-  state().currentPoint = state().subpathStart;
-  state().pathOpen = false;
-  pathWritten_ = true;
-}
-
-// Kept: a pending move stays pending, whatever is painted or clipped in between.
-void Postscript2Pdf::endPath(std::string_view operatorText) {
-  content_.append(operatorText);
-  state().pathOpen = false;
-  pathWritten_ = false;
-}
-
-void Postscript2Pdf::abandonPath() {
-  pathPending_ = false;
-  state().pathOpen = false;
-  if (pathWritten_) content_.append("n\n");
-  pathWritten_ = false;
 }
 
 void Postscript2Pdf::writeMatrix(const Matrix& matrix) {

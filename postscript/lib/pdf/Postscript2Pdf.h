@@ -25,6 +25,10 @@ class Postscript2Pdf {
   // Begins a page with one fresh graphics state. The interpreter's state and the objects stay.
   void startPage(const Matrix& defaultMatrix);
 
+  // Throws an Ex that names the converter's own source, under which the field knows the errors of image and
+  // pattern dictionaries and of the page content as a whole.
+  [[noreturn]] static void refuse(std::string message);
+
   [[nodiscard]] const std::string& errorText() const { return errorText_; }
   [[nodiscard]] const Matrix& defaultMatrix() const { return defaultMatrix_; }
   [[nodiscard]] Interpreter& interpreter() { return interpreter_; }
@@ -42,13 +46,12 @@ class Postscript2Pdf {
   // The last state that is popped is replaced by a fresh one.
   void popState();
 
-  // What a pattern's paint procedure must not change: the graphics states and the path of the page.
+  // What a pattern's paint procedure must not change: the graphics states, with the path of the page, and the
+  // saves.
   struct PageDrawing {
     std::vector<GraphicsState> states;
     std::vector<std::size_t> savedDepths;
     std::int32_t saveLevel = 0;
-    bool pathPending = false;
-    bool pathWritten = false;
     unsigned pageNumber = 0;
   };
 
@@ -62,26 +65,8 @@ class Postscript2Pdf {
   void rememberSave();
   void restoreToSave();
 
-  // Makes a new current point whose "m" is written only when something is drawn from it.
-  void moveTo(Point point);
-
-  // Writes a move that is still pending.
-  void writePendingMove();
-
-  // Write one step of a path; the current point moves with it.
-  void writeMove(Point point);
-  void writeLine(Point point);
-  void writeCurve(Point control1, Point control2, Point end);
-  void writeClosePath();
-
-  // Writes a painting or clipping operator, which ends the path.
-  void endPath(std::string_view operatorText);
-
-  // Writes an end of the path without painting, if anything of one has been written.
-  void abandonPath();
-
-  // For an operator that ends the path by itself, within its text.
-  void noteNothingWritten() { pathWritten_ = false; }
+  // The path of the current graphics state, borrowed like that.
+  [[nodiscard]] CurrentPath& path() { return state().path; }
 
   // Writes "cm".
   void writeMatrix(const Matrix& matrix);
@@ -105,8 +90,6 @@ class Postscript2Pdf {
   PdfObjectList& objects_ = PdfObjectList::ofProcess();
   unsigned callNumber_ = 0;
   unsigned pageNumber_ = 0;
-  bool pathPending_ = false;  // a move has been made and not been written
-  bool pathWritten_ = false;  // something of a path stands in the content that nothing has ended yet
   bool inPattern_ = false;
   Interpreter interpreter_;  // after all that its operators use
   Ref<DictionaryObject> currentFont_;

@@ -32,10 +32,6 @@ inline Point popPoint(Interpreter& interpreter) {
 
 }  // namespace quillpress
 
-// Throws an Ex under the converter's own source name, by which the field knows the errors of image and
-// pattern dictionaries. The line is the one of the throw, in whichever source it stands.
-#define THROW_CONVERTER_EX(message) ::quillpress::throwEx("Postscript2Pdf.cpp", __LINE__, message)
-
 // Declares a graphics operator that keeps nothing between calls: the class, and the one place where the
 // operator's name is written.
 #define DECLARE_GRAPHICS_OPERATOR(ClassName, operatorName)                                               \

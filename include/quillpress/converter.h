@@ -9,6 +9,13 @@
  *   Text       Returned text ends with a zero byte and belongs to the converter.
  *   Errors     No C++ exception ever leaves these functions. A failed conversion returns NULL; the
  *              converter stays usable, and PSGetErrorStr tells what happened.
+ *   Runaways   A job may run without end ({} loop) or take memory until there is none ({1} loop, {gsave}
+ *              loop, /p {p p} def p). The second kind ends as NULL when memory ends, without an error text,
+ *              and the converter stays usable; the first does not end. Neither is watched here. A host that
+ *              takes jobs from others bounds the process that it converts in: its memory, so that a job
+ *              cannot starve the machine, and its time.
+ *   Limits     Page content of one call beyond 2^31-1 bytes makes the call fail; so do structures nested
+ *              beyond 500 levels where they are printed or compared.
  *   Messages   What a job prints (=, ==, stack, print) goes to the debugger output on Windows. On other
  *              systems it is dropped, unless the environment variable QUILLPRESS_MESSAGES is set to
  *              "stderr".

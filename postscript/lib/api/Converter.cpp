@@ -12,6 +12,7 @@ using quillpress::Matrix;
 using quillpress::Postscript2Pdf;
 
 Matrix matrixOf(const float* values) {
+  // A caller without a matrix gets the identity rather than a crash.
   if (values == nullptr) return {};
   return {values[0], values[1], values[2], values[3], values[4], values[5]};
 }
@@ -20,51 +21,55 @@ Postscript2Pdf* converterOf(void* handle) {
   return static_cast<Postscript2Pdf*>(handle);
 }
 
+// The result of an exported function's body, or `failed` for whatever it throws: memory that ran out, mostly.
+// An exception must not reach a caller who need not even be C++.
+template <typename Result, typename Body>
+Result guarded(Result failed, Body body) {
+  try {
+    return body();
+  } catch (...) {
+    return failed;
+  }
+}
+
 }  // namespace
 
 void* PSOpen(const float matrix[6]) {
-  try {
-    return new Postscript2Pdf(matrixOf(matrix));
-  } catch (...) {
-    return nullptr;
-  }
+  return guarded<void*>(nullptr, [&] { return new Postscript2Pdf(matrixOf(matrix)); });
 }
 
 const char* PSConvertToPdf(void* handle, const char* data, int* length) {
   if (handle == nullptr || length == nullptr) return nullptr;
-  Postscript2Pdf* converter = converterOf(handle);
-  try {
-    const bool done = data == nullptr ? converter->convert("", 0) : converter->convert(data, *length);
-    if (!done) return nullptr;
-  } catch (...) {
-    return nullptr;  // memory ran out; the converter stays usable
-  }
-  *length = static_cast<int>(converter->pageContent().size());
-  return converter->pageContent().c_str();
+  Postscript2Pdf& converter = *converterOf(handle);
+  const bool done = guarded(false, [&] {
+    // Null is a chunk of no bytes, whatever the length: what waits on the execution stack runs all the same.
+    return data == nullptr ? converter.convert("", 0) : converter.convert(data, *length);
+  });
+  if (!done) return nullptr;
+  // The page content refuses to grow beyond what fits here.
+  *length = static_cast<int>(converter.pageContent().size());
+  return converter.pageContent().c_str();
 }
 
 int PSStartPage(void* handle, const float matrix[6]) {
   if (handle == nullptr) return 0;
-  try {
+  return guarded(0, [&] {
     converterOf(handle)->startPage(matrixOf(matrix));
-  } catch (...) {
-    return 0;
-  }
-  return 1;
+    return 1;
+  });
 }
 
 PdfObject** PSGetPdfObjects(void* handle, unsigned* count) {
+  // An array without objects has an address too, so that callers need not ask for NULL.
   static PdfObject* none = nullptr;
   if (count != nullptr) *count = 0;
   if (handle == nullptr) return &none;
-  try {
+  return guarded(&none, [&] {
     quillpress::PdfObjectList& objects = converterOf(handle)->objects();
     PdfObject** records = objects.snapshot();
     if (count != nullptr) *count = static_cast<unsigned>(objects.count());
     return records;
-  } catch (...) {
-    return &none;
-  }
+  });
 }
 
 const char* PSGetErrorStr(void* handle) {
@@ -72,8 +77,9 @@ const char* PSGetErrorStr(void* handle) {
 }
 
 void PSClose(void* handle) {
-  try {
+  // Nothing may come out while a host closes a job.
+  guarded(0, [&] {
     delete converterOf(handle);
-  } catch (...) {  // nothing may come out while a host closes a job
-  }
+    return 0;
+  });
 }

@@ -6,6 +6,7 @@
 
 namespace quillpress {
 
+// Nobody listens, usually; a debugger or a viewer of debug messages shows it.
 void writeDebugOutput(const std::string& text) {
   OutputDebugStringA(text.c_str());
 }
@@ -21,6 +22,7 @@ void writeDebugOutput(const std::string& text) {
 namespace quillpress {
 
 void writeDebugOutput(const std::string& text) {
+  // Asked each time, so that a test or a host can change its mind.
   const char* wish = std::getenv("QUILLPRESS_MESSAGES");
   if (wish == nullptr || std::string_view(wish) != "stderr") return;
   std::fwrite(text.data(), 1, text.size(), stderr);

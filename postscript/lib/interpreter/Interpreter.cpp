@@ -24,6 +24,7 @@ Interpreter::Interpreter() : generatedOps_(std::make_unique<ImplementedGenOps>(*
   registerGeneratedOperators(dictionaries_);
   registerLanguageOperators(dictionaries_);
 
+  // After the operators, whose rows of the same names these replace.
   DictionaryObject& system = dictionaries_.systemDictionary();
   system.define("systemdict", &system);
   system.define("globaldict", &dictionaries_.globalDictionary());

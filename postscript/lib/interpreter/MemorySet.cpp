@@ -2,6 +2,7 @@
 
 namespace quillpress {
 
+// The names are what describe tells, and so part of the texts of dictionaries.
 MemorySet::MemorySet()
     : names_(std::make_unique<NameTable>()),
       local_(make<VirtualMemoryObject>("Local Memory", names_.get())),

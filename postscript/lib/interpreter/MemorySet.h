@@ -25,7 +25,7 @@ class MemorySet {
   [[nodiscard]] VirtualMemoryObject& current() const { return *current_; }
   [[nodiscard]] bool isGlobalCurrent() const { return current_ == global_.get(); }
 
-  // Kept: nothing ever goes back to the local area.
+  // Kept: nothing ever goes back to the local area (status/setglobal.ps).
   void useGlobal() { current_ = global_.get(); }
 
   // New values in the current area.

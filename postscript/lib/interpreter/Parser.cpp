@@ -8,6 +8,8 @@
 
 namespace quillpress {
 
+// The line end that a chunk cut in two is remembered; the delimiter is not, since it was a byte of the
+// old chunk.
 void Parser::setInput(const char* start, std::size_t length) {
   cursor_ = start;
   chunkStart_ = start;
@@ -15,6 +17,8 @@ void Parser::setInput(const char* start, std::size_t length) {
   delimiterPending_ = false;
 }
 
+// The three that follow are called where the byte was seen before; what they say is for callers that did
+// not look.
 char Parser::nextChar() {
   if (atEnd()) THROW_EX("Cannot get next char when none left");
   return *cursor_++;
@@ -54,6 +58,7 @@ void Parser::skipLineEnd() {
 }
 
 Ref<PostscriptObject> Parser::nextToken() {
+  // A token comes next, and for the tokenizer the delimiter is white space like any other.
   delimiterPending_ = false;
   if (!atEnd()) lineFeedPending_ = false;
   while (gather()) {
@@ -109,6 +114,7 @@ bool Parser::scan(DelimiterSet delimiters) {
   return true;
 }
 
+// Null when nothing is complete yet: the caller gathers on, in the state that was left behind.
 Ref<PostscriptObject> Parser::finishGathered() {
   switch (state_) {
     case State::kNormal:
@@ -135,6 +141,8 @@ void Parser::endToken() {
 }
 
 Ref<PostscriptObject> Parser::inNormal() {
+  // Only a delimiter that ends no token is consumed; the one behind a token stays for a reader of the
+  // file.
   if (gathered_.empty()) {
     skipChar();
     return openToken(stopCharacter_);
@@ -157,7 +165,8 @@ Ref<PostscriptObject> Parser::openToken(char delimiter) {
       state_ = State::kLiteralString;
       parenthesisDepth_ = 0;
       return nullptr;
-    case '<':  // Kept: there is no << token; a hex string begins here whatever follows.
+    case '<':
+      // Kept: there is no << token; a hex string begins here whatever follows (tokenizer/hex_strings.ps).
       state_ = State::kHexString;
       return nullptr;
     case '[':
@@ -185,7 +194,7 @@ Ref<PostscriptObject> Parser::inLiteralName() {
   if (gathered_.size() > 1 && gathered_.front() == '/') {
     Ref<PostscriptObject> value = dictionaries_.lookup(DictionaryKey(gathered_.substr(1)));
     // Kept: thrown before the text is emptied, so every later call throws again until the name is
-    // defined.
+    // defined (ParserTest.AnUndefinedImmediatelyEvaluatedNameThrowsWithEveryCall).
     if (!value) THROW_EX("Undefined Immediately Evaluated Name");
     endToken();
     return value;
@@ -205,6 +214,7 @@ Ref<PostscriptObject> Parser::takeString(std::size_t skippedBytes, std::string_v
   return string;
 }
 
+// Brackets inside a string must balance, so that a string can hold a program.
 Ref<PostscriptObject> Parser::inLiteralString() {
   skipChar();
   switch (stopCharacter_) {
@@ -246,13 +256,14 @@ Ref<PostscriptObject> Parser::inEscape() {
       THROW_EX("Unsupported character escape in string");
     }
   } else if (isLineEnd) {
-    // Kept: a carriage return after the line end goes with it, a line feed does not.
+    // Kept: a carriage return after the line end goes with it, a line feed does not
+    // (tokenizer/line_continuations.ps).
     if (last != '\r') backChar();
     endEscapeWith({});
   } else if (!isOctalDigit(first)) {
     THROW_EX("Unsupported character escape in string");  // an earlier error's escape, still unfinished
   } else if (!isOctalDigit(last)) {
-    // Kept: an escape of one or two digits yields nothing; its digits are lost.
+    // Kept: an escape of one or two digits yields nothing; its digits are lost (tokenizer/escapes.ps).
     backChar();
     endEscapeWith({});
   } else if (escapeText_.size() == 3) {
@@ -265,6 +276,7 @@ Ref<PostscriptObject> Parser::inEscape() {
 
 Ref<PostscriptObject> Parser::inHexString() {
   skipChar();
+  // Both kinds begin with <, so they are told apart by what was gathered when the first > comes.
   const bool isAscii85 = !tokenText_.empty() && tokenText_.front() == '~';
   const bool isTerminated = !tokenText_.empty() && tokenText_.back() == '~';
   tokenText_.push_back('>');

@@ -16,7 +16,7 @@ bool hasRadixSign(std::string_view text) {
   return text.size() > 2 && (text[1] == '#' || text[2] == '#');
 }
 
-// Kept: a sign stands only at the very front, so 1e-5 is a name.
+// Kept: a sign stands only at the very front, so 1e-5 is a name (tokenizer/numbers.ps).
 bool isSpelledLikeReal(std::string_view text) {
   int points = 0;
   int exponents = 0;
@@ -33,6 +33,7 @@ bool isSpelledLikeReal(std::string_view text) {
 
 }  // namespace
 
+// Kept: a lone sign is the integer 0, though prologues define signs as procedures (tokenizer/numbers.ps).
 Ref<PostscriptObject> numberFromToken(std::string_view text) {
   if (!mayBeginNumber(text.front())) return nullptr;
   if (hasRadixSign(text)) {

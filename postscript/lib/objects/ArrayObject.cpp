@@ -34,7 +34,8 @@ void ArrayObject::execute(Interpreter& interpreter) {
     retire();
     return;
   }
-  // Kept: the element itself, also of a literal name, so cvx on what a body pushed changes the body.
+  // Kept: the element itself, also of a literal name, so cvx on what a body pushed changes the body
+  // (control/cvx.ps).
   interpreter.executionStack().push(this);
   interpreter.executionStack().push(std::move(next));
 }

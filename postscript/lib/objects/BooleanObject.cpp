@@ -2,6 +2,7 @@
 
 namespace quillpress {
 
+// These words are also the text under which a boolean is a dictionary key.
 std::string BooleanObject::describe() const {
   return PostscriptObject::describe() + " " + printString();
 }

@@ -16,6 +16,8 @@ void appendGroup(std::string& bytes, std::uint32_t group, int count) {
 
 }  // namespace
 
+// Tolerant of anything, since the text was accepted when it was read: an image passes it on as it stands,
+// and only the language asks for its bytes.
 std::string decodeHex(std::string_view text) {
   std::string bytes;
   bytes.reserve(text.size() / 2);
@@ -41,10 +43,12 @@ std::string decodeAscii85(std::string_view text) {
   int digits = 0;
   for (const char c : text.substr(0, text.find('~'))) {
     if (c == 'z' && digits == 0) {
+      // The short form of a group of zeros, which stands between groups only.
       bytes.append(4, '\0');
       continue;
     }
     if (c < '!' || c > 'u') continue;
+    // Groups beyond 32 bits wrap; they are errors of the job, and there is nobody to tell.
     group = group * 85U + static_cast<std::uint32_t>(c - '!');
     if (++digits < 5) continue;
     appendGroup(bytes, group, 4);

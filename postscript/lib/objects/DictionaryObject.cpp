@@ -17,6 +17,7 @@ DictionaryObject::DictionaryObject(VirtualMemoryObject& memoryArea, std::string 
 
 std::string DictionaryObject::describe() const {
   std::string text = PostscriptObject::describe();
+  // Kept: put together as it stands, so one blank or two come before the count (KindsTest.DictionaryTexts).
   if (!name().empty()) text += " " + name() + " ";
   return text + " " + std::to_string(count()) + " entries (" + memoryArea().describe() + ")";
 }
@@ -37,6 +38,7 @@ void DictionaryObject::define(const PostscriptObject& key, Ref<PostscriptObject>
   }
 }
 
+// Names, which nearly all keys are, carry their hash; for other keys the text has to be made.
 PostscriptObject* DictionaryObject::lookup(const PostscriptObject& key) const {
   if (const auto* name = as<NameObject>(&key)) return data().lookup(name->key());
   return data().lookup(DictionaryKey(keyText(key)));

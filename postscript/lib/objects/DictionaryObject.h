@@ -7,8 +7,8 @@
 
 namespace quillpress {
 
-// The key text of any object: a name's text, a string's bytes up to the first zero, otherwise the
-// object's describe(). So the integer 5 never meets the name 5.
+// The key text of any object: a name's text, a string's bytes up to the first zero, otherwise the object's
+// describe(). Kept: so the integer 5 never meets the name 5 (objects/dictionary_keys.ps).
 std::string keyText(const PostscriptObject& key);
 
 // A handle on a dictionary.

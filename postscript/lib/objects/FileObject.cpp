@@ -12,6 +12,7 @@ FileData::FileData(Ref<PostscriptObject> dataSource, std::string filter, std::in
       filterName(std::move(filter)),
       filterParameter(parameter) {}
 
+// The check comes behind the registration: whatever becomes of the handle, the area keeps the payload.
 FileObject::FileObject(VirtualMemoryObject& memoryArea, std::unique_ptr<FileData> payload)
     : CompositeObject(memoryArea, std::move(payload)) {
   executable = false;
@@ -30,6 +31,7 @@ char FileObject::readChar(Interpreter& interpreter) const {
   if (!isCurrentFile()) THROW_EX("Read not supported on this file type");
   Parser& input = interpreter.parser();
   input.skipTokenDelimiter();
+  // Kept: misspelled, as the field knows it (ReadTest.AtTheEndOfTheChunkThrows).
   if (input.atEnd()) THROW_EX("Progam attempting to read char when insufficient current file is loaded");
   return input.nextChar();
 }

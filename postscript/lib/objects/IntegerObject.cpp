@@ -22,6 +22,7 @@ Ref<PostscriptObject> IntegerObject::clone(int /*argument*/) const {
   return make<IntegerObject>(value);
 }
 
+// The real is truncated before the sum, not the sum after it: a loop of integers stays one.
 void IntegerObject::add(const PostscriptObject& summand) {
   if (const auto* integer = as<IntegerObject>(&summand)) {
     value = wrappingAdd(value, integer->value);

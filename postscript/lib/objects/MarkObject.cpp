@@ -2,6 +2,7 @@
 
 namespace quillpress {
 
+// Nothing to do, not even for the stack: a mark that a job makes executable is lost.
 void MarkObject::execute(Interpreter& /*interpreter*/) {}
 
 std::string MarkObject::printString() const {

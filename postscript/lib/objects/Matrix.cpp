@@ -8,11 +8,13 @@
 
 namespace quillpress {
 
+// The elements are asked for one after another, so that the first one missing gives the error.
 Matrix Matrix::of(const ArrayObject& array) {
   return {array.number(0), array.number(1), array.number(2),
           array.number(3), array.number(4), array.number(5)};
 }
 
+// New objects, not new values in the old ones: other arrays may hold those, and they may be integers.
 void Matrix::storeTo(const ArrayObject& array) const {
   const std::array<double, 6> values{a, b, c, d, tx, ty};
   if (array.count() != values.size()) THROW_EX("expecting array of 6 doubles");
@@ -21,6 +23,7 @@ void Matrix::storeTo(const ArrayObject& array) const {
   }
 }
 
+// Into a new matrix, so that the result may be stored over either operand.
 Matrix Matrix::times(const Matrix& next) const {
   return {a * next.a + b * next.c,
           a * next.b + b * next.d,
@@ -30,6 +33,7 @@ Matrix Matrix::times(const Matrix& next) const {
           tx * next.b + ty * next.d + next.ty};
 }
 
+// A determinant that has overflown is refused as well: its quotients would be zeros, and all points one.
 Matrix Matrix::inverse() const {
   const double determinant = a * d - b * c;
   if (determinant == 0 || !std::isfinite(determinant)) THROW_EX("singular matrix has no inverse");

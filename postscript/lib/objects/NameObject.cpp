@@ -9,7 +9,7 @@ void NameObject::execute(Interpreter& interpreter) {
   PostscriptObject* value = interpreter.dictionaries().valueOf(known_, key());
   if (value == nullptr) THROW_EX(std::string("NOTHING TO EXECUTE for ") + text.c_str() + "\n");
   // Kept: the very object that the dictionary holds is rewound, so a procedure that runs its own name
-  // restarts the position that it shares with itself.
+  // restarts the position that it shares with itself (execution/recursion.ps).
   if (auto* array = as<ArrayObject>(value)) array->startIfProcedure();
   interpreter.executionStack().push(value);
 }

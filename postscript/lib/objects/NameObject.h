@@ -29,7 +29,7 @@ class NameObject : public PostscriptObject {
   [[nodiscard]] std::string cvsString() const override;
 
   // A plain name with the same text. Kept: so the clone of an operator looks itself up again when it
-  // runs. The clone of a name keeps the name's flag, the clone of an operator is executable.
+  // runs. The clone of a name keeps the name's flag, the clone of an operator is executable (stack/dup.ps).
   [[nodiscard]] Ref<PostscriptObject> clone(int argument) const override;
 
   [[nodiscard]] DictionaryKey key() const { return {text, hash_}; }

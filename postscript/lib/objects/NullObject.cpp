@@ -2,6 +2,7 @@
 
 namespace quillpress {
 
+// Only inside arrays and with ==; cvs and = give the text of the kinds that have none.
 std::string NullObject::printString() const {
   return "null";
 }

@@ -14,6 +14,7 @@ namespace quillpress {
 
 namespace {
 
+// The texts are converted in 64 bits first, so that a value beyond 32 bits is seen and not wrapped.
 constexpr std::int64_t kInt32Min = std::numeric_limits<std::int32_t>::min();
 constexpr std::int64_t kInt32Max = std::numeric_limits<std::int32_t>::max();
 constexpr std::int64_t kUint32Max = std::numeric_limits<std::uint32_t>::max();
@@ -40,12 +41,15 @@ std::optional<std::int32_t> parseInBase(std::string_view digits, int base) {
 
 }  // namespace
 
+// By hand, and not by a virtual operation of the objects: it stands in the road of every coordinate.
 double toDouble(const PostscriptObject& object) {
   if (const auto* real = as<RealObject>(&object)) return real->value;
   if (const auto* integer = as<IntegerObject>(&object)) return integer->value;
   THROW_EX("Unsupported number type");
 }
 
+// The sum takes the kind of y, which is the control value of a loop: its kind was settled when the loop
+// began.
 void addXtoY(const PostscriptObject& x, PostscriptObject& y) {
   if (auto* integer = as<IntegerObject>(&y)) {
     integer->add(x);
@@ -56,6 +60,8 @@ void addXtoY(const PostscriptObject& x, PostscriptObject& y) {
   }
 }
 
+// A conversion outside the range is undefined, and processors differ in what they give: some a bound,
+// some the most negative number for anything. Jobs must come out the same everywhere.
 std::int32_t truncateToInt32(double value) {
   if (std::isnan(value)) return 0;
   if (value <= static_cast<double>(kInt32Min)) return static_cast<std::int32_t>(kInt32Min);
@@ -63,6 +69,7 @@ std::int32_t truncateToInt32(double value) {
   return static_cast<std::int32_t>(value);
 }
 
+// Overflow of signed numbers is undefined; that of unsigned ones is the wrapping that is wanted here.
 std::int32_t wrappingAdd(std::int32_t a, std::int32_t b) {
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
 }
@@ -83,6 +90,8 @@ std::string realText(double value) {
   return {buffer.data(), result.ptr};
 }
 
+// Stops at the first value that cannot fit, so that the digits of a hostile token never overflow the 64
+// bits. The bound lets one more pass, for the most negative number.
 std::optional<std::int32_t> parseDecimalInteger(std::string_view text) {
   if (text.empty()) return std::nullopt;
   const bool negative = text.front() == '-';
@@ -98,6 +107,8 @@ std::optional<std::int32_t> parseDecimalInteger(std::string_view text) {
   return static_cast<std::int32_t>(value);
 }
 
+// Both places of the sign may hold: in 1#2#3 a base of one digit fails, and one of two digits is not
+// there.
 std::optional<std::int32_t> parseRadixInteger(std::string_view text) {
   if (text.size() > 2 && text[1] == '#' && isDigit(text[0])) {
     if (const auto value = parseInBase(text.substr(2), text[0] - '0')) return value;
@@ -133,6 +144,8 @@ std::optional<double> parsePlainDecimal(std::string_view text) {
   return negative ? -value : value;
 }
 
+// from_chars knows no plus sign, and takes the words of infinity and NaN, which are names in a job. It
+// depends on no locale, unlike strtod, so a host that sets one does not change the coordinates.
 std::optional<double> parseReal(std::string_view text) {
   const bool plus = !text.empty() && text.front() == '+';
   if (plus) text.remove_prefix(1);

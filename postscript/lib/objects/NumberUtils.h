@@ -10,7 +10,7 @@ namespace quillpress {
 class PostscriptObject;
 
 // Pi as the converter has always used it, ten decimals, not the full double. Kept: the last digits of
-// angles and curves show it.
+// angles and curves show it (math/atan.ps).
 inline constexpr double kPi = 3.1415926535;
 
 // The value of an integer or a real. Throws Ex for any other kind.

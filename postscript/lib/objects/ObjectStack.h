@@ -32,7 +32,7 @@ class ObjectStack {
   }
 
   // Pops an object of one kind; `context` says in the error who wanted it. Kept: an object of another
-  // kind has left the stack when Ex is thrown.
+  // kind has left the stack when Ex is thrown (registry/typed_operands.ps).
   Ref<PostscriptObject> pop(TypeCode expected, std::string_view context) {
     Ref<PostscriptObject> top = pop();
     if (top->typeCode != expected) throwWrongKind(expected, context);

@@ -4,6 +4,7 @@
 
 namespace quillpress {
 
+// Here and not in the header, so that there is one table of virtual functions for all sources.
 PostscriptObject::~PostscriptObject() = default;
 
 void PostscriptObject::execute(Interpreter& interpreter) {
@@ -18,6 +19,7 @@ std::string PostscriptObject::printString() const {
   return describe();
 }
 
+// What cvs stores for the kinds that have no text.
 std::string PostscriptObject::cvsString() const {
   return "--nostringval--";
 }

@@ -6,6 +6,7 @@
 
 namespace quillpress {
 
+// The same text for all, since a dictionary key that is a real is stored under it.
 std::string RealObject::describe() const {
   return PostscriptObject::describe() + " " + realText(value);
 }

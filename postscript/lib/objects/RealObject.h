@@ -11,7 +11,7 @@ class RealObject final : public PostscriptObject {
 
   explicit RealObject(double initial) : PostscriptObject(kTypeCode), value(initial) { executable = false; }
 
-  // Kept: a real has no cvsString of its own, so cvs of a real stores "--nostringval--".
+  // Kept: a real has no cvsString of its own, so cvs of a real stores "--nostringval--" (conversion/cvs.ps).
   [[nodiscard]] std::string describe() const override;
   [[nodiscard]] std::string printString() const override;
   [[nodiscard]] Ref<PostscriptObject> clone(int argument) const override;

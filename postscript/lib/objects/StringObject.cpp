@@ -16,6 +16,7 @@ const std::string& StringData::bytes() const {
 }
 
 std::string& StringData::writableBytes() {
+  // From here on the bytes are what the job makes of them, and the filters would decode them again.
   if (!decodeFilters_.empty()) {
     contents_ = bytes();
     decodeFilters_.clear();
@@ -29,6 +30,7 @@ StringObject::StringObject(VirtualMemoryObject& memoryArea, std::string text)
   executable = false;
 }
 
+// All bytes, unlike cvsString: this text is for people who look for an error.
 std::string StringObject::describe() const {
   return PostscriptObject::describe() + " " + bytes();
 }
@@ -49,7 +51,8 @@ Ref<PostscriptObject> StringObject::clone(int /*argument*/) const {
 void StringObject::put(std::ptrdiff_t index, char byte) {
   std::string& text = data().writableBytes();
   const auto size = static_cast<std::ptrdiff_t>(text.size());
-  // Kept: one byte past the end is accepted and lost, so cvs takes a text one byte longer than its buffer.
+  // Kept: one byte past the end is accepted and lost, so cvs takes a text one byte longer than its buffer
+  // (conversion/cvs.ps).
   if (index < 0 || index > size) THROW_EX("String index out of range");
   if (index < size) text[static_cast<std::size_t>(index)] = byte;
 }

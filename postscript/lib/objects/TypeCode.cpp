@@ -12,6 +12,8 @@ struct TypeNames {
   std::string_view operatorName;
 };
 
+// In the order of the codes. Some kinds have no object here; their names are part of the table all the
+// same.
 constexpr std::array<TypeNames, 15> kTypeNames{{
     {"ps_boolean", "booleantype"},
     {"ps_fontID", "fonttype"},

@@ -6,6 +6,7 @@ void VirtualMemoryObject::add(std::unique_ptr<CompositeData> payload) {
   payloads_.push_back(std::move(payload));
 }
 
+// A dictionary's text ends with this, so it tells in which area the dictionary was made.
 std::string VirtualMemoryObject::describe() const {
   return PostscriptObject::describe() + " " + name_;
 }

@@ -35,6 +35,7 @@ void PackedarrayOperator::execute(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operandStack();
   const std::int32_t length = operands.pop<IntegerObject>(text)->value;
   if (length < 0) THROW_EX("Illegal negative count passed to packedarray operator");
+  // Filling the array from the top takes what there is before it notices that there is too little.
   while (static_cast<std::size_t>(length) > operands.count()) operands.pop();  // the empty stack throws
   const Ref<ArrayObject> array = interpreter.memory().newArray();
   for (std::int32_t i = length - 1; i >= 0; --i) array->elements().push(operands.peek(i));

@@ -5,10 +5,13 @@
 
 namespace quillpress {
 
+// The loop sends every token into the procedure on top while one is there, so nothing else has to be
+// noted.
 void LeftCurlyBraceOperator::execute(Interpreter& interpreter) {
   interpreter.deferredStack().push(interpreter.memory().newProcedure());
 }
 
+// A brace without its opening one finds the stack empty and says so as any pop does.
 void RightCurlyBraceOperator::execute(Interpreter& interpreter) {
   ObjectStack& deferred = interpreter.deferredStack();
   Ref<ArrayObject> finished = deferred.pop<ArrayObject>("Mark execute");
@@ -25,6 +28,8 @@ void LeftSquareBracketOperator::execute(Interpreter& interpreter) {
 
 void RightSquareBracketOperator::execute(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operandStack();
+  // Popped one by one, as the field knows it: without a mark the whole stack is gone when the error
+  // comes.
   std::vector<Ref<PostscriptObject>> topFirst;
   while (true) {
     Ref<PostscriptObject> object = operands.pop();

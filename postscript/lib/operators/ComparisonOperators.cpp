@@ -25,6 +25,7 @@ std::int32_t compareNumbers(double a, double b) {
   return a > b ? 1 : 0;
 }
 
+// Stops at the first zero byte, as the comparison always did; the bytes are unsigned.
 std::int32_t compareTexts(const std::string& a, const std::string& b) {
   return std::clamp(std::strcmp(a.c_str(), b.c_str()), -1, 1);
 }
@@ -59,7 +60,7 @@ class EqualityTest {
   }
 
   // Kept: a dictionary is walked even when it is compared with itself, so one that holds itself, as
-  // systemdict does, equals nothing: the walk has no end.
+  // systemdict does, equals nothing: the walk has no end (comparison/eq.ps).
   bool equalDictionaries(const DictionaryObject& a, const DictionaryObject& b) {
     if (a.count() != b.count()) return false;
     ++depth_;
@@ -76,6 +77,7 @@ class EqualityTest {
   std::size_t comparisons_ = 0;
 };
 
+// The operands are held until the test is made, so that they are let go also when it throws.
 template <typename Test>
 void pushTestOfTwo(Interpreter& interpreter, Test test) {
   const Ref<PostscriptObject> b = interpreter.operandStack().pop();
@@ -93,6 +95,8 @@ void pushComparison(Interpreter& interpreter, Test test) {
 std::int32_t Comparer::compare(const PostscriptObject& a, const PostscriptObject& b) {
   const auto* integerA = as<IntegerObject>(&a);
   const auto* integerB = as<IntegerObject>(&b);
+  // Not by less and greater: the difference wraps, and what a job compares far apart comes out the
+  // other way.
   if (integerA != nullptr && integerB != nullptr) return wrappingSubtract(integerA->value, integerB->value);
   if (isNumber(a) && isNumber(b)) return compareNumbers(toDouble(a), toDouble(b));
 
@@ -110,7 +114,7 @@ std::int32_t Comparer::compare(const PostscriptObject& a, const PostscriptObject
     return (booleanA->value ? 1 : 0) - (booleanB->value ? 1 : 0);
   if (integerA != nullptr && booleanB != nullptr)
     return wrappingSubtract(integerA->value, booleanB->value ? 1 : 0);
-  // Kept: here the operands are taken in reverse order, so `true 2 lt` is false.
+  // Kept: here the operands are taken in reverse order, so `true 2 lt` is false (comparison/lt.ps).
   if (booleanA != nullptr && integerB != nullptr)
     return wrappingSubtract(integerB->value, booleanA->value ? 1 : 0);
   THROW_EX("Unsupported type comparison");

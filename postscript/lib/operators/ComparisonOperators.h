@@ -10,7 +10,8 @@ namespace quillpress {
 class Comparer {
  public:
   // Negative, zero or positive as a is below, equal to or above b. Throws Ex for kinds that have no
-  // order. Kept: integers are subtracted in 32 bits and may wrap; texts end at their first zero byte.
+  // order. Kept: integers are subtracted in 32 bits and may wrap; texts end at their first zero byte
+  // (comparison/gt.ps).
   static std::int32_t compare(const PostscriptObject& a, const PostscriptObject& b);
 
   // Arrays by their elements, dictionaries by their entries, nulls by being null; else compare.

@@ -16,9 +16,12 @@ bool isIndexIn(std::int32_t index, std::size_t length) {
 void getArrayInterval(Interpreter& interpreter, const ArrayObject& source, std::int32_t index,
                       std::int32_t count) {
   const Ref<ArrayObject> interval = interpreter.memory().newArray();
+  // The result is pushed first, so that on an error the part that was there stays on the stack.
   interpreter.operandStack().push(interval);
+  // In 64 bits, since index and count may add up to more than 32 can hold.
   for (std::int64_t i = index; i < std::int64_t{index} + count; ++i) {
     PostscriptObject* element = source.element(static_cast<std::ptrdiff_t>(i));
+    // Kept: misspelled, as the field knows it (composites/getinterval.ps).
     if (element == nullptr) THROW_EX("invlaid array");
     interval->elements().push(element);
   }
@@ -60,6 +63,7 @@ void GetOperator::execute(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operandStack();
   const Ref<PostscriptObject> key = operands.pop();
   const Ref<PostscriptObject> container = operands.pop();
+  // Only a name is a key here, though def and known take anything.
   const auto* index = as<IntegerObject>(key);
   const auto* dictionary = as<DictionaryObject>(container);
   const auto* array = as<ArrayObject>(container);
@@ -96,7 +100,7 @@ void PutOperator::execute(Interpreter& interpreter) {
     array->elements().put(index->value, std::move(value));
   } else if (string != nullptr && index != nullptr && value->typeCode == TypeCode::kInteger) {
     if (!isIndexIn(index->value, string->length())) THROW_EX("Illegal string index passed to put");
-    string->put(index->value, static_cast<char>(index->value & 0xFF));  // Kept: the index, not the value
+    string->put(index->value, static_cast<char>(index->value & 0xFF));  // not the value
   } else {
     THROW_EX("Unsupported parameter types to put");
   }
@@ -128,6 +132,7 @@ void PutintervalOperator::execute(Interpreter& interpreter) {
   }
 }
 
+// Operators are names, so they have a length as well.
 void LengthOperator::execute(Interpreter& interpreter) {
   const Ref<PostscriptObject> object = interpreter.operandStack().pop();
   std::size_t length = 0;
@@ -146,6 +151,7 @@ void LengthOperator::execute(Interpreter& interpreter) {
   interpreter.pushInteger(static_cast<std::int32_t>(std::min<std::size_t>(length, INT32_MAX)));
 }
 
+// Procedures that jobs redefine later would change their meaning if names were bound.
 void BindOperator::execute(Interpreter& /*interpreter*/) {}
 
 void ReadonlyOperator::execute(Interpreter& /*interpreter*/) {}

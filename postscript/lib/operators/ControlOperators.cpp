@@ -9,9 +9,12 @@ namespace quillpress {
 
 namespace {
 
+// Kept: stopped is none of them, so exit passes through it and takes it away (control/exit.ps).
 constexpr std::array<std::string_view, 9> kLoopNames{
     "cshow", "forall", "pathforall", "filenameforall", "kshow", "repeat", "for", "loop", "resourceforall"};
 
+// By the name alone: the continuation of a loop is an object of the operator's class, and some of these
+// loops have no class of their own. A name that a job left there counts as well.
 bool isLoop(const NameObject& name) {
   return std::ranges::find(kLoopNames, name.text) != kLoopNames.end();
 }
@@ -36,6 +39,7 @@ void unwindTo(ObjectStack& executions, Test isTarget) {
 }  // namespace
 
 void IfOperator::execute(Interpreter& interpreter) {
+  // Any object will do: one that is literal is pushed when its turn comes.
   const Ref<PostscriptObject> procedure = interpreter.operandStack().pop();
   const auto condition = interpreter.operandStack().pop<BooleanObject>(text);
   if (condition->value) interpreter.start(procedure);
@@ -58,16 +62,19 @@ void StopOperator::execute(Interpreter& interpreter) {
 }
 
 void StoppedOperator::execute(Interpreter& interpreter) {
+  // Kept: an Ex is not caught; it leaves this on the execution stack for the next chunk (control/stopped.ps).
   if (guarded_) {  // the continuation: what it ran has come to its end
     interpreter.pushBoolean(false);
     return;
   }
+  // The operator that the name finds is shared by all its uses, so each gets an object of its own.
   const auto continuation = make<StoppedOperator>();
   continuation->guarded_ = interpreter.operandStack().pop();
   interpreter.executionStack().push(continuation);
   const auto* array = as<ArrayObject>(continuation->guarded_);
   const bool isProcedure = array != nullptr && array->isProcedure();
   const bool isName = continuation->guarded_->typeCode == TypeCode::kName;
+  // The continuation is on the stack by now and stays there; its time comes with the next chunk.
   if (!isProcedure && !isName) THROW_EX("Unsupported param type to stopped");
   interpreter.start(continuation->guarded_);
 }
@@ -89,6 +96,7 @@ void XcheckOperator::execute(Interpreter& interpreter) {
   interpreter.pushBoolean(object->executable);
 }
 
+// In place: whoever holds the object sees it executable from now on, a procedure's body included.
 void CvxOperator::execute(Interpreter& interpreter) {
   PostscriptObject* top = interpreter.operandStack().peek(0);
   if (top == nullptr) THROW_EX("cvx - expected item on stack");

@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::string_view kWhiteSpace(" \t\r\n\f\0", 6);
 
+// A zero byte counts as white space, as it does in the buffers that jobs fill in part.
 std::string_view trimmed(std::string_view text) {
   const auto first = text.find_first_not_of(kWhiteSpace);
   if (first == std::string_view::npos) return {};
@@ -30,6 +31,7 @@ std::optional<std::int32_t> integerOf(std::string_view text) {
 
 }  // namespace
 
+// Executable, as the language wants it, so that jobs can define type names as procedures.
 void TypeOperator::execute(Interpreter& interpreter) {
   const Ref<PostscriptObject> object = interpreter.operandStack().pop();
   interpreter.operandStack().push(make<NameObject>(typeOperatorName(object->typeCode)));
@@ -42,6 +44,7 @@ void CviOperator::execute(Interpreter& interpreter) {
   } else if (object->typeCode == TypeCode::kInteger) {
     interpreter.operandStack().push(object->clone(0));
   } else if (const auto* string = as<StringObject>(object)) {
+    // Integers first: a whole number must not take the way through a double.
     const std::string_view spelled = trimmed(string->bytes());
     if (const auto integer = integerOf(spelled)) {
       interpreter.pushInteger(*integer);
@@ -75,6 +78,7 @@ void CvrOperator::execute(Interpreter& interpreter) {
   }
 }
 
+// The flag goes along, so that an executable string gives a name that runs.
 void CvnOperator::execute(Interpreter& interpreter) {
   const auto string = interpreter.operandStack().pop<StringObject>(text);
   const auto name = make<NameObject>(string->bytes());
@@ -85,6 +89,8 @@ void CvnOperator::execute(Interpreter& interpreter) {
 void CvsOperator::execute(Interpreter& interpreter) {
   const Ref<StringObject> buffer = interpreter.popStringObject();
   const Ref<PostscriptObject> object = interpreter.operandStack().pop();
+  // A text of its own, since the object may be the buffer. Byte by byte, so that what fits is in the
+  // buffer when the rest does not.
   std::string converted = object->cvsString();
   for (std::size_t i = 0; i < converted.size(); ++i) {
     buffer->put(static_cast<std::ptrdiff_t>(i), converted[i]);

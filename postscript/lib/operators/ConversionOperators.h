@@ -4,7 +4,7 @@
 
 namespace quillpress {
 
-// any  type  name      Executable; operators are names, so they are of "nametype".
+// any  type  name      Executable. Kept: operators are names, so they are of "nametype" (conversion/type.ps).
 DECLARE_OPERATOR(TypeOperator, "type");
 
 // num|string  cvi  int

@@ -6,10 +6,12 @@ namespace quillpress {
 
 namespace {
 
-constexpr std::int32_t kSpareEntries = 10;  // Kept: dictionaries have no capacity to report
+// Kept: dictionaries have no capacity, so this much room is always reported (dictionaries/maxlength.ps).
+constexpr std::int32_t kSpareEntries = 10;
 
 }  // namespace
 
+// Popped and not looked at: jobs give sizes of any kind, and some count them themselves.
 void DictOperator::execute(Interpreter& interpreter) {
   interpreter.operandStack().pop();
   interpreter.operandStack().push(interpreter.memory().newDictionary());
@@ -21,6 +23,7 @@ void BeginOperator::execute(Interpreter& interpreter) {
   interpreter.dictionaries().begin(std::move(dictionary));
 }
 
+// Jobs that begin and end unevenly must not fail for it before the dictionary is missed.
 void EndOperator::execute(Interpreter& interpreter) {
   interpreter.dictionaries().end();
 }
@@ -41,6 +44,7 @@ void LoadOperator::execute(Interpreter& interpreter) {
 void StoreOperator::execute(Interpreter& interpreter) {
   Ref<PostscriptObject> value = interpreter.operandStack().pop();
   const Ref<PostscriptObject> key = interpreter.operandStack().pop();
+  // Where the key is known already, so that a procedure can set a variable of its caller.
   DictionaryObject* holder = interpreter.dictionaries().findHolder(*key);
   DictionaryObject& target = holder != nullptr ? *holder : interpreter.dictionaries().current();
   target.define(*key, std::move(value));

@@ -10,7 +10,7 @@ DECLARE_OPERATOR(DictOperator, "dict");
 // dict  begin  -
 DECLARE_OPERATOR(BeginOperator, "begin");
 
-// -  end  -      Nothing protects the permanent dictionaries.
+// -  end  -      Kept: nothing protects the permanent dictionaries (dictionaries/end.ps).
 DECLARE_OPERATOR(EndOperator, "end");
 
 // key value  def  -
@@ -29,7 +29,7 @@ DECLARE_OPERATOR(WhereOperator, "where");
 // dict key  known  bool
 DECLARE_OPERATOR(KnownOperator, "known");
 
-// dict key  undef  -      Anything but a dictionary is taken and left alone.
+// dict key  undef  -      Kept: anything but a dictionary is taken and left alone (dictionaries/undef.ps).
 DECLARE_OPERATOR(UndefOperator, "undef");
 
 // -  currentdict  dict

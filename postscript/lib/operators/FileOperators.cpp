@@ -98,12 +98,14 @@ std::optional<std::string> endOfData(Interpreter& interpreter) {
 
 }  // namespace
 
+// The file is the text being read, whichever chunk that is; the handle holds no position.
 void CurrentfileOperator::execute(Interpreter& interpreter) {
   interpreter.operandStack().push(interpreter.memory().newFile(std::make_unique<FileData>()));
 }
 
 void ReadOperator::execute(Interpreter& interpreter) {
   const auto file = interpreter.operandStack().pop<FileObject>("read operator");
+  // Through a signed byte, whatever a plain one is on the host.
   const auto byte = static_cast<signed char>(file->readChar(interpreter));
   if (byte != 0) interpreter.pushInteger(byte);
   interpreter.pushBoolean(byte != 0);
@@ -113,6 +115,7 @@ void ReadstringOperator::execute(Interpreter& interpreter) {
   ReadOperands operands(interpreter, text, "Only supports readstring from currentfile");
   Parser& input = interpreter.parser();
   std::string& buffer = operands.buffer->data().writableBytes();
+  // All that is there at once: image data goes this way, and it is most of a job's bytes.
   const std::string_view taken = input.remaining().substr(0, buffer.size() - filled_);
   std::ranges::copy(taken, buffer.begin() + static_cast<std::ptrdiff_t>(filled_));
   input.advance(taken.size());
@@ -126,6 +129,7 @@ void ReadstringOperator::execute(Interpreter& interpreter) {
 }
 
 void ReadhexstringOperator::execute(Interpreter& interpreter) {
+  // Kept: the message is readline's (files/readhexstring.ps).
   ReadOperands operands(interpreter, text, "Only supports readline from currentfile");
   Parser& input = interpreter.parser();
   std::string& buffer = operands.buffer->data().writableBytes();
@@ -154,6 +158,7 @@ void ReadlineOperator::execute(Interpreter& interpreter) {
   }
   input.skipLineEnd();
 
+  // Taken out of the operator before anything can throw, or the next readline would begin with it.
   const std::string line = std::exchange(line_, {});
   std::string& buffer = operands.buffer->data().writableBytes();
   std::copy_n(line.begin(), std::min(line.size(), buffer.size()), buffer.begin());
@@ -172,6 +177,8 @@ void FilterOperator::execute(Interpreter& interpreter) {
     const auto endCount = operands.pop<IntegerObject>("SubFileDecode EODCount param");
     if (endCount->value != 0 || endString->length() != 0) THROW_EX("Unsupported SubFileDecode EOD params");
   }
+  // A procedure is asked for the source and the filter runs again: the name waits on the stack until
+  // then.
   const Ref<PostscriptObject> source = operands.pop();
   if (source->typeCode == TypeCode::kString || source->typeCode == TypeCode::kFile) {
     operands.push(
@@ -182,6 +189,7 @@ void FilterOperator::execute(Interpreter& interpreter) {
     procedure->start();
     interpreter.executionStack().push(source);
   } else {
+    // Kept: the text names SubFileDecode whatever the filter (files/filter.ps).
     THROW_EX("SubFileDecode expected string or proc param");
   }
 }

@@ -13,7 +13,9 @@ namespace quillpress {
 DECLARE_OPERATOR(CurrentfileOperator, "currentfile");
 
 // file  read  int true
-// file  read  false      Kept: a zero byte and the end of the data are not told apart. Bytes are signed.
+// file  read  false
+// Kept: a zero byte and the end of the data are not told apart. Bytes are signed
+// (ReadTest.AZeroByteLooksLikeTheEnd).
 DECLARE_OPERATOR(ReadOperator, "read");
 
 // file string  readstring  substring true      Fills the string, whatever the bytes.

@@ -132,6 +132,7 @@ using LanguageOperators = OperatorTable<
     AnchorsearchOperator>;
 // clang-format on
 
+// A row that is lost would be found by a job only.
 static_assert(LanguageOperators::kSize == 105);
 
 }  // namespace

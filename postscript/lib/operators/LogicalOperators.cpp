@@ -34,7 +34,7 @@ void NotOperator::execute(Interpreter& interpreter) {
   if (const auto* boolean = as<BooleanObject>(operand)) {
     interpreter.pushBoolean(!boolean->value);
   } else if (const auto* integer = as<IntegerObject>(operand)) {
-    // Kept: `5 not` is -5.
+    // Kept: an integer is negated, not complemented, so `5 not` is -5 (logic/not.ps).
     interpreter.pushInteger(wrappingSubtract(0, integer->value));
   } else {
     THROW_EX("Unsupported type of param to not");
@@ -61,6 +61,7 @@ void FalseOperator::execute(Interpreter& interpreter) {
   interpreter.pushBoolean(false);
 }
 
+// A new one each time, so that what a job does to it stays with it.
 void NullOperator::execute(Interpreter& interpreter) {
   interpreter.operandStack().push(make<NullObject>());
 }

@@ -12,6 +12,7 @@ bool isReal(const Ref<PostscriptObject>& object) {
   return object->typeCode == TypeCode::kReal;
 }
 
+// One real among the three makes the whole loop real, or the control value would lose the fractions.
 Ref<PostscriptObject> realControl(const PostscriptObject& initial) {
   if (const auto* integer = as<IntegerObject>(&initial)) return make<RealObject>(integer->value);
   if (initial.typeCode == TypeCode::kReal) return initial.clone(0);
@@ -28,6 +29,7 @@ bool isAscending(const PostscriptObject& increment) {
 
 void ForOperator::execute(Interpreter& interpreter) {
   if (control_) {
+    // The value that the procedure got was a clone, so this one can be changed in place.
     addXtoY(*increment_, *control_);
     step(interpreter);
     return;
@@ -38,6 +40,7 @@ void ForOperator::execute(Interpreter& interpreter) {
 }
 
 void ForOperator::takeOperands(ObjectStack& operands) {
+  // All four before any is judged: an error then finds the stack as every other operator leaves it.
   procedure_ = operands.pop();
   limit_ = operands.pop();
   increment_ = operands.pop();
@@ -50,6 +53,7 @@ void ForOperator::takeOperands(ObjectStack& operands) {
 void ForOperator::step(Interpreter& interpreter) {
   const std::int32_t position = Comparer::compare(*control_, *limit_);
   const bool goesOn = ascending_ ? position < 0 : position > 0;
+  // The continuation was taken off the stack to get here, so to end is not to push it again.
   if (!goesOn) return;
   interpreter.executionStack().push(this);
   interpreter.start(procedure_);
@@ -78,11 +82,13 @@ void ForallOperator::step(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operandStack();
   if (const auto* array = as<ArrayObject>(composite_)) {
     if (position >= array->count()) return;
+    // Held, because the procedure may replace it in the array before its turn comes.
     Ref<PostscriptObject> element = array->element(position_);
     goOn(interpreter);
     operands.push(std::move(element));
   } else if (const auto* dictionary = as<DictionaryObject>(composite_)) {
     if (position >= dictionary->count()) return;
+    // By position, so a dictionary that changes under the loop is walked as it is then.
     const DictionaryData::Entry& entry = dictionary->entryInOrder(position);
     const auto key = make<NameObject>(entry.key);
     key->executable = false;
@@ -100,6 +106,7 @@ void ForallOperator::step(Interpreter& interpreter) {
 }
 
 void LoopOperator::execute(Interpreter& interpreter) {
+  // Only the first execution, under the operator's name, has no procedure yet.
   Ref<LoopOperator> loop = this;
   if (!procedure_) {
     loop = make<LoopOperator>();
@@ -115,6 +122,7 @@ void RepeatOperator::execute(Interpreter& interpreter) {
     return;
   }
   const auto loop = make<RepeatOperator>();
+  // The count is wanted by its own name in the error, unlike the typed pops of the interpreter.
   loop->procedure_ = interpreter.operandStack().pop();
   loop->remaining_ = interpreter.operandStack().pop<IntegerObject>(text)->value;
   loop->step(interpreter);

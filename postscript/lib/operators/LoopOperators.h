@@ -8,7 +8,8 @@ namespace quillpress {
 // object of its class that holds the state of one loop. A step pushes that object and, above it, the
 // procedure on the execution stack; when the procedure has run, the loop makes its next step.
 
-// initial increment limit proc  for  -      Kept: the limit itself is never reached.
+// initial increment limit proc  for  -
+// Kept: the limit itself is never reached (loops/for.ps).
 class ForOperator final : public NameObject {
  public:
   ForOperator() : NameObject("for") {}
@@ -28,7 +29,7 @@ class ForOperator final : public NameObject {
 
 // array proc       forall  -      Pushes every element, the very object that the array holds.
 // dictionary proc  forall  -      Pushes every key, as a literal name, and value, in key order.
-// string proc      forall  -      Pushes every byte as a signed integer.
+// string proc      forall  -      Kept: pushes every byte as a signed integer (loops/forall.ps).
 class ForallOperator final : public NameObject {
  public:
   ForallOperator() : NameObject("forall") {}

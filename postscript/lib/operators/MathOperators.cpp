@@ -60,7 +60,7 @@ std::int32_t unchanged(std::int32_t value) {
   return value;
 }
 
-// Kept: halves go away from zero, unlike the language's rule.
+// Kept: halves go away from zero, unlike the language's rule (math/round.ps).
 double roundThroughInt32(double value) {
   return truncateToInt32(value > 0 ? value + 0.5 : value - 0.5);
 }
@@ -145,7 +145,7 @@ void ModOperator::execute(Interpreter& interpreter) {
   const auto* dividend = as<IntegerObject>(a);
   if (divisor == nullptr || dividend == nullptr) THROW_EX("Illegal param types for mod operator");
   checkDivision(dividend->value, divisor->value);
-  // Kept: the sign of the dividend is dropped.
+  // Kept: the sign of the dividend is dropped (math/mod.ps).
   pushResult<IntegerObject>(operands, std::abs(dividend->value % divisor->value), a, b);
 }
 
@@ -187,7 +187,7 @@ void AtanOperator::execute(Interpreter& interpreter) {
   const Ref<PostscriptObject> numerator = operands.pop();
   const double y = toDouble(*numerator);
   const double x = toDouble(*denominator);
-  // Kept: the result is not brought into 0 to 360.
+  // Kept: the result is not brought into 0 to 360 (math/atan.ps).
   interpreter.pushReal(std::atan2(y, x) * 180.0 / kPi);
 }
 

@@ -64,7 +64,8 @@ class TrigOperator {
     [[nodiscard]] double trig(double degrees) const override;                   \
   }
 
-// num1 num2  add  num      Integers wrap at 32 bits; here and below there is no promotion to real.
+// num1 num2  add  num
+// Kept: integers wrap at 32 bits; here and below there is no promotion to real (math/add.ps).
 DECLARE_MATH_OPERATOR(AddOperator, "add");
 
 // num1 num2  sub  num
@@ -73,10 +74,10 @@ DECLARE_MATH_OPERATOR(SubOperator, "sub");
 // num1 num2  mul  num
 DECLARE_MATH_OPERATOR(MulOperator, "mul");
 
-// num1 num2  div  real      A zero divisor gives infinity or NaN.
+// num1 num2  div  real      Kept: a zero divisor gives infinity or NaN (math/div.ps).
 DECLARE_MATH_OPERATOR(DivOperator, "div");
 
-// num1 num2  idiv  int      Reals are divided as reals, then truncated.
+// num1 num2  idiv  int      Kept: reals are divided as reals, then truncated (math/idiv.ps).
 DECLARE_MATH_OPERATOR(IdivOperator, "idiv");
 
 // int1 int2  mod  int      Never negative: the absolute value of the remainder.
@@ -97,7 +98,7 @@ DECLARE_OPERATOR(FloorOperator, "floor");
 // num  round  num      Halves go away from zero; a real is rounded through 32 bits.
 DECLARE_OPERATOR(RoundOperator, "round");
 
-// num  sqrt  real      NaN for a negative operand.
+// num  sqrt  real      Kept: NaN for a negative operand (math/sqrt.ps).
 DECLARE_OPERATOR(SqrtOperator, "sqrt");
 
 // num den  atan  real      Between -180 and 180; 0 0 gives 0.0.

@@ -13,6 +13,7 @@ void MatrixOperator::execute(Interpreter& interpreter) {
   interpreter.operandStack().push(array);
 }
 
+// The very operand is filled and comes back: jobs keep one array for this.
 void IdentmatrixOperator::execute(Interpreter& interpreter) {
   Ref<ArrayObject> array = interpreter.popArrayObject();
   Matrix().storeTo(*array);
@@ -23,6 +24,7 @@ void ConcatmatrixOperator::execute(Interpreter& interpreter) {
   Ref<ArrayObject> product = interpreter.popArrayObject();
   const Ref<ArrayObject> second = interpreter.popArrayObject();
   const Ref<ArrayObject> first = interpreter.popArrayObject();
+  // Read before it is stored, since the product may go into one of the factors.
   Matrix::of(*first).times(Matrix::of(*second)).storeTo(*product);
   interpreter.operandStack().push(std::move(product));
 }

@@ -2,6 +2,7 @@
 
 namespace quillpress {
 
+// One text a line, so that a message output that adds line ends of its own stays readable.
 void EqualsSignOperator::execute(Interpreter& interpreter) {
   const Ref<PostscriptObject> object = interpreter.operandStack().pop();
   interpreter.writeMessage(object->cvsString() + "\n");
@@ -13,6 +14,7 @@ void DoubleEqualsSignOperator::execute(Interpreter& interpreter) {
 }
 
 void StackOperator::execute(Interpreter& interpreter) {
+  // From the top, as a person at a prompt wants to see it.
   const ObjectStack& operands = interpreter.operandStack();
   const auto count = static_cast<std::ptrdiff_t>(operands.count());
   for (std::ptrdiff_t depth = 0; depth < count; ++depth) {

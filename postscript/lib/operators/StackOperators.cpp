@@ -10,6 +10,7 @@ namespace {
 
 void copyTopObjects(ObjectStack& operands, std::int32_t count) {
   if (count < 0) THROW_EX("Illegal negative count passed to copy operator");
+  // Before anything is pushed, so that a failed copy leaves the stack alone.
   if (static_cast<std::size_t>(count) > operands.count()) THROW_EX("object not on stack");
   for (std::int32_t i = 0; i < count; ++i) operands.push(operands.peek(count - 1));
 }
@@ -21,6 +22,7 @@ void copyArray(const ArrayObject& source, ArrayObject& destination) {
 }
 
 void copyDictionary(const DictionaryObject& source, DictionaryObject& destination) {
+  // A dictionary must not change under the walk over it.
   if (source.sharesPayloadWith(destination)) return;
   for (std::size_t i = 0; i < source.count(); ++i) {
     const DictionaryData::Entry& entry = source.entryInOrder(i);
@@ -62,6 +64,7 @@ void ExchOperator::execute(Interpreter& interpreter) {
 }
 
 void DupOperator::execute(Interpreter& interpreter) {
+  // A clone, not the object: a handle of its own on the same value, with its own flag and position.
   const PostscriptObject* top = interpreter.operandStack().peek(0);
   if (top == nullptr) THROW_EX("dup - expected item on stack");
   interpreter.operandStack().push(top->clone(0));
@@ -100,6 +103,8 @@ void RollOperator::execute(Interpreter& interpreter) {
   if (size->value == 0) return;
   const auto rolled = static_cast<std::size_t>(size->value);
   while (rolled > operands.count()) operands.pop();  // takes what is there, then the empty stack throws
+  // The remainder has the sign of the amount, and either way gives how far from the deepest the new
+  // deepest is.
   const std::int32_t remainder = amount->value % size->value;
   operands.rotateTop(rolled, static_cast<std::size_t>(remainder > 0 ? size->value - remainder : -remainder));
 }
@@ -124,7 +129,7 @@ void CleartomarkOperator::execute(Interpreter& interpreter) {
 void CounttomarkOperator::execute(Interpreter& interpreter) {
   const ObjectStack& operands = interpreter.operandStack();
   std::int32_t count = 0;
-  // Kept: the walk ends at the bottom as well, so a missing mark is no error.
+  // Kept: the walk ends at the bottom as well, so a missing mark is no error (stack/counttomark.ps).
   for (const PostscriptObject* object = operands.peek(0);
        object != nullptr && as<MarkObject>(object) == nullptr;) {
     object = operands.peek(++count);

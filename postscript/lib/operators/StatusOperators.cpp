@@ -4,6 +4,7 @@ namespace quillpress {
 
 namespace {
 
+// Procedure sets measure whether a font or a bitmap fits, and leave things out when it does not.
 constexpr std::int32_t kMemoryUsed = 100000;
 constexpr std::int32_t kMemoryMaximum = 100000000;
 
@@ -18,6 +19,7 @@ void VmstatusOperator::execute(Interpreter& interpreter) {
 void ResourcestatusOperator::execute(Interpreter& interpreter) {
   interpreter.operandStack().pop();
   interpreter.operandStack().pop();
+  // Status 0 says defined by the job, size 0 nothing about its memory.
   interpreter.pushInteger(0);
   interpreter.pushInteger(0);
   interpreter.pushBoolean(true);
@@ -26,12 +28,15 @@ void ResourcestatusOperator::execute(Interpreter& interpreter) {
 void StatusdictOperator::execute(Interpreter& interpreter) {
   MemorySet& memory = interpreter.memory();
   const Ref<DictionaryObject> status = memory.newDictionary();
-  status->executable = true;  // Kept: like the built-in dictionaries, unlike those of dict
+  // Kept: like the built-in dictionaries, unlike those of dict (status/statusdict.ps).
+  status->executable = true;
+  // Kept: misspelled, as jobs know it (status/statusdict.ps).
   status->define("product", memory.newString("marlowtin postscript interpreter - all rights reservered"));
   status->define("processcolors", make<IntegerObject>(3));
   interpreter.operandStack().push(status);
 }
 
+// Nothing is checked and no FID is added: findfont only has to give the dictionary back.
 void DefinefontOperator::execute(Interpreter& interpreter) {
   Ref<DictionaryObject> font = interpreter.popDictionaryObject();
   const Ref<PostscriptObject> key = interpreter.operandStack().pop();

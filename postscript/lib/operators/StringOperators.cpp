@@ -5,6 +5,7 @@
 
 namespace quillpress {
 
+// A negative length is told apart from one that memory does not allow: the job is wrong, not the machine.
 void StringOperator::execute(Interpreter& interpreter) {
   const std::int32_t length = interpreter.operandStack().pop<IntegerObject>("length of string")->value;
   if (length < 0) THROW_EX("Illegal negative length passed to string operator");
@@ -15,6 +16,7 @@ void StringOperator::execute(Interpreter& interpreter) {
 void AnchorsearchOperator::execute(Interpreter& interpreter) {
   const Ref<StringObject> seek = interpreter.popStringObject();
   Ref<StringObject> string = interpreter.popStringObject();
+  // By all the bytes, zeros included, unlike the comparisons.
   const bool found = string->bytes().starts_with(seek->bytes());
   if (found) {
     interpreter.pushString(string->bytes().substr(seek->length()));

@@ -12,6 +12,7 @@ namespace {
 
 constexpr double kFullTurn = 360;
 
+// In one step: hostile angles are millions of turns apart.
 // Raises `angle` by full turns until it is greater than `bound`.
 double raisedAbove(double bound, double angle) {
   if (angle > bound) return angle;
@@ -42,6 +43,7 @@ struct Corner {
   Point secondTangent;
 };
 
+// All in user space, as the lines themselves: the viewer applies the matrix to the curves as well.
 Corner roundCorner(Point from, Point corner, Point to, double radius) {
   const Point toFrom{from.x - corner.x, from.y - corner.y};
   const Point toEnd{to.x - corner.x, to.y - corner.y};
@@ -70,8 +72,10 @@ void Arcer::popAndDraw(Interpreter& interpreter, Direction direction) {
   // False also for angles that are no numbers, and for those so large that a turn does not change them.
   const bool canBeDrawn = sweep > 0 && sweep <= kMaxArcSweep;
   if (!canBeDrawn) THROW_EX("arc angles out of range");
+  // Before anything is written, so that an error leaves no half an arc.
   const std::vector<ArcPiece> pieces = arcPieces({centre, radius}, startAngle, endAngle);
   converter.path().writePendingMove(converter.content());
+  // The mark of the graphics state decides, not whether there is a current point.
   if (converter.path().isOpen()) {
     converter.path().writeLine(converter.content(), pieces.front().start);
   } else {

@@ -20,8 +20,10 @@ Point onCircle(const Circle& circle, double radius, double radians) {
 ArcPiece pieceBetween(const Circle& circle, double a1, double a2) {
   const double h = (a2 - a1) / 2;
   const double k = std::cos(h);
+  // The curve then touches the circle at its middle, which makes it the best one for a quadrant.
   const double x = (4 - k) / 3;
   const double sine = std::sin(h);
+  // A sweep too small for its sine to differ from zero is a point.
   const double y = sine == 0 ? 0 : -((1 - k) * (k - 3)) / (3 * sine);
   const double phi = h - std::atan(y / x);
   const double d = circle.radius * std::sqrt(x * x + y * y);

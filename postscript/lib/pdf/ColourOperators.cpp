@@ -11,6 +11,7 @@ namespace {
 
 using Components = std::array<double, 4>;
 
+// PDF has two current colours, PostScript one.
 // Writes a colour for strokes and for fills.
 void writeColour(PageContent& content, std::span<const double> components, std::string_view strokeOperator,
                  std::string_view fillOperator) {
@@ -33,6 +34,8 @@ void setColour(Postscript2Pdf& converter, ColourSpace space, const Components& c
     case ColourSpace::kCmyk:
       writeColour(content, components, " K ", " k ");
       break;
+    // Written as RGB, which is all that PDF knows; the state keeps hue and saturation, since black
+    // has lost them.
     case ColourSpace::kHsb: {
       const Rgb rgb = rgbOfHsb(colour[0], colour[1], colour[2]);
       writeColour(content, std::array{rgb.red, rgb.green, rgb.blue}, " RG ", " rg ");
@@ -43,12 +46,14 @@ void setColour(Postscript2Pdf& converter, ColourSpace space, const Components& c
   }
 }
 
+// The last component is on top.
 Components popComponents(Interpreter& interpreter, std::size_t count) {
   Components components{};
   for (std::size_t i = count; i > 0; --i) components[i - 1] = popNumber(interpreter);
   return components;
 }
 
+// Kept: no conversion between models, except to gray (colour/currentrgbcolor.ps).
 void pushColourOf(Interpreter& interpreter, const GraphicsState& state, ColourSpace space) {
   if (state.colourSpace != space) THROW_EX("Current color conversions not supported");
   for (const double component :
@@ -57,6 +62,7 @@ void pushColourOf(Interpreter& interpreter, const GraphicsState& state, ColourSp
   }
 }
 
+// The weights of television, which the language uses as well.
 double grayOfRgb(double red, double green, double blue) {
   return 0.587 * green + 0.299 * red + 0.114 * blue;
 }
@@ -123,6 +129,8 @@ void CurrentgrayOperator::execute(Interpreter& interpreter) {
 
 void SetcolorspaceOperator::execute(Interpreter& interpreter) {
   const Ref<PostscriptObject> operand = interpreter.operandStack().pop();
+  // A space that PDF content cannot name without a resource leaves the colour as it is: its images say
+  // theirs.
   const std::string_view name = colourSpaceName(*operand);
   if (name == "DeviceGray") {
     setColour(converter, ColourSpace::kGray, {});

@@ -11,7 +11,8 @@ void CurrentPath::moveTo(Point point) {
 void CurrentPath::writePendingMove(PageContent& content) {
   if (!pending_) return;
   pending_ = false;
-  // Kept: the coordinates as they were given, whatever user space has become since the move.
+  // Kept: the coordinates as they were given, whatever user space has become since the move
+  // (transforms/pending-move.ps).
   writeMove(content, point_);
 }
 
@@ -44,7 +45,7 @@ void CurrentPath::writeClose(PageContent& content) {
 
 void CurrentPath::writeEnd(PageContent& content, std::string_view operatorText) {
   content.append(operatorText);
-  // Kept: a pending move stays pending, whatever is painted or clipped in between.
+  // Kept: a pending move stays pending, whatever is painted or clipped in between (painting/stroke.ps).
   open_ = false;
   written_ = false;
 }

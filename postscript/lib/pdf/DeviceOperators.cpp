@@ -6,10 +6,12 @@ namespace quillpress {
 
 namespace {
 
+// Screens, transfer functions and flatness are matters of a device; the PDF viewer has its own.
 void dropOperands(Interpreter& interpreter, int count) {
   for (int i = 0; i < count; ++i) interpreter.operandStack().pop();
 }
 
+// One by one, so that the first that is none gives the error and those behind it stay.
 void dropProcedures(Interpreter& interpreter, int count, const char* wrongTypeMessage) {
   for (int i = 0; i < count; ++i) {
     const Ref<PostscriptObject> operand = interpreter.operandStack().pop();
@@ -19,6 +21,7 @@ void dropProcedures(Interpreter& interpreter, int count, const char* wrongTypeMe
   }
 }
 
+// Jobs put what they get back, or build procedures around it; an empty one does no harm.
 void pushEmptyProcedures(Interpreter& interpreter, int count) {
   for (int i = 0; i < count; ++i) interpreter.operandStack().push(interpreter.memory().newProcedure());
 }
@@ -29,6 +32,7 @@ void SetscreenOperator::execute(Interpreter& interpreter) {
   dropOperands(interpreter, 3);
 }
 
+// Frequency, angle and spot function for each of four colours.
 void SetcolorscreenOperator::execute(Interpreter& interpreter) {
   dropOperands(interpreter, 12);
 }
@@ -39,6 +43,7 @@ void SethalftoneOperator::execute(Interpreter& interpreter) {
 
 void CurrenthalftoneOperator::execute(Interpreter& interpreter) {
   const Ref<DictionaryObject> halftone = interpreter.memory().newDictionary();
+  // The entries that jobs ask for before they set a screen.
   halftone->define("HalftoneType", make<IntegerObject>(1));
   halftone->define("Frequency", make<RealObject>(0.0));
   halftone->define("Angle", make<RealObject>(0.0));

@@ -11,6 +11,7 @@ DictionaryKey helveticaKey() {
   return key;
 }
 
+// A job may clear the font directory or replace the entry, so it is looked up each time.
 // The entry that stands for fonts that are not there. Throws Ex when a job has removed it.
 PostscriptObject& helvetica(Interpreter& interpreter) {
   PostscriptObject* font = interpreter.dictionaries().fontDirectory().lookup(helveticaKey());
@@ -26,6 +27,7 @@ const ArrayObject& fontMatrixOf(const DictionaryObject& font) {
 
 }  // namespace
 
+// No error for a font that is missing: the text is not drawn, and its metrics are fixed.
 void FindfontOperator::execute(Interpreter& interpreter) {
   const Ref<PostscriptObject> key = interpreter.operandStack().pop();
   PostscriptObject* font = interpreter.dictionaries().fontDirectory().lookup(*key);
@@ -45,13 +47,16 @@ void SetfontOperator::execute(Interpreter& interpreter) {
   const Matrix fontMatrix = Matrix::of(fontMatrixOf(*font));
   const auto* name = font->lookupAs<NameObject>("FontName");
   if (name == nullptr) THROW_EX("expected nameobject for fontname");
-  converter.state().fontSize = 1000 * fontMatrix.b + 1000 * fontMatrix.d;  // Kept: the vertical column
+  // Kept: the vertical column of the matrix alone
+  // (Postscript2PdfTest.TheFontSizeIsTheVerticalColumnOfItsMatrix).
+  converter.state().fontSize = 1000 * fontMatrix.b + 1000 * fontMatrix.d;
   converter.state().fontName = name->text;
   converter.setCurrentFont(font);
 }
 
 void CurrentfontOperator::execute(Interpreter& interpreter) {
   Ref<PostscriptObject> font = converter.currentFont();
+  // No setfont yet: the state of a page names Helvetica.
   if (!font) font = &helvetica(interpreter);
   interpreter.operandStack().push(std::move(font));
 }
@@ -64,6 +69,7 @@ void GlobalFontDirectoryOperator::execute(Interpreter& interpreter) {
   interpreter.operandStack().push(&interpreter.dictionaries().fontDirectory());
 }
 
+// The string is wanted as one, so that a job that counts its operands wrong is told.
 void ShowOperator::execute(Interpreter& interpreter) {
   interpreter.popStringObject();
 }

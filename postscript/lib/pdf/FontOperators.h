@@ -9,8 +9,8 @@ namespace quillpress {
 // key  findfont  font      Every unknown font is Helvetica.
 DECLARE_GRAPHICS_OPERATOR(FindfontOperator, "findfont");
 
-// font scale  scalefont  font      Kept: scales the matrix of the very font, so that every holder sees it
-// and scalings add up.
+// font scale  scalefont  font
+// Kept: scales the matrix of the very font, so every holder sees it and scalings add up (fonts/scalefont.ps).
 DECLARE_GRAPHICS_OPERATOR(ScalefontOperator, "scalefont");
 
 // font  setfont  -
@@ -28,7 +28,7 @@ DECLARE_GRAPHICS_OPERATOR(GlobalFontDirectoryOperator, "GlobalFontDirectory");
 // string  show  -
 DECLARE_GRAPHICS_OPERATOR(ShowOperator, "show");
 
-// string  stringwidth  10.0 100.0      Whatever the string.
+// string  stringwidth  10.0 100.0      Kept: whatever the string (fonts/stringwidth.ps).
 DECLARE_GRAPHICS_OPERATOR(StringwidthOperator, "stringwidth");
 
 }  // namespace quillpress

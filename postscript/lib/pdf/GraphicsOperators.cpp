@@ -106,6 +106,7 @@ static_assert(GraphicsOperators::kSize == 80);
 
 }  // namespace
 
+// After the language's operators: each of these replaces a generated one that does nothing.
 void registerGraphicsOperators(Postscript2Pdf& converter) {
   DictionarySet& dictionaries = converter.interpreter().dictionaries();
   GraphicsOperators::registerAll([&](Ref<NameObject> op) { dictionaries.registerOperator(std::move(op)); },

@@ -4,6 +4,7 @@
 
 namespace quillpress {
 
+// HSB has three as well: its images are taken for RGB where they ask for a count.
 std::int32_t componentCount(ColourSpace space) {
   switch (space) {
     case ColourSpace::kRgb:
@@ -19,6 +20,7 @@ std::int32_t componentCount(ColourSpace space) {
   THROW_EX("unsupported colorspace");
 }
 
+// An HSB image has no name in PDF; its samples would have to be converted.
 ImageColourSpaceNames imageColourSpaceNames(ColourSpace space) {
   switch (space) {
     case ColourSpace::kRgb:

@@ -5,9 +5,11 @@
 namespace quillpress {
 
 Rgb rgbOfHsb(double hue, double saturation, double brightness) {
+  // Gray has no hue, and the one given may be anything.
   if (saturation == 0) return {brightness, brightness, brightness};
   hue -= std::floor(hue);
   const double position = hue * 6;
+  // An infinite hue has no sector; the conversion to an integer would be undefined.
   const int sector = std::isfinite(position) ? static_cast<int>(position) : 0;
   const double fraction = position - sector;
   const double low = brightness * (1 - saturation);

@@ -10,7 +10,7 @@ namespace quillpress {
 
 namespace {
 
-// Kept: other numbers of components have no colour space here.
+// Kept: other numbers of components have no colour space here (images/colorimage.ps).
 ColourSpace colourSpaceOf(std::int32_t components) {
   switch (components) {
     case 1:
@@ -76,6 +76,7 @@ void Imager::setSize(std::int32_t width, std::int32_t height, std::int32_t bitsP
 }
 
 void Imager::beginReading(Interpreter& interpreter, PostscriptObject& operatorObject) {
+  // Below the source, so that it runs again when the source has left its data.
   interpreter.executionStack().push(&operatorObject);
   interpreter.executionStack().push(dataSource_);
   inProgress_ = true;
@@ -92,6 +93,7 @@ void Imager::beginReading(Interpreter& interpreter, PostscriptObject& operatorOb
 void Imager::gather(Interpreter& interpreter, PostscriptObject& operatorObject) {
   inProgress_ = false;
   image_.colourSpace = colourSpaceOf(components_);
+  // The strings stay on the operand stack, and the next image begins afresh.
   if (image_.colourSpace == ColourSpace::kUnknown) return;
   const std::size_t lengthBefore = image_.data.size();
   if (dataSourceCount_ == 1) {
@@ -99,18 +101,21 @@ void Imager::gather(Interpreter& interpreter, PostscriptObject& operatorObject) 
   } else if (dataSourceCount_ == 3) {
     appendFromThreeSources(interpreter);
   } else {
+    // Kept: misspelled, as the field knows it (images/colorimage.ps).
     THROW_EX("unsupported image color seperation");
   }
   if (image_.data.size() > kMaxContent) THROW_EX("image data too long");
   const std::int32_t needed = neededLength();
   if (needed < 0) THROW_EX("negative image data length");
   if (image_.data.size() < static_cast<std::size_t>(needed)) {
+    // Kept: misspelled, as the field knows it (images/image.ps).
     if (dataSource_->typeCode == TypeCode::kString) THROW_EX("invalid data in image, excpecting proc");
     checkProgress(interpreter.parser(), image_.data.size() > lengthBefore);
     image_.data.reserve(std::min(static_cast<std::size_t>(needed), kMaxImageDataReserved));
     beginReading(interpreter, operatorObject);
     return;
   }
+  // The data is moved, not copied: an image may be most of the memory.
   placeImage(converter, std::move(image_));
   reset();
 }
@@ -126,7 +131,7 @@ void Imager::checkProgress(const Parser& input, bool gotData) {
   if (!gotData && ++emptyStrings_ >= kMaxEmptyImageStrings) THROW_EX("image data source has run dry");
 }
 
-// Kept: the product wraps at 32 bits, and rows are not padded to whole bytes.
+// Kept: the product wraps at 32 bits, and rows are not padded to whole bytes (images/image.ps).
 std::int32_t Imager::neededLength() const {
   const std::int32_t samples = wrappingMultiply(wrappingMultiply(image_.width, image_.height), components_);
   return wrappingMultiply(samples, image_.bitsPerComponent) / 8;
@@ -138,13 +143,15 @@ void Imager::appendFromOneSource(Interpreter& interpreter) {
   image_.data.append(string->data().asHeld());
 }
 
-// Kept: the bytes of the last source come first in each sample.
+// Kept: the bytes of the last source come first in each sample (images/colorimage.ps).
 void Imager::appendFromThreeSources(Interpreter& interpreter) {
+  // The last source was executed last, so its string is on top.
   std::array<Ref<StringObject>, 3> strings;
   for (Ref<StringObject>& string : strings) string = interpreter.popStringObject();
   const std::size_t length = strings[0]->data().asHeld().size();
   const bool sameLength = std::ranges::all_of(
       strings, [length](const auto& string) { return string->data().asHeld().size() == length; });
+  // Kept: misspelled, as the field knows it (images/colorimage.ps).
   if (!sameLength) THROW_EX("exepecting strings to be same size");
   for (std::size_t i = 0; i < length; ++i) {
     for (const Ref<StringObject>& string : strings) image_.data.push_back(string->data().asHeld()[i]);
@@ -173,8 +180,10 @@ void ImageOperator::takeDictionary(const DictionaryObject& dictionary) {
   const std::int32_t height = integerEntry(dictionary, "Height", "expecting height");
   const std::int32_t bits = integerEntry(dictionary, "BitsPerComponent", "expecting bitsPerComponent");
   const auto* decode = dictionary.lookupAs<ArrayObject>("Decode");
+  // Kept: misspelled, as the field knows it (images/dictionary.ps).
   if (decode == nullptr) Postscript2Pdf::refuse("exepected deocde array in image dict");
-  // Kept: two numbers of Decode a component; its values, and the image's ColorSpace, are not looked at.
+  // Kept: two numbers of Decode a component; its values, and the image's ColorSpace, are not looked at
+  // (images/dictionary.ps).
   const auto components = static_cast<std::int32_t>(decode->count() / 2);
   setComponents(components);
   const auto* multiple = dictionary.lookupAs<BooleanObject>("MultipleDataSources");
@@ -216,6 +225,7 @@ void ColorimageOperator::execute(Interpreter& interpreter) {
 void ImagemaskOperator::execute(Interpreter& interpreter) {
   const Ref<PostscriptObject> operand = interpreter.operandStack().pop();
   Ref<PostscriptObject> source = operand;
+  // Jobs of old drivers name the data; the dictionaries of the moment decide what it means.
   if (operand->typeCode == TypeCode::kName) source = interpreter.dictionaries().lookup(*operand);
   const StringObject* samples = maskData(source.get());
   if (samples == nullptr) THROW_EX("Could not find image mask data source string");
@@ -234,7 +244,8 @@ void ImagemaskOperator::execute(Interpreter& interpreter) {
   content.append(std::to_string(height));
   content.append(" /BPC 1 /ImageMask true /Decode ");
   content.append(polarity ? "[1 0] " : "[0 1] ");
-  // Kept: the blanks of this clause stand elsewhere than in the one of the other images.
+  // Kept: the blanks of this clause stand elsewhere than in the one of the other images
+  // (images/imagemask.ps).
   if (!samples->data().decodeFilters().empty()) {
     content.append("/Filter [");
     for (const std::string& filter : samples->data().decodeFilters()) content.append("/" + filter + " ");

@@ -44,7 +44,8 @@ class Imager : protected Postscript2PdfObject {
   const char* inputAtLastRead_ = nullptr;
   ImageSamples image_;
   Ref<PostscriptObject> dataSource_;
-  Ref<ArrayObject> imageMatrix_;  // never written: the job's own transformations place the image
+  // Kept: never written. The image fills the unit square of user space (images/image.ps).
+  Ref<ArrayObject> imageMatrix_;
 };
 
 // width height bits matrix source  image  -      In the colour space of the graphics state.

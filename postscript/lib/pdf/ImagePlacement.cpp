@@ -18,6 +18,7 @@ std::string objectDictionary(const ImageSamples& image, std::string_view colourS
 
 // The name of the object that holds the image.
 std::string objectNameFor(PdfObjectList& objects, ImageSamples image, std::string_view colourSpaceName) {
+  // By the data alone, whatever else differs: the same bitmap drawn again is the usual case.
   if (const OwnedPdfObject* earlier = objects.findImage(image.data)) return earlier->name();
   const std::string dictionary = objectDictionary(image, colourSpaceName);
   const auto object = objects.createImage("/PSI", std::move(image.data));
@@ -26,6 +27,7 @@ std::string objectNameFor(PdfObjectList& objects, ImageSamples image, std::strin
   return object->name();
 }
 
+// Saved and restored around it, for readers that end an inline image with a changed state.
 void writeInline(PageContent& content, const ImageSamples& image, std::string_view colourSpaceName) {
   content.append("q BI\n/W ");
   content.append(std::to_string(image.width));
@@ -49,6 +51,7 @@ void placeImage(Postscript2Pdf& converter, ImageSamples image) {
   const ImageColourSpaceNames names =
       imageColourSpaceNames(known ? image.colourSpace : converter.state().colourSpace);
   PageContent& content = converter.content();
+  // A pattern has no resources of its own, so nothing that it draws can be an object.
   if (image.data.size() > kInlineImageLimit && !converter.isInPattern()) {
     content.append(objectNameFor(converter.objects(), std::move(image), names.full));
     content.append(" Do\n");

@@ -13,6 +13,7 @@ void writeStyle(Interpreter& interpreter, PageContent& content, const char* wron
                 std::string_view operatorText) {
   const Ref<PostscriptObject> operand = interpreter.operandStack().pop();
   const auto* style = as<IntegerObject>(operand);
+  // A real is refused even where it is whole: the number is written as it stands.
   if (style == nullptr) THROW_EX(wrongTypeMessage);
   content.append(std::to_string(style->value));
   content.append(operatorText);
@@ -24,15 +25,18 @@ std::string dashText(const ArrayObject& dashes) {
   for (std::ptrdiff_t i = 0; i < count; ++i) {
     if (i > 0) text.push_back(' ');
     appendNumber(text, dashes.number(i));
+    // No more of a hostile array than it takes to know.
     if (text.size() > kMaxDashText) break;
   }
   text.append("] ");
+  // Kept: the name in the text is no operator's; the field knows it so (lines/setdash.ps).
   if (text.size() > kMaxDashText) THROW_EX("Out of buffer space in setdashlimit");
   return text;
 }
 
 }  // namespace
 
+// Written even when it is the same: the state starts at 0, but a PDF page at 1.
 void SetlinewidthOperator::execute(Interpreter& interpreter) {
   const double width = popNumber(interpreter);
   converter.state().lineWidth = width;
@@ -59,6 +63,7 @@ void SetmiterlimitOperator::execute(Interpreter& interpreter) {
 }
 
 void SetdashOperator::execute(Interpreter& interpreter) {
+  // Nothing is written before both operands are known to be right.
   const double offset = popNumber(interpreter);
   const Ref<ArrayObject> dashes = interpreter.popArrayObject();
   converter.content().append(dashText(*dashes));

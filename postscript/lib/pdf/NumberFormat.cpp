@@ -14,7 +14,8 @@ constexpr double kNoDecimalsFrom = 10000;
 
 int decimalsFor(double magnitude) {
   if (magnitude >= 1000) return 1;
-  if (magnitude >= 10) return 3;  // Kept: the hundreds have as many decimals as the tens
+  // Kept: the hundreds have as many decimals as the tens (NumberFormatTest.FromAHundredHasThreeDecimalsToo).
+  if (magnitude >= 10) return 3;
   return magnitude >= 1 ? 4 : 5;
 }
 

@@ -10,6 +10,7 @@ namespace quillpress {
 
 namespace {
 
+// What a reader would take for a matrix without an inverse, and stop at.
 constexpr double kDegenerate = 0.0001;
 
 bool isDegenerate(const Matrix& matrix) {
@@ -27,6 +28,7 @@ void PageContent::appendCoordinates(Point point) {
 }
 
 void PageContent::appendNumbers(std::span<const double> numbers, std::string_view end) {
+  // Once for all numbers; the few bytes of slack a number has are enough for the blanks.
   checkRoomFor(numbers.size() * (kLongestNumber + 1) + end.size());
   quillpress::appendNumbers(text_, numbers);
   text_.append(end);
@@ -48,6 +50,7 @@ void PageContent::throwTooLong() {
   Postscript2Pdf::refuse("page content too long for one call");
 }
 
+// The start may lie behind the end: a page that was begun meanwhile has taken the text with it.
 std::string PageContent::cutFrom(std::size_t start) {
   std::string cut = text_.substr(std::min(start, text_.size()));
   text_.resize(text_.size() - cut.size());

@@ -49,8 +49,8 @@ class PageContent {
   std::string text_;
 };
 
-// Appends six numbers and the operator, separated by blanks, and a line feed. A degenerate matrix (a, b, c
-// and d all next to zero) appends nothing.
+// Appends six numbers and the operator, separated by blanks, and a line feed. Kept: a degenerate
+// matrix (a, b, c and d all next to zero) appends nothing (transforms/concat.ps).
 void appendMatrix(std::string& text, const Matrix& matrix, std::string_view operatorText);
 
 }  // namespace quillpress

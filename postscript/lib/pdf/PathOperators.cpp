@@ -14,6 +14,7 @@ struct CurvePoints {
   Point end;
 };
 
+// The points come off the stack last first.
 CurvePoints popCurve(Interpreter& interpreter) {
   const Point end = popPoint(interpreter);
   const Point control2 = popPoint(interpreter);
@@ -28,7 +29,8 @@ void NewpathOperator::execute(Interpreter& /*interpreter*/) {
 }
 
 void CurrentpointOperator::execute(Interpreter& interpreter) {
-  // Kept: told in the user space in which it was made, whatever user space has become since.
+  // Kept: told in the user space in which it was made, whatever user space has become since
+  // (paths/currentpoint.ps).
   const Point point = converter.path().point();
   interpreter.pushReal(point.x);
   interpreter.pushReal(point.y);
@@ -39,6 +41,7 @@ void MovetoOperator::execute(Interpreter& interpreter) {
 }
 
 void RmovetoOperator::execute(Interpreter& interpreter) {
+  // From the current point even when there is none: a page begins at the origin.
   const Point offset = popPoint(interpreter);
   converter.path().moveTo(converter.path().point() + offset);
 }
@@ -64,6 +67,7 @@ void CurvetoOperator::execute(Interpreter& interpreter) {
 void RcurvetoOperator::execute(Interpreter& interpreter) {
   const CurvePoints offsets = popCurve(interpreter);
   converter.path().writePendingMove(converter.content());
+  // All three are relative to where the curve begins, not each to the one before.
   const Point origin = converter.path().point();
   converter.path().writeCurve(converter.content(), origin + offsets.control1, origin + offsets.control2,
                               origin + offsets.end);

@@ -11,6 +11,7 @@ namespace {
 std::string boxText(const DictionaryObject& dictionary) {
   const auto* box = dictionary.lookupAs<ArrayObject>("BBox");
   if (box == nullptr) Postscript2Pdf::refuse("expected array to be here");
+  // No rule of PDF: four numbers end with a blank, and six with none.
   constexpr std::ptrdiff_t kNumbersWithBlank = 5;
   std::string text("[");
   const auto count = static_cast<std::ptrdiff_t>(box->count());
@@ -31,7 +32,9 @@ double patternNumber(const DictionaryObject& dictionary, std::string_view key) {
 
 std::string patternDictionaryText(const DictionaryObject& dictionary, const Matrix& matrix) {
   std::string text("/Type /Pattern\n/Matrix [");
-  appendMatrix(text, matrix, "]");  // Kept: a degenerate matrix leaves the bracket open
+  // Kept: a degenerate matrix leaves the bracket open (PatternTest.ADegenerateMatrixLeavesItsBracketOpen).
+  appendMatrix(text, matrix, "]");
+  // In this order and only these: the rest of the dictionary is the job's own.
   for (const std::string_view key : {"XStep", "YStep", "PaintType", "PatternType", "TilingType"}) {
     if (dictionary.lookup(key) == nullptr) continue;
     text.append("/").append(key).append(" ");

@@ -27,13 +27,17 @@ void MakepatternOperator::begin(Interpreter& interpreter) {
 
   contentStart_ = converter.content().size();
   callNumber_ = converter.callNumber();
-  // Kept: the captured content begins with a scaling by the steps.
+  // Both are read before the first byte is written, so that an error leaves the page as it was.
+  // Kept: the captured content begins with a scaling by the steps
+  // (PatternTest.DataIsWhatThePaintProcedureDraws).
   const double xStep = patternNumber(*dictionary, "XStep");
   const double yStep = patternNumber(*dictionary, "YStep");
   converter.content().append("q ");
   converter.writeMatrix({xStep, 0, 0, yStep, 0, 0});
   const Matrix matrix = Matrix::of(*matrixOperand);
 
+  // From here on the next execution is the continuation, whatever fails before the paint procedure
+  // starts.
   pattern_ = converter.objects().create(PdfObjectKind::kPattern, "/PA");
   converter.setInPattern(true);
   pattern_->setDictionary(patternDictionaryText(*dictionary, matrix));
@@ -42,6 +46,7 @@ void MakepatternOperator::begin(Interpreter& interpreter) {
   PostscriptObject* paintProcedure = dictionary->lookup("PaintProc");
   if (paintProcedure == nullptr) Postscript2Pdf::refuse("expecting paintProc");
   converter.objects().identifyPattern(*pattern_, dictionary);
+  // One for the paint procedure, one that stays as the result.
   interpreter.operandStack().push(dictionary);
   interpreter.operandStack().push(dictionary);
   interpreter.start(paintProcedure);
@@ -49,6 +54,7 @@ void MakepatternOperator::begin(Interpreter& interpreter) {
 }
 
 void MakepatternOperator::finish() {
+  // Kept: misspelled, as the field knows it (PatternTest.APatternThatHasDataAlreadyIsNested).
   if (pattern_->hasData()) Postscript2Pdf::refuse("dont supported nested patterns yet");
   converter.content().append("Q\n");
   converter.setInPattern(false);

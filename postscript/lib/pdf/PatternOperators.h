@@ -25,8 +25,9 @@ class MakepatternOperator final : public NameObject, private Postscript2PdfObjec
   std::optional<Postscript2Pdf::PageDrawing> pageDrawing_;  // while the paint procedure runs
 };
 
-// dict  setpattern  -      Selects the pattern that was made from this very dictionary object as the fill
-// colour; for any other dictionary nothing happens.
+// dict  setpattern  -
+// Kept: selects the pattern that was made from this very dictionary object as the fill
+// colour; for any other dictionary nothing happens (patterns/setpattern.ps).
 DECLARE_GRAPHICS_OPERATOR(SetpatternOperator, "setpattern");
 
 }  // namespace quillpress

@@ -2,6 +2,7 @@
 
 namespace quillpress {
 
+// The record points into the strings beside it, so it never moves and is never copied.
 OwnedPdfObject::OwnedPdfObject(PdfObjectKind kind, std::string name) : name_(std::move(name)) {
   record_.dictionary = dictionary_.data();
   record_.compress = 1;
@@ -15,6 +16,7 @@ void OwnedPdfObject::setDictionary(std::string text) {
   record_.dictionary = dictionary_.data();
 }
 
+// At most 2 GiB: images and page content that are longer have been refused.
 void OwnedPdfObject::setData(std::string bytes) {
   data_ = std::move(bytes);
   record_.data = data_.data();

@@ -4,6 +4,7 @@
 
 namespace quillpress {
 
+// Made at its first use, by whichever face of the library comes first.
 PdfObjectList& PdfObjectList::ofProcess() {
   static PdfObjectList list;
   return list;

@@ -9,6 +9,7 @@
 namespace quillpress {
 
 Postscript2Pdf::Postscript2Pdf(const Matrix& defaultMatrix) {
+  // Before the operators run for the first time: the start-up texts may need a graphics state.
   startPage(defaultMatrix);
   registerGraphicsOperators(*this);
   interpreter_.loadPrologue();
@@ -16,6 +17,7 @@ Postscript2Pdf::Postscript2Pdf(const Matrix& defaultMatrix) {
 
 bool Postscript2Pdf::convert(const char* data, int length) {
   ++callNumber_;
+  // Also when the last call failed: what it had written before the error is never handed out.
   content_.clear();
   try {
     interpreter_.run(data, length);
@@ -39,10 +41,12 @@ void Postscript2Pdf::startPage(const Matrix& defaultMatrix) {
   pushFreshState();
 }
 
+// A fresh state has the page's matrix, also when grestore ran out of saved ones.
 void Postscript2Pdf::pushFreshState() {
   states_.emplace_back().ctm = defaultMatrix_;
 }
 
+// A whole copy, the path included: what is set from here on goes with the state.
 void Postscript2Pdf::pushStateCopy() {
   states_.push_back(GraphicsState(states_.back()));
 }
@@ -64,6 +68,7 @@ Postscript2Pdf::PageDrawing Postscript2Pdf::suspendPageDrawing() {
 void Postscript2Pdf::resumePageDrawing(PageDrawing drawing) {
   savedDepths_ = std::move(drawing.savedDepths);
   interpreter_.changeSaveLevel(drawing.saveLevel - interpreter_.saveLevel());
+  // The states of a page that has ended must not come back with the pattern that it began.
   if (drawing.pageNumber == pageNumber_) states_ = std::move(drawing.states);
 }
 
@@ -77,6 +82,7 @@ void Postscript2Pdf::restoreToSave() {
   const std::size_t depth = savedDepths_.back();
   savedDepths_.pop_back();
   interpreter_.changeSaveLevel(-1);
+  // Each gsave that the job left open since the save wrote its own "q".
   while (states_.size() > depth) {
     content_.append("Q ");
     popState();

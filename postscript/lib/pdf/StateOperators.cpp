@@ -7,11 +7,13 @@ void GsaveOperator::execute(Interpreter& /*interpreter*/) {
   converter.pushStateCopy();
 }
 
+// Written also when there is nothing to restore, as the field has always seen it.
 void GrestoreOperator::execute(Interpreter& /*interpreter*/) {
   converter.content().append("Q ");
   converter.popState();
 }
 
+// A save and a gsave in one; the number pushed is no object that restore would look at.
 void SaveOperator::execute(Interpreter& interpreter) {
   interpreter.pushReal(0.0);
   converter.rememberSave();
@@ -24,6 +26,7 @@ void RestoreOperator::execute(Interpreter& interpreter) {
   converter.restoreToSave();
 }
 
+// The caller begins pages, with its own matrix; the job's word for it comes too late for that.
 void ShowpageOperator::execute(Interpreter& /*interpreter*/) {}
 
 void PrintOperator::execute(Interpreter& interpreter) {

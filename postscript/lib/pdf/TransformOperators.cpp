@@ -8,6 +8,7 @@ namespace quillpress {
 
 namespace {
 
+// Told by its kind alone: these operators otherwise take numbers, and an array can be nothing else.
 // Pops the matrix operand of the forms that have one.
 Ref<ArrayObject> popOptionalMatrix(Interpreter& interpreter) {
   if (as<ArrayObject>(interpreter.operandStack().peek(0)) == nullptr) return nullptr;
@@ -21,6 +22,8 @@ void fillAndPush(Interpreter& interpreter, const Matrix& matrix, Ref<ArrayObject
 
 // Makes user space begin with `step`.
 void applyToCurrentMatrix(Postscript2Pdf& converter, const Matrix& step) {
+  // The state follows even when the matrix was too flat to be written: transform must give what was
+  // set.
   converter.writeMatrix(step);
   GraphicsState& state = converter.state();
   state.ctm = step.times(state.ctm);
@@ -30,6 +33,7 @@ void applyToCurrentMatrix(Postscript2Pdf& converter, const Matrix& step) {
 template <typename PopStep>
 void transformUserSpace(Interpreter& interpreter, Postscript2Pdf& converter, PopStep popStep) {
   Ref<ArrayObject> destination = popOptionalMatrix(interpreter);
+  // The numbers are popped below the matrix operand.
   const Matrix step = popStep();
   if (destination) {
     fillAndPush(interpreter, step, std::move(destination));
@@ -61,6 +65,7 @@ void SetmatrixOperator::execute(Interpreter& interpreter) {
   const Ref<PostscriptObject> operand = interpreter.operandStack().pop();
   const auto* array = as<ArrayObject>(operand);
   if (array == nullptr) THROW_EX("Matrix param expected for setmatrix operator");
+  // PDF can only multiply, so what is written leads from the matrix that is to the one that is wanted.
   const Matrix wanted = Matrix::of(*array);
   converter.writeMatrix(wanted.times(converter.state().ctm.inverse()));
   converter.state().ctm = wanted;

@@ -37,6 +37,16 @@ if(QUILLPRESS_SANITIZE)
   target_link_options(quillpress_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+if(QUILLPRESS_FUZZ)
+  # The calls at each edge let a fuzzer end a program that would run for ever; see tests/fuzz/support/Steps.h.
+  target_compile_options(quillpress_options INTERFACE
+    -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
+    -fsanitize-coverage=trace-pc
+    # Unlike GCC, clang has this one in -Wconversion.
+    -Wno-sign-conversion)
+  target_link_options(quillpress_options INTERFACE -fsanitize=address,undefined)
+endif()
+
 if(WIN32)
   # Windows 2000 is the oldest system that the library loads on; a newer declaration must not even compile.
   target_compile_definitions(quillpress_options INTERFACE

@@ -236,6 +236,7 @@ Unwatched::~Unwatched() {
 void Checkpoint::openArena() {
   if (isWatching) complain("a checkpoint within a watch");
   arenaStart_ = state.arenaUsed;
+  arenaBlocks_ = state.arenaBlocks;
   forbid(arena + arenaStart_, kArenaSize - arenaStart_);
   state.arenaIsOpen = true;
   isWatching = true;
@@ -245,10 +246,12 @@ void Checkpoint::closeArena() {
   isWatching = false;
   state.arenaIsOpen = false;
   state.deletedFromArena = nullptr;
+  arenaBlocks_ = state.arenaBlocks - arenaBlocks_;
   copy(arena + arenaStart_, state.arenaUsed - arenaStart_);
 }
 
 Checkpoint::~Checkpoint() {
+  state.arenaBlocks -= arenaBlocks_;
   for (std::size_t i = 0; i < count_; ++i) std::free(copies_[i].bytes);
 }
 

@@ -61,6 +61,9 @@ class Checkpoint {
   }
   Checkpoint(const Checkpoint&) = delete;
   Checkpoint& operator=(const Checkpoint&) = delete;
+
+  // Its blocks are counted no more. Objects that are still in them may be deleted.
+  // REQUIRES: nothing has changed since the moment, or goBack was called.
   ~Checkpoint();
 
   // An object outside the heap that belongs to the moment: a static one that holds pointers into the heap.
@@ -84,6 +87,7 @@ class Checkpoint {
   Copy copies_[kMostCopies] = {};
   std::size_t count_ = 0;
   std::size_t arenaStart_ = 0;
+  std::size_t arenaBlocks_ = 0;
 };
 
 }  // namespace quillpress::heap

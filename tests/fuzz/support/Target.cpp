@@ -1,0 +1,26 @@
+#include "tests/fuzz/support/Target.h"
+
+#include <algorithm>
+#include <array>
+
+namespace quillpress::fuzz {
+
+namespace {
+
+constexpr auto kTargets = std::to_array<Target>({
+    {"calls", runCalls},
+    {"convert", runConvert},
+    {"images", runImages},
+    {"numbers", runNumbers},
+    {"splits", runSplits},
+    {"tokenizer", runTokenizer},
+});
+
+}  // namespace
+
+const Target* findTarget(std::string_view name) {
+  const auto* found = std::ranges::find(kTargets, name, &Target::name);
+  return found == kTargets.end() ? nullptr : found;
+}
+
+}  // namespace quillpress::fuzz

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace quillpress::fuzz {
+
+using Input = std::span<const std::uint8_t>;
+
+// Something that takes any bytes. What must hold is checked with FUZZ_CHECK; the rest the sanitizers find.
+struct Target {
+  std::string_view name;  // of its corpus, and of its source in another spelling
+  void (*run)(Input input);
+};
+
+// Null when there is none of that name.
+const Target* findTarget(std::string_view name);
+
+void runCalls(Input input);
+void runConvert(Input input);
+void runImages(Input input);
+void runNumbers(Input input);
+void runSplits(Input input);
+void runTokenizer(Input input);
+
+}  // namespace quillpress::fuzz

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <vector>
 
-#include "umpd/rules/Text.h"
+#include "umpd/rules/RegistryData.h"
 #include "umpd/rules/TryResize.h"
 
 namespace quillpress::driver {
@@ -13,25 +13,7 @@ namespace {
 constexpr std::size_t kLeastRoom = 10 * sizeof(wchar_t);
 constexpr std::size_t kOrdinaryRoom = 65'536;
 
-// Programs may store a text without its final zero, with several, or with half a character.
-std::wstring textOfBytes(const BYTE* bytes, std::size_t size) {
-  std::wstring text(size / sizeof(wchar_t), L'\0');
-  std::memcpy(text.data(), bytes, text.size() * sizeof(wchar_t));
-  return std::wstring(textOfField(text.data(), text.size()));
-}
-
-int numberOfBytes(const BYTE* bytes) {
-  int number = 0;
-  std::memcpy(&number, bytes, sizeof number);
-  return number;
-}
-
-// What a value reads as in the map; nothing for kinds that settings do not have.
-std::optional<std::wstring> settingOf(DWORD type, const BYTE* bytes, std::size_t size) {
-  if (type == REG_DWORD && size == sizeof(int)) return std::to_wstring(numberOfBytes(bytes));
-  if (type == REG_SZ) return textOfBytes(bytes, size);
-  return std::nullopt;
-}
+static_assert(kRegistryText == REG_SZ && kRegistryNumber == REG_DWORD);
 
 // Returns the kind of the value; REG_NONE when it cannot be read.
 DWORD readBytes(HKEY key, const wchar_t* name, std::vector<BYTE>& bytes) {
@@ -58,22 +40,24 @@ ReadResult readNumber(HKEY key, const wchar_t* name, int& number) {
   DWORD size = sizeof bytes;
   const LONG result = RegQueryValueExW(key, name, nullptr, &type, bytes, &size);
   if (result == ERROR_FILE_NOT_FOUND) return ReadResult::kAbsent;
-  if (result != ERROR_SUCCESS || type != REG_DWORD || size != sizeof bytes) return ReadResult::kFailed;
-  number = numberOfBytes(bytes);
+  if (result != ERROR_SUCCESS || type != REG_DWORD) return ReadResult::kFailed;
+  const std::optional<int> value = numberOfRegistryBytes({bytes, size});
+  if (!value) return ReadResult::kFailed;
+  number = *value;
   return ReadResult::kFound;
 }
 
 std::optional<std::wstring> readText(HKEY key, const wchar_t* name) {
   std::vector<BYTE> bytes;
   if (readBytes(key, name, bytes) != REG_SZ) return std::nullopt;
-  return textOfBytes(bytes.data(), bytes.size());
+  return textOfRegistryBytes(bytes);
 }
 
 std::optional<std::wstring> readCommandLine(HKEY key, const wchar_t* name) {
   std::vector<BYTE> bytes;
   const DWORD type = readBytes(key, name, bytes);
   if (type != REG_SZ && type != REG_EXPAND_SZ) return std::nullopt;
-  return textOfBytes(bytes.data(), bytes.size());
+  return textOfRegistryBytes(bytes);
 }
 
 bool writeNumber(HKEY key, const std::wstring& name, int value) {
@@ -109,7 +93,7 @@ bool readAllValues(HKEY key, StringMap& map, unsigned& refused) {
     const LONG result = RegEnumValueW(key, i, name.data(), &nameLength, nullptr, &type, data.data(), &size);
     if (result == ERROR_NO_MORE_ITEMS) break;
     if (result != ERROR_SUCCESS || nameLength == 0) continue;
-    const std::optional<std::wstring> value = settingOf(type, data.data(), size);
+    const std::optional<std::wstring> value = settingOfRegistryValue(type, {data.data(), size});
     if (value && !map.set({name.data(), nameLength}, *value)) ++refused;
   }
   return true;

@@ -11,9 +11,13 @@ constexpr auto kTargets = std::to_array<Target>({
     {"calls", runCalls},
     {"convert", runConvert},
     {"images", runImages},
+    {"ini", runIni},
     {"numbers", runNumbers},
+    {"output_names", runOutputNames},
+    {"registry", runRegistry},
     {"splits", runSplits},
     {"tokenizer", runTokenizer},
+    {"xmp", runXmp},
 });
 
 }  // namespace

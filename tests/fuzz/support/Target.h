@@ -20,8 +20,12 @@ const Target* findTarget(std::string_view name);
 void runCalls(Input input);
 void runConvert(Input input);
 void runImages(Input input);
+void runIni(Input input);
 void runNumbers(Input input);
+void runOutputNames(Input input);
+void runRegistry(Input input);
 void runSplits(Input input);
 void runTokenizer(Input input);
+void runXmp(Input input);
 
 }  // namespace quillpress::fuzz

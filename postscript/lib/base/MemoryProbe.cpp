@@ -19,6 +19,7 @@ void probeMemory(std::size_t count, std::size_t size) {
   // A call of the function, which unlike a new expression no compiler may leave out.
   void* const memory = ::operator new(count* size* kHeadroom, std::nothrow);
   if (memory == nullptr) throw std::bad_alloc();
+  // Given back at once: what counts is that the system did not refuse.
   ::operator delete(memory);
 }
 

@@ -48,6 +48,7 @@ void Parser::skipTokenDelimiter() {
   }
 }
 
+// The line feed of a pair may come with the next chunk only, so it is noted that one may still be due.
 void Parser::skipLineEnd() {
   const char first = *cursor_++;
   if (first != '\r') return;
@@ -67,6 +68,8 @@ Ref<PostscriptObject> Parser::nextToken() {
   return nullptr;
 }
 
+// A literal name ends where any other word does; comments end with their line, strings with their own
+// brackets.
 DelimiterSet Parser::delimitersOf(State state) {
   switch (state) {
     case State::kNormal:
@@ -91,6 +94,7 @@ bool Parser::gather() {
     return scan(delimitersOf(state_));
   }
   if (atEnd()) return false;
+  // One byte at a time: how long an escape is shows only when its next byte has been read.
   escapeText_.push_back(*cursor_++);
   return true;
 }
@@ -102,6 +106,7 @@ void Parser::skipWhiteSpace() {
 bool Parser::scan(DelimiterSet delimiters) {
   const char* const runStart = cursor_;
   cursor_ = std::find_if(cursor_, chunkEnd_, [delimiters](char c) { return isDelimiter(delimiters, c); });
+  // Only words are looked at as a whole before they are used; strings have to be gathered anyway.
   const bool isWord = state_ == State::kNormal || state_ == State::kLiteralName;
   if (isWord && !atEnd() && tokenText_.empty()) {
     gathered_ = {runStart, static_cast<std::size_t>(cursor_ - runStart)};  // most words need no copy
@@ -110,6 +115,7 @@ bool Parser::scan(DelimiterSet delimiters) {
     gathered_ = tokenText_;
   }
   if (atEnd()) return false;
+  // Left unread: the state that the scan was made for decides whether it belongs to the token.
   stopCharacter_ = *cursor_;
   return true;
 }
@@ -179,6 +185,7 @@ Ref<PostscriptObject> Parser::openToken(char delimiter) {
   }
 }
 
+// Structure comments are for the program that prints; the caller has read them if it wants them.
 Ref<PostscriptObject> Parser::inComment() {
   skipChar();
   state_ = State::kNormal;
@@ -186,6 +193,7 @@ Ref<PostscriptObject> Parser::inComment() {
 }
 
 Ref<PostscriptObject> Parser::inLiteralName() {
+  // The second slash becomes part of the text, which tells such a name from a literal one further down.
   if (gathered_.empty() && stopCharacter_ == '/') {
     skipChar();
     tokenText_.push_back('/');
@@ -282,6 +290,7 @@ Ref<PostscriptObject> Parser::inHexString() {
   tokenText_.push_back('>');
   if (!isAscii85) return takeString(0, kAsciiHexDecode);
   if (isTerminated) return takeString(1, kAscii85Decode);
+  // From here on the data ends at its tilde, and brackets are digits like others.
   state_ = State::kAscii85String;  // the > is part of ASCII85 data
   return nullptr;
 }

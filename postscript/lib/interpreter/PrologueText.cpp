@@ -43,7 +43,8 @@ const std::string_view kAbbreviationsText = R"ps(/| /def load def
 /b {bind def} bind def
 )ps";
 
-// Eight codes a line.
+// The names of glyphs in the standard encoding of the language, eight codes a line; jobs re-encode fonts from
+// it.
 const std::string_view kStandardEncodingText = R"ps(/StandardEncoding
 /.notdef /.notdef /.notdef /.notdef /.notdef /.notdef /.notdef /.notdef
 /.notdef /.notdef /.notdef /.notdef /.notdef /.notdef /.notdef /.notdef
@@ -80,6 +81,8 @@ const std::string_view kStandardEncodingText = R"ps(/StandardEncoding
 256 array astore def
 )ps";
 
+// The font that stands for all others. Its matrix is what scalefont multiplies, and what sizes are read
+// from.
 const std::string_view kHelveticaText = R"ps(/Helvetica
 7 dict begin
 /FontName /Helvetica def

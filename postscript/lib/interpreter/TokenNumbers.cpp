@@ -8,6 +8,7 @@ namespace quillpress {
 
 namespace {
 
+// Most words are names, and this spares them the four attempts below.
 bool mayBeginNumber(char c) {
   return (c >= '0' && c <= '9') || c == '.' || c == '+' || c == '-';
 }
@@ -36,10 +37,12 @@ bool isSpelledLikeReal(std::string_view text) {
 // Kept: a lone sign is the integer 0, though prologues define signs as procedures (tokenizer/numbers.ps).
 Ref<PostscriptObject> numberFromToken(std::string_view text) {
   if (!mayBeginNumber(text.front())) return nullptr;
+  // A radix number that does not convert falls through and becomes a name.
   if (hasRadixSign(text)) {
     if (const auto radix = parseRadixInteger(text)) return make<IntegerObject>(*radix);
   }
   if (const auto integer = parseDecimalInteger(text)) return make<IntegerObject>(*integer);
+  // The numbers of most jobs, faster than the conversion of any spelling, with the same result.
   if (const auto decimal = parsePlainDecimal(text)) return make<RealObject>(*decimal);
   if (!isSpelledLikeReal(text)) return nullptr;
   if (const auto real = parseReal(text)) return make<RealObject>(*real);

@@ -62,6 +62,8 @@ std::string decodeAscii85(std::string_view text) {
   return bytes;
 }
 
+// Filters of other names come from the job and are passed on to the PDF reader; the language sees their
+// text.
 std::string decodeWith(std::string_view filterName, const std::string& text) {
   if (filterName == kAsciiHexDecode) return decodeHex(text);
   if (filterName == kAscii85Decode) return decodeAscii85(text);

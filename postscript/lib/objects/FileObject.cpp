@@ -31,7 +31,7 @@ char FileObject::readChar(Interpreter& interpreter) const {
   if (!isCurrentFile()) THROW_EX("Read not supported on this file type");
   Parser& input = interpreter.parser();
   input.skipTokenDelimiter();
-  // Kept: misspelled, as the field knows it (ReadTest.AtTheEndOfTheChunkThrows).
+  // Kept: "Progam", as the field knows it (ReadTest.AtTheEndOfTheChunkThrows).
   if (input.atEnd()) THROW_EX("Progam attempting to read char when insufficient current file is loaded");
   return input.nextChar();
 }

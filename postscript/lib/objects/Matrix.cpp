@@ -45,11 +45,13 @@ Matrix Matrix::inverse() const {
           (b * tx - a * ty) / determinant};
 }
 
+// Row vectors: the point stands on the left of the matrix.
 Point transform(const Matrix& matrix, Point point) {
   const Point moved = transformDistance(matrix, point);
   return {moved.x + matrix.tx, moved.y + matrix.ty};
 }
 
+// Without the translation, which moves both ends of a distance alike.
 Point transformDistance(const Matrix& matrix, Point distance) {
   return {distance.x * matrix.a + distance.y * matrix.c, distance.x * matrix.b + distance.y * matrix.d};
 }

@@ -9,8 +9,8 @@ namespace quillpress {
 
 class PostscriptObject;
 
-// Pi as the converter has always used it, ten decimals, not the full double. Kept: the last digits of
-// angles and curves show it (math/atan.ps).
+// Pi as the converter has always used it. Kept: ten decimals, not the full double, which the last digits of
+// angles and curves show (math/atan.ps).
 inline constexpr double kPi = 3.1415926535;
 
 // The value of an integer or a real. Throws Ex for any other kind.

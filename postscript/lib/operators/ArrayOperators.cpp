@@ -43,6 +43,7 @@ void PackedarrayOperator::execute(Interpreter& interpreter) {
   operands.push(array);
 }
 
+// There is one kind of array only, and currentpacking says what drivers want to hear.
 void SetpackingOperator::execute(Interpreter& interpreter) {
   interpreter.operandStack().pop<BooleanObject>(text);
 }

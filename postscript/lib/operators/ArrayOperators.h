@@ -14,7 +14,7 @@ DECLARE_OPERATOR(PackedarrayOperator, "packedarray");
 // bool  setpacking  -
 DECLARE_OPERATOR(SetpackingOperator, "setpacking");
 
-// -  currentpacking  true      Kept: whatever setpacking was given (arrays/currentpacking.ps).
+// -  currentpacking  true      Kept: true whatever setpacking was given (arrays/currentpacking.ps).
 DECLARE_OPERATOR(CurrentpackingOperator, "currentpacking");
 
 // array  aload  any1 ... anyn array

@@ -37,6 +37,7 @@ void RightSquareBracketOperator::execute(Interpreter& interpreter) {
     topFirst.push_back(std::move(object));
   }
   const Ref<ArrayObject> array = interpreter.memory().newArray();
+  // One allocation instead of many: procedures that gather points make long arrays of them.
   array->elements().reserve(topFirst.size());
   std::for_each(topFirst.rbegin(), topFirst.rend(),
                 [&](auto& object) { array->elements().push(std::move(object)); });

@@ -21,7 +21,7 @@ void getArrayInterval(Interpreter& interpreter, const ArrayObject& source, std::
   // In 64 bits, since index and count may add up to more than 32 can hold.
   for (std::int64_t i = index; i < std::int64_t{index} + count; ++i) {
     PostscriptObject* element = source.element(static_cast<std::ptrdiff_t>(i));
-    // Kept: misspelled, as the field knows it (composites/getinterval.ps).
+    // Kept: "invlaid", as the field knows it (composites/getinterval.ps).
     if (element == nullptr) THROW_EX("invlaid array");
     interval->elements().push(element);
   }
@@ -31,6 +31,7 @@ void getStringInterval(Interpreter& interpreter, const StringObject& source, std
                        std::int32_t count) {
   const Ref<StringObject> interval = interpreter.memory().newString({});
   interpreter.operandStack().push(interval);
+  // A count that is too large takes what is there, a negative one is an error.
   if (index < 0 || count < 0 || static_cast<std::size_t>(index) > source.length()) {
     THROW_EX("String index out of range");
   }
@@ -42,6 +43,7 @@ void putArrayInterval(const ArrayObject& source, std::int32_t index, PostscriptO
   auto* destination = as<ArrayObject>(&destinationObject);
   if (destination == nullptr) THROW_EX("putinterval- only expecting array ");
   const auto count = static_cast<std::ptrdiff_t>(source.count());
+  // Checked as a whole before the first element is stored, so a failure changes nothing.
   if (index < 0 || std::int64_t{index} + count > static_cast<std::int64_t>(destination->count())) {
     THROW_EX("invalid args to putinterval");
   }

@@ -32,6 +32,7 @@ void unwindTo(ObjectStack& executions, Test isTarget) {
     const auto* name = as<NameObject>(object);
     if (name != nullptr && isTarget(*name)) return;
     auto* array = as<ArrayObject>(object);
+    // Otherwise the procedure would go on in its middle when its name is executed again.
     if (array != nullptr && array->isProcedure()) array->retire();
   }
 }
@@ -52,6 +53,7 @@ void IfelseOperator::execute(Interpreter& interpreter) {
   interpreter.start(condition->value ? whenTrue : whenFalse);
 }
 
+// An exit without a loop takes everything down and fails: what was running is gone.
 void ExitOperator::execute(Interpreter& interpreter) {
   unwindTo(interpreter.executionStack(), isLoop);
 }
@@ -91,6 +93,7 @@ void ExecOperator::execute(Interpreter& interpreter) {
   }
 }
 
+// Popped, unlike the operand of cvx: the answer takes its place.
 void XcheckOperator::execute(Interpreter& interpreter) {
   const Ref<PostscriptObject> object = interpreter.operandStack().pop();
   interpreter.pushBoolean(object->executable);

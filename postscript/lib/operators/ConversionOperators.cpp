@@ -23,6 +23,7 @@ bool hasDigits(std::string_view text) {
   return std::ranges::any_of(text, [](char c) { return c >= '0' && c <= '9'; });
 }
 
+// Here and not in the conversions, because a lone sign is a number in the program's own text.
 std::optional<std::int32_t> integerOf(std::string_view text) {
   if (!hasDigits(text)) return std::nullopt;  // a lone sign is no number here
   if (const auto decimal = parseDecimalInteger(text)) return decimal;

@@ -57,6 +57,7 @@ void WhereOperator::execute(Interpreter& interpreter) {
   interpreter.pushBoolean(holder != nullptr);
 }
 
+// Takes any key, unlike get; so a job can ask for what it cannot get.
 void KnownOperator::execute(Interpreter& interpreter) {
   const Ref<PostscriptObject> key = interpreter.operandStack().pop();
   const auto dictionary = interpreter.operandStack().pop<DictionaryObject>(text);
@@ -69,6 +70,7 @@ void UndefOperator::execute(Interpreter& interpreter) {
   if (auto* dictionary = as<DictionaryObject>(container)) dictionary->remove(*key);
 }
 
+// The object that lies on the stack, not a new handle: what a job does to its flag stays with it.
 void CurrentdictOperator::execute(Interpreter& interpreter) {
   interpreter.operandStack().push(&interpreter.dictionaries().current());
 }

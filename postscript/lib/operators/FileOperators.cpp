@@ -40,6 +40,7 @@ struct ReadOperands {
   Ref<FileObject> file;
 };
 
+// A table, because every byte of image data goes through it.
 constexpr std::array<std::int8_t, 256> makeHexDigitTable() {
   std::array<std::int8_t, 256> table{};
   for (std::size_t c = 0; c < table.size(); ++c) {
@@ -92,6 +93,7 @@ std::size_t decodeHexInto(std::string_view source, std::string& buffer, std::siz
 std::optional<std::string> endOfData(Interpreter& interpreter) {
   static const DictionaryKey kEndString("endString");
   const auto* endString = as<StringObject>(interpreter.dictionaries().lookup(kEndString));
+  // Of another kind it is a variable of the job that happens to have this name.
   if (endString == nullptr) return std::nullopt;
   return endString->bytes();
 }
@@ -138,6 +140,7 @@ void ReadhexstringOperator::execute(Interpreter& interpreter) {
     operands.suspend(interpreter, *this);
     return;
   }
+  // The operator is shared by all its uses, so it must forget this one.
   filled_ = 0;
   highDigit_ = -1;
   operands.finish(interpreter);

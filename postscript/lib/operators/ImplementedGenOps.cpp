@@ -4,6 +4,7 @@
 
 namespace quillpress {
 
+// Into the result that lies on the operand stack by now: the operations are called behind the pushes.
 void ImplementedGenOps::countdictstack(Out<IntegerObject> result) {
   result.object.value = static_cast<std::int32_t>(interpreter_.dictionaries().stack().count());
 }

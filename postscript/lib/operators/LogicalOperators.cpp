@@ -61,7 +61,6 @@ void FalseOperator::execute(Interpreter& interpreter) {
   interpreter.pushBoolean(false);
 }
 
-// A new one each time, so that what a job does to it stays with it.
 void NullOperator::execute(Interpreter& interpreter) {
   interpreter.operandStack().push(make<NullObject>());
 }

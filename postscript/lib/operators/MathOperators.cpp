@@ -60,6 +60,7 @@ std::int32_t unchanged(std::int32_t value) {
   return value;
 }
 
+// Through an integer, so that beyond 32 bits a real becomes the nearest bound.
 // Kept: halves go away from zero, unlike the language's rule (math/round.ps).
 double roundThroughInt32(double value) {
   return truncateToInt32(value > 0 ? value + 0.5 : value - 0.5);
@@ -90,6 +91,7 @@ Number MathOperator::ofIntegers(const PostscriptObject& a, const PostscriptObjec
   const auto* integerA = as<IntegerObject>(&a);
   const auto* integerB = as<IntegerObject>(&b);
   if (integerA == nullptr || integerB == nullptr) THROW_EX("Unsupported number type in calc");
+  // The operands stand in the operator for the time of the calculation; nothing is run in between.
   intA = integerA->value;
   intB = integerB->value;
   return calcInteger();
@@ -176,6 +178,7 @@ void RoundOperator::execute(Interpreter& interpreter) {
   mapNumber(interpreter, "Unsupported number type in round", unchanged, roundThroughInt32);
 }
 
+// The sign is the job's business; what comes of a negative operand is written as 0.
 void SqrtOperator::execute(Interpreter& interpreter) {
   const Ref<PostscriptObject> operand = interpreter.operandStack().pop();
   interpreter.pushReal(std::sqrt(toDouble(*operand)));
@@ -185,12 +188,14 @@ void AtanOperator::execute(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operandStack();
   const Ref<PostscriptObject> denominator = operands.pop();
   const Ref<PostscriptObject> numerator = operands.pop();
+  // The numerator is converted first, so of two wrong operands it gives the error.
   const double y = toDouble(*numerator);
   const double x = toDouble(*denominator);
   // Kept: the result is not brought into 0 to 360 (math/atan.ps).
   interpreter.pushReal(std::atan2(y, x) * 180.0 / kPi);
 }
 
+// In degrees, with the ten decimals of pi: the cosine of 90 is not quite 0, and rotations show it.
 double CosOperator::trig(double degrees) const {
   return std::cos(degrees * kPi / 180.0);
 }

@@ -8,6 +8,7 @@ void EqualsSignOperator::execute(Interpreter& interpreter) {
   interpreter.writeMessage(object->cvsString() + "\n");
 }
 
+// The text that shows what kind of object it is, brackets and all.
 void DoubleEqualsSignOperator::execute(Interpreter& interpreter) {
   const Ref<PostscriptObject> object = interpreter.operandStack().pop();
   interpreter.writeMessage(object->printString() + "\n");

@@ -121,6 +121,7 @@ void MarkOperator::execute(Interpreter& interpreter) {
   interpreter.operandStack().push(make<MarkObject>());
 }
 
+// Down to the nearest mark only, since marks nest.
 void CleartomarkOperator::execute(Interpreter& interpreter) {
   while (as<MarkObject>(interpreter.operandStack().pop()) == nullptr) {
   }

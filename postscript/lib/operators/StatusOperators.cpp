@@ -16,6 +16,8 @@ void VmstatusOperator::execute(Interpreter& interpreter) {
   interpreter.pushInteger(kMemoryMaximum);
 }
 
+// A job that is told that something is missing sends its own, or leaves something out; both cost more
+// than a name that turns out not to be there.
 void ResourcestatusOperator::execute(Interpreter& interpreter) {
   interpreter.operandStack().pop();
   interpreter.operandStack().pop();
@@ -30,7 +32,7 @@ void StatusdictOperator::execute(Interpreter& interpreter) {
   const Ref<DictionaryObject> status = memory.newDictionary();
   // Kept: like the built-in dictionaries, unlike those of dict (status/statusdict.ps).
   status->executable = true;
-  // Kept: misspelled, as jobs know it (status/statusdict.ps).
+  // Kept: "reservered", as the field knows it (status/statusdict.ps).
   status->define("product", memory.newString("marlowtin postscript interpreter - all rights reservered"));
   status->define("processcolors", make<IntegerObject>(3));
   interpreter.operandStack().push(status);

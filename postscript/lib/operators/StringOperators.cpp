@@ -20,6 +20,8 @@ void AnchorsearchOperator::execute(Interpreter& interpreter) {
   const bool found = string->bytes().starts_with(seek->bytes());
   if (found) {
     interpreter.pushString(string->bytes().substr(seek->length()));
+    // A string of its own and no handle on seek: what a job writes into one must not show in the
+    // other.
     interpreter.pushString(seek->bytes());
   } else {
     interpreter.operandStack().push(std::move(string));

@@ -12,8 +12,8 @@ namespace {
 
 constexpr double kFullTurn = 360;
 
-// In one step: hostile angles are millions of turns apart.
-// Raises `angle` by full turns until it is greater than `bound`.
+// Raises `angle` by full turns until it is greater than `bound`. In one step: hostile angles are millions of
+// turns apart.
 double raisedAbove(double bound, double angle) {
   if (angle > bound) return angle;
   angle += std::floor((bound - angle) / kFullTurn) * kFullTurn;
@@ -49,6 +49,7 @@ Corner roundCorner(Point from, Point corner, Point to, double radius) {
   const Point toEnd{to.x - corner.x, to.y - corner.y};
   const double cross = toFrom.x * toEnd.y - toFrom.y * toEnd.x;
   const double dot = toFrom.x * toEnd.x + toFrom.y * toEnd.y;
+  // The lines lie in one, or there is no circle: the corner stays, as one line to it.
   if (cross == 0 || radius == 0) return {true, {}, corner, corner};
   const double halfAngle = std::atan2(std::fabs(cross), dot) / 2;
   const double tangentLength = radius / std::tan(halfAngle);
@@ -94,6 +95,7 @@ Arcter::TangentPoints Arcter::popAndDraw(Interpreter& interpreter) {
   if (!rounded.isStraight) {
     const Point centre = rounded.circle.centre;
     const double startAngle = directionOf(centre, rounded.firstTangent);
+    // The short way round, whichever side the circle lies on.
     const double turn = directionOf(centre, rounded.secondTangent) - startAngle;
     pieces = cornerPieces(rounded.circle, startAngle, std::remainder(turn, 2 * std::numbers::pi));
   }
@@ -116,6 +118,7 @@ void ArctOperator::execute(Interpreter& interpreter) {
 
 void ArctoOperator::execute(Interpreter& interpreter) {
   const TangentPoints tangents = popAndDraw(interpreter);
+  // Also when the corner stayed: both tangent points are the corner then.
   for (const double coordinate : {tangents.first.x, tangents.first.y, tangents.second.x, tangents.second.y}) {
     interpreter.pushReal(coordinate);
   }

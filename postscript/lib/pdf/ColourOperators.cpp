@@ -11,8 +11,7 @@ namespace {
 
 using Components = std::array<double, 4>;
 
-// PDF has two current colours, PostScript one.
-// Writes a colour for strokes and for fills.
+// Writes a colour for strokes and for fills: PDF has two current colours, PostScript one.
 void writeColour(PageContent& content, std::span<const double> components, std::string_view strokeOperator,
                  std::string_view fillOperator) {
   content.appendNumbers(components, strokeOperator);
@@ -77,6 +76,7 @@ double grayOf(ColourSpace space, const Components& colour) {
       const Rgb rgb = rgbOfHsb(colour[0], colour[1], colour[2]);
       return grayOfRgb(rgb.red, rgb.green, rgb.blue);
     }
+    // Black covers what the three inks have left of the paper.
     case ColourSpace::kCmyk:
       return (1 - 0.299 * colour[0] - 0.587 * colour[1] - 0.114 * colour[2]) * (1 - colour[3]);
     case ColourSpace::kUnknown:
@@ -85,7 +85,8 @@ double grayOf(ColourSpace space, const Components& colour) {
   THROW_EX("color conversion not supported");
 }
 
-// The name of a colour space that stands bare or first in an array; empty for anything else.
+// The name of a colour space that stands bare or first in an array; empty for anything else. Jobs write both
+// /DeviceRGB and [/DeviceRGB]; what else such an array may hold belongs to spaces that are left alone.
 std::string_view colourSpaceName(const PostscriptObject& operand) {
   const PostscriptObject* first = &operand;
   if (const auto* array = as<ArrayObject>(&operand)) first = array->element(0);

@@ -61,6 +61,7 @@ void CurrentfontOperator::execute(Interpreter& interpreter) {
   interpreter.operandStack().push(std::move(font));
 }
 
+// One directory for both areas: fonts that a job defines are found whichever area is current.
 void FontDirectoryOperator::execute(Interpreter& interpreter) {
   interpreter.operandStack().push(&interpreter.dictionaries().fontDirectory());
 }

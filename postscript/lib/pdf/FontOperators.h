@@ -28,7 +28,7 @@ DECLARE_GRAPHICS_OPERATOR(GlobalFontDirectoryOperator, "GlobalFontDirectory");
 // string  show  -
 DECLARE_GRAPHICS_OPERATOR(ShowOperator, "show");
 
-// string  stringwidth  10.0 100.0      Kept: whatever the string (fonts/stringwidth.ps).
+// string  stringwidth  10.0 100.0      Kept: the same metrics whatever the string (fonts/stringwidth.ps).
 DECLARE_GRAPHICS_OPERATOR(StringwidthOperator, "stringwidth");
 
 }  // namespace quillpress

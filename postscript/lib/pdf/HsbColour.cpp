@@ -7,6 +7,7 @@ namespace quillpress {
 Rgb rgbOfHsb(double hue, double saturation, double brightness) {
   // Gray has no hue, and the one given may be anything.
   if (saturation == 0) return {brightness, brightness, brightness};
+  // A full turn of the colour circle is where it began, in either direction.
   hue -= std::floor(hue);
   const double position = hue * 6;
   // An infinite hue has no sector; the conversion to an integer would be undefined.

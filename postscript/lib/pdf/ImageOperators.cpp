@@ -40,6 +40,7 @@ Ref<PostscriptObject> unwrapped(Ref<PostscriptObject> source) {
 
 // The data sources of colorimage, in the program's order.
 Ref<PostscriptObject> popSources(Interpreter& interpreter, std::int32_t count) {
+  // With one source even several are one, and it may be a string.
   if (count == 1) return interpreter.operandStack().pop();
   ObjectStack& operands = interpreter.operandStack();
   while (count > 0 && static_cast<std::size_t>(count) > operands.count())
@@ -68,6 +69,7 @@ void Imager::reset() {
   imageMatrix_ = nullptr;
 }
 
+// Before any data is asked for, since nothing could make the image right.
 void Imager::setSize(std::int32_t width, std::int32_t height, std::int32_t bitsPerComponent) {
   if (width < 0 || height < 0) THROW_EX("negative image width or height");
   image_.width = width;
@@ -101,14 +103,14 @@ void Imager::gather(Interpreter& interpreter, PostscriptObject& operatorObject) 
   } else if (dataSourceCount_ == 3) {
     appendFromThreeSources(interpreter);
   } else {
-    // Kept: misspelled, as the field knows it (images/colorimage.ps).
+    // Kept: "seperation", as the field knows it (images/colorimage.ps).
     THROW_EX("unsupported image color seperation");
   }
   if (image_.data.size() > kMaxContent) THROW_EX("image data too long");
   const std::int32_t needed = neededLength();
   if (needed < 0) THROW_EX("negative image data length");
   if (image_.data.size() < static_cast<std::size_t>(needed)) {
-    // Kept: misspelled, as the field knows it (images/image.ps).
+    // Kept: "excpecting", as the field knows it (images/image.ps).
     if (dataSource_->typeCode == TypeCode::kString) THROW_EX("invalid data in image, excpecting proc");
     checkProgress(interpreter.parser(), image_.data.size() > lengthBefore);
     image_.data.reserve(std::min(static_cast<std::size_t>(needed), kMaxImageDataReserved));
@@ -151,7 +153,7 @@ void Imager::appendFromThreeSources(Interpreter& interpreter) {
   const std::size_t length = strings[0]->data().asHeld().size();
   const bool sameLength = std::ranges::all_of(
       strings, [length](const auto& string) { return string->data().asHeld().size() == length; });
-  // Kept: misspelled, as the field knows it (images/colorimage.ps).
+  // Kept: "exepecting", as the field knows it (images/colorimage.ps).
   if (!sameLength) THROW_EX("exepecting strings to be same size");
   for (std::size_t i = 0; i < length; ++i) {
     for (const Ref<StringObject>& string : strings) image_.data.push_back(string->data().asHeld()[i]);
@@ -180,7 +182,7 @@ void ImageOperator::takeDictionary(const DictionaryObject& dictionary) {
   const std::int32_t height = integerEntry(dictionary, "Height", "expecting height");
   const std::int32_t bits = integerEntry(dictionary, "BitsPerComponent", "expecting bitsPerComponent");
   const auto* decode = dictionary.lookupAs<ArrayObject>("Decode");
-  // Kept: misspelled, as the field knows it (images/dictionary.ps).
+  // Kept: "exepected deocde", as the field knows it (images/dictionary.ps).
   if (decode == nullptr) Postscript2Pdf::refuse("exepected deocde array in image dict");
   // Kept: two numbers of Decode a component; its values, and the image's ColorSpace, are not looked at
   // (images/dictionary.ps).
@@ -227,6 +229,8 @@ void ImagemaskOperator::execute(Interpreter& interpreter) {
   Ref<PostscriptObject> source = operand;
   // Jobs of old drivers name the data; the dictionaries of the moment decide what it means.
   if (operand->typeCode == TypeCode::kName) source = interpreter.dictionaries().lookup(*operand);
+  // Taken as it is, with no look at its length: the job says how large the mask is, and the reader
+  // finds its end.
   const StringObject* samples = maskData(source.get());
   if (samples == nullptr) THROW_EX("Could not find image mask data source string");
 

@@ -60,6 +60,7 @@ void placeImage(Postscript2Pdf& converter, ImageSamples image) {
   }
 }
 
+// The first blank of each name and the last one belong to the text that callers know.
 std::string imageFilterText(const std::vector<std::string>& filters) {
   if (filters.empty()) return {};
   std::string text("/Filter [");

@@ -19,6 +19,7 @@ void writeStyle(Interpreter& interpreter, PageContent& content, const char* wron
   content.append(operatorText);
 }
 
+// A buffer once held this text; its size is what jobs with long patterns were refused by.
 std::string dashText(const ArrayObject& dashes) {
   std::string text("[");
   const auto count = static_cast<std::ptrdiff_t>(dashes.count());

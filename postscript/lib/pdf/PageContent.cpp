@@ -46,6 +46,7 @@ void PageContent::appendCurve(Point control1, Point control2, Point end) {
   appendPoint(end, 'c');
 }
 
+// Apart from the check, which is made for every number.
 void PageContent::throwTooLong() {
   Postscript2Pdf::refuse("page content too long for one call");
 }

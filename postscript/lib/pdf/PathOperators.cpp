@@ -73,6 +73,7 @@ void RcurvetoOperator::execute(Interpreter& interpreter) {
                               origin + offsets.end);
 }
 
+// Written without a path as well, as the painting operators are; readers ignore it.
 void ClosepathOperator::execute(Interpreter& /*interpreter*/) {
   converter.path().writeClose(converter.content());
 }

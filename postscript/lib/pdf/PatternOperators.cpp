@@ -54,7 +54,7 @@ void MakepatternOperator::begin(Interpreter& interpreter) {
 }
 
 void MakepatternOperator::finish() {
-  // Kept: misspelled, as the field knows it (PatternTest.APatternThatHasDataAlreadyIsNested).
+  // Kept: "dont supported", as the field knows it (PatternTest.APatternThatHasDataAlreadyIsNested).
   if (pattern_->hasData()) Postscript2Pdf::refuse("dont supported nested patterns yet");
   converter.content().append("Q\n");
   converter.setInPattern(false);
@@ -66,6 +66,8 @@ void MakepatternOperator::finish() {
   pattern_ = nullptr;
 }
 
+// A dictionary that no pattern was made from is most likely a colour of a kind that is not known here:
+// the job goes on with the one before.
 void SetpatternOperator::execute(Interpreter& interpreter) {
   const Ref<DictionaryObject> dictionary = interpreter.popDictionaryObject();
   const OwnedPdfObject* pattern = converter.objects().findPattern(*dictionary);

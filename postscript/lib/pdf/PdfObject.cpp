@@ -23,6 +23,7 @@ void OwnedPdfObject::setData(std::string bytes) {
   record_.dataLength = static_cast<std::uint32_t>(data_.size());
 }
 
+// The address is the identity of the pattern; while it is held here no other dictionary can get it.
 void OwnedPdfObject::keepPatternDictionary(Ref<DictionaryObject> dictionary) {
   patternDictionary_ = std::move(dictionary);
   record_.patternDictionary = patternDictionary_.get();

@@ -40,6 +40,7 @@ const OwnedPdfObject* PdfObjectList::findPattern(const DictionaryObject& diction
 }
 
 ::PdfObject** PdfObjectList::snapshot() {
+  // The caller's array of the last call goes with this, as its contract says.
   handedOut_.clear();
   for (const auto& object : objects_) handedOut_.push_back(&object->record());
   handedOut_.push_back(nullptr);  // so that the array of an empty list has an address too

@@ -66,6 +66,7 @@ Postscript2Pdf::PageDrawing Postscript2Pdf::suspendPageDrawing() {
 }
 
 void Postscript2Pdf::resumePageDrawing(PageDrawing drawing) {
+  // Saves that the paint procedure left open have no page to restore.
   savedDepths_ = std::move(drawing.savedDepths);
   interpreter_.changeSaveLevel(drawing.saveLevel - interpreter_.saveLevel());
   // The states of a page that has ended must not come back with the pattern that it began.

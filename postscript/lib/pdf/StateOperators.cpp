@@ -21,6 +21,7 @@ void SaveOperator::execute(Interpreter& interpreter) {
   converter.pushStateCopy();
 }
 
+// The operand may be anything: jobs keep what save gave them in variables that they reuse.
 void RestoreOperator::execute(Interpreter& interpreter) {
   interpreter.operandStack().pop();
   converter.restoreToSave();
@@ -29,6 +30,7 @@ void RestoreOperator::execute(Interpreter& interpreter) {
 // The caller begins pages, with its own matrix; the job's word for it comes too late for that.
 void ShowpageOperator::execute(Interpreter& /*interpreter*/) {}
 
+// The whole string, zeros included, unlike = and ==.
 void PrintOperator::execute(Interpreter& interpreter) {
   interpreter.writeMessage(interpreter.popStringObject()->bytes());
 }

@@ -98,6 +98,7 @@ void ScaleOperator::execute(Interpreter& interpreter) {
 
 void RotateOperator::execute(Interpreter& interpreter) {
   transformUserSpace(interpreter, converter, [&] {
+    // The ten decimals of pi again, so that rotate gives the matrix that sin and cos would.
     const double radians = popNumber(interpreter) * kPi / 180.0;
     const double cosine = std::cos(radians);
     const double sine = std::sin(radians);

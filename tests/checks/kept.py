@@ -10,7 +10,7 @@ import re
 import sys
 
 # The folders whose marks the list holds.
-FOLDERS = ["postscript/lib"]
+FOLDERS = ["postscript/lib", "umpd"]
 SUFFIXES = {".h", ".cpp", ".def"}
 LIST = "docs/kept.md"
 HEAD = """# Kept on purpose
@@ -24,7 +24,7 @@ What looks like a mistake and is none: callers and jobs count on it. Each mark i
 
 COMMENT = re.compile(r"//(.*)")
 MARK = re.compile(r"Kept: (?P<reason>.*?) \((?P<test>[\w/-]+\.ps|[A-Z]\w*\.[A-Z]\w*)\)")
-UNIT_TEST = re.compile(r"\bTEST(?:_F)?\(\s*(\w+),\s*(\w+)\)")
+UNIT_TEST = re.compile(r"\bTEST(?:_[FP])?\(\s*(\w+),\s*(\w+)\)")
 
 
 def comments(text):

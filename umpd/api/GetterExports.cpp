@@ -21,11 +21,13 @@ constexpr std::string_view kPdfaXmlNarrow = "pdfaXML";
 // As much as fits, with the final zero.
 void copyText(std::wstring_view text, wchar_t* buffer, unsigned length) {
   if (buffer == nullptr || length == 0) return;
+  // A text that is too long is cut rather than refused: the caller's default may be longer than its buffer.
   *std::copy_n(text.begin(), fitting(text, length).size(), buffer) = L'\0';
 }
 
 void copyPacket(UmDriver& job, wchar_t* buffer, unsigned length) {
   const std::wstring packet = buildPdfaXml(job.settings(), job.documentName());
+  // Half a packet is no XML, so one that does not fit is no packet.
   copyText(packet.size() < length ? packet : std::wstring(), buffer, length);
 }
 
@@ -33,8 +35,12 @@ void copyPacket(UmDriver& job, wchar_t* buffer, unsigned length) {
 bool copyPacketAsUtf8(UmDriver& job, char* buffer, unsigned length) {
   if (buffer == nullptr || length == 0) return false;
   const std::wstring packet = buildPdfaXml(job.settings(), job.documentName());
+  // The conversion counts in signed integers; a length above them would be a negative one.
   const int room = static_cast<int>(std::min<unsigned>(length, 0x7FFFFFFF));
+  // With -1 for the length the final zero is converted too. Before Vista UTF-8 allows no flags, and a default
+  // character not at all.
   if (WideCharToMultiByte(CP_UTF8, 0, packet.c_str(), -1, buffer, room, nullptr, nullptr) != 0) return true;
+  // A failed conversion may have left the beginning of the packet behind.
   *buffer = '\0';
   return false;
 }
@@ -44,7 +50,7 @@ bool copyPacketAsUtf8(UmDriver& job, char* buffer, unsigned length) {
 extern "C" {
 
 int QUILLPRESS_CALL getIntVal(unsigned long job, const wchar_t* name, int defaultValue) {
-  // Kept: the text names another getter.
+  // Kept: the text names another getter (InvalidJobTest.ANumberIsTheDefaultAfterABox).
   UmDriver* const driver = validJob(job, "getPrinterName invalid parms");
   if (driver == nullptr) return defaultValue;
   return guarded(defaultValue, [&] { return driver->settings().getInt(textOrEmpty(name), defaultValue); });
@@ -55,6 +61,7 @@ unsigned QUILLPRESS_CALL getStringVal(unsigned long job, const wchar_t* name, wc
   UmDriver* const driver = validJob(job, "getStringVal invalid parms");
   if (driver == nullptr) return 0;
   return guarded(0U, [&] {
+    // Before the settings, so that none of this name in the registry can hide the packet.
     if (textOrEmpty(name) == kPdfaXml) {
       copyPacket(*driver, buffer, length);
     } else if (const std::wstring* value = driver->settings().findFitting(textOrEmpty(name), length)) {
@@ -70,6 +77,8 @@ unsigned QUILLPRESS_CALL getStringMultibyte(unsigned long job, const char* name,
                                             unsigned length) {
   UmDriver* const driver = validJob(job, "getStringMultibyte invalid parms");
   if (driver == nullptr) return 0;
+  // Kept: a name that is not served succeeds and leaves the buffer alone
+  // (PacketGettersTest.TheNarrowFormServesNoOtherName).
   if (name == nullptr || name != kPdfaXmlNarrow) return 1;
   return guarded(0U, [&] { return copyPacketAsUtf8(*driver, buffer, length) ? 1U : 0U; });
 }

@@ -26,6 +26,7 @@ Jobs& jobs() {
 }  // namespace
 
 JobHandle JobTable::add(std::unique_ptr<UmDriver> job) {
+  // Callers get the object's address, which no living job shares. It is never followed: see find.
   static_assert(sizeof(JobHandle) == sizeof(void*));
   const auto handle = static_cast<JobHandle>(reinterpret_cast<std::uintptr_t>(job.get()));
   const CriticalSection::Lock lock(jobs().section);
@@ -42,7 +43,8 @@ UmDriver* JobTable::find(JobHandle handle) {
 std::unique_ptr<UmDriver> JobTable::remove(JobHandle handle) {
   const CriticalSection::Lock lock(jobs().section);
   const auto found = jobs().byHandle.find(handle);
-  // Kept: an object that does not say that it is a job is not touched, and so never goes.
+  // Kept: an object that does not say that it is a job is not touched, and so never goes
+  // (SpoolerInterfaceTest.AJobWithASpoiledSignatureIsLeftAlone).
   if (found == jobs().byHandle.end() || !found->second->hasSignature()) return nullptr;
   std::unique_ptr<UmDriver> job = std::move(found->second);
   jobs().byHandle.erase(found);
@@ -57,6 +59,8 @@ UmDriver* validJob(JobHandle handle, const char* messageIfInvalid) {
 }
 
 bool writeBlock(UmDriver& job, const void* bytes, unsigned long count) {
+  // A file with a hole in it is worse than one that ends early, so nothing is written behind a block that was
+  // lost.
   if ((job.stateFlags() & UmDriver::kWriteFailed) != 0) return false;
   const bool isWritten = guarded(false, [&] {
     return job.write({static_cast<const std::byte*>(bytes), count});

@@ -22,6 +22,8 @@ JobHandle DrvSplStartDoc(void* printer, unsigned long jobId) {
 }
 
 int DrvSplWritePrinter(JobHandle job, const void* bytes, unsigned long count, unsigned long* written) {
+  // Kept: counted before anything is tried, so a spooler that only looks at the count never sends a block
+  // again (SpoolerInterfaceTest.TheCountIsStoredForABlockThatFailsToo).
   if (written != nullptr) *written = count;
   UmDriver* const driver = validJob(job, "DrvSplWritePrinter - invalid parms");
   if (driver == nullptr) return 0;
@@ -36,6 +38,8 @@ int DrvSplEndDoc(JobHandle job) {
 }
 
 int DrvSplClose(JobHandle job) {
+  // Not validJob: the end of a document takes the mark of an initialised job away, and closing comes after
+  // it.
   if (JobTable::remove(job) != nullptr) return 1;
   showErrorBox("DrvSplClose - invalid parms");
   return 0;
@@ -52,6 +56,8 @@ int DrvSplEndPage(JobHandle job) {
 int DrvSplAbort(JobHandle job) {
   UmDriver* const driver = validJob(job, "DrvSplAbort invalid parms");
   if (driver == nullptr) return 0;
+  // Kept: nothing looks at the flag; it is closing that frees an aborted job
+  // (SpoolerInterfaceTest.AbortOnlySetsItsFlag).
   driver->setStateFlag(UmDriver::kAborted);
   return 1;
 }

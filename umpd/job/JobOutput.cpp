@@ -16,7 +16,9 @@
 namespace quillpress::driver {
 namespace {
 
+// Room for a virtualised path, which holds the folder of the application data twice.
 constexpr std::size_t kPathSize = 780;
+// Together some five seconds, in which a process comes up even while a log-on starts many others.
 constexpr int kLauncherTries = 10;
 constexpr DWORD kLauncherPauseMilliseconds = 540;
 
@@ -28,6 +30,8 @@ bool startLauncher(const LauncherProxy& launcher) {
   }
   QUILLPRESS_TRACE(L"Launcher not running, attempting to start it\n");
   for (int i = 0; i < kLauncherTries; ++i) {
+    // Whether it was started does not matter, only whether it listens: another job may start it at the same
+    // time.
     launcher.startLauncher();
     // A process that has been started does not listen yet.
     Sleep(kLauncherPauseMilliseconds);
@@ -47,6 +51,7 @@ bool announce(const DriverSettings& settings, bool showStatus) {
 
 // Whether this is a browser process in protected mode, which may write to few folders.
 bool isProtectedModeProcess() {
+  // Loaded for the question only: other programs have no use for the browser's library.
   const SystemLibrary browser(kIEIsProtectedModeProcess.library);
   auto* const ask = browser.find(kIEIsProtectedModeProcess);
   BOOL isProtected = FALSE;
@@ -59,10 +64,11 @@ bool JobOutput::begin(const DriverSettings& settings, const std::wstring& docume
   const bool isFinishEventWanted = settings.getInt(L"FinishPrintEv", 0) != 0;
   // Who waits for the event shows the status itself.
   const bool showStatus = settings.getInt(L"showPrintStatusWin", 1) != 0 && !isFinishEventWanted;
-  // Kept: "Inerface". Traces are searched for by the texts that they have always had.
+  // Kept: "Inerface", by which the field searches traces (TraceTest.TextsKeepTheirSpelling).
   QUILLPRESS_TRACE(L"umdriver::write showUserInerface = %d\n", showStatus);
   if (!isFinishEventWanted && !announce(settings, showStatus)) return false;
 
+  // After the launcher is up: the choice makes folders, which a job that fails there must not leave.
   std::optional<std::wstring> path = SetFilename(settings).chooseOutputFilename(documentName, kPathSize);
   if (!path) {
     showSystemErrorBox(L"setOutputFilename failed");
@@ -73,11 +79,12 @@ bool JobOutput::begin(const DriverSettings& settings, const std::wstring& docume
 }
 
 // Kept: a creation that fails is only felt by the write that follows, which then ends the job in the usual
-// way.
+// way (FailedCreationTest.OnAMissingDriveFailsTheWriteAndEndsTheJobAsUsual).
 bool JobOutput::create() {
   if (file_.create(path_)) return true;
   // The box explains the first failure, whatever the browser is asked meanwhile.
   const DWORD error = GetLastError();
+  // Asked after the failure only: a browser may have been given a folder that it can write to.
   if (isProtectedModeProcess()) createVirtualized();
   if (file_.isBegun()) return true;
   QUILLPRESS_TRACE(L"Error creating %s\n", path_);
@@ -89,6 +96,7 @@ bool JobOutput::create() {
 void JobOutput::createVirtualized() {
   const std::wstring path = virtualizedPath(path_, applicationDataFolder());
   if (path.empty()) return;
+  // The job goes on under this path, so that the launcher opens the file that was written.
   path_ = fitting(path, kPathSize);
   file_.create(path_);
 }
@@ -98,6 +106,8 @@ bool JobOutput::write(std::span<const std::byte> block) {
     QUILLPRESS_TRACE(L"Error writing to %s\n", path_);
     return false;
   }
+  // Counted in 32 bits, as callers read it; a file of more than 4 GiB wraps the count and is written all the
+  // same.
   bytesWritten_ += static_cast<std::uint32_t>(block.size());
   return true;
 }

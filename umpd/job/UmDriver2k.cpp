@@ -11,6 +11,8 @@ bool UmDriver2k::init(HANDLE printer, DWORD jobId, const wchar_t* documentName) 
   QUILLPRESS_TRACE(L"> UmDriver2k::init %x\n", this);
   const NamedMutex::Lock lock(jobMutex());
   if (!lock) return false;
+  // This interface always passes the handle on, so nothing is opened by name; a null one fails at the
+  // printer's name below.
   setPrinter(printer, jobId);
   const std::wstring printerName = readPrinterName();
   if (printerName.empty()) {
@@ -19,6 +21,7 @@ bool UmDriver2k::init(HANDLE printer, DWORD jobId, const wchar_t* documentName) 
   }
   settings().setPrinterName(printerName);
   setDocumentName(textOrEmpty(documentName));
+  // Before the settings are read: the set-up program may write some of them.
   runSetupProgramIfNeeded(printerName, settings().user());
   loadSettings();
   setStateFlag(kInitialised);

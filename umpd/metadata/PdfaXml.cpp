@@ -7,6 +7,7 @@
 namespace quillpress::driver {
 namespace {
 
+// Other programs may store longer texts. They are cut, not left out: half a subject is better than none.
 constexpr std::size_t kLongestText = 2000;
 
 std::wstring readInfoText(HKEY key, const wchar_t* name) {
@@ -15,6 +16,8 @@ std::wstring readInfoText(HKEY key, const wchar_t* name) {
 
 DocumentInfo readDocumentInfo(DriverSettings& settings) {
   DocumentInfo info;
+  // Not from the job's map: the user may change the texts in the window that comes up while the job prints. A
+  // value of the wrong kind means that the texts cannot be trusted either; an absent one is an ordinary 0.
   const RegistryKey key = settings.openPrinterKey(KEY_QUERY_VALUE);
   if (!key || readNumber(key.get(), L"DocInfoEnable", info.enable) == ReadResult::kFailed) return info;
   info.title = readInfoText(key.get(), L"DocInfoTitle");
@@ -32,6 +35,7 @@ std::tm localTime() {
   SYSTEMTIME now{};
   GetLocalTime(&now);
   std::tm time{};
+  // Converted by hand: the C library's localtime follows the variable TZ, which printing programs may set.
   time.tm_year = now.wYear - 1900;
   time.tm_mon = now.wMonth - 1;
   time.tm_mday = now.wDay;
@@ -41,7 +45,7 @@ std::tm localTime() {
   return time;
 }
 
-// Kept: the standard bias only. In summer the offset is that of the winter.
+// Kept: the standard bias only, so in summer the offset is that of the winter (RuleRowsTest.Dates).
 long standardBias() {
   TIME_ZONE_INFORMATION zone{};
   GetTimeZoneInformation(&zone);

@@ -11,6 +11,7 @@
 namespace quillpress::driver {
 namespace {
 
+// The fields that the settings are read into, final zero included; a longer setting counts as absent.
 constexpr std::size_t kTextSize = 520;
 constexpr std::size_t kExtensionSize = 40;
 
@@ -39,6 +40,7 @@ std::wstring followReference(const std::wstring& name) {
 
 NamingRules rulesFrom(const DriverSettings& settings) {
   NamingRules rules;
+  // The defaults hold for printers whose key was made by hand; a key made here has all but the extension.
   rules.action = settings.getInt(L"SaveFilenameAction", 0);
   rules.trimCharacter = static_cast<wchar_t>(settings.getInt(L"TrimNameChar", L'-'));
   rules.extension = settings.getString(L"DefaultExtension", kExtensionSize, L".pdf");
@@ -57,6 +59,8 @@ bool isFolder(const std::wstring& path) {
 }
 
 void makeFolders(const std::wstring& path) {
+  // Outermost first, since each call makes one folder. Those that exist, drives and server names fail, which
+  // is as good; what really is missing shows when the file is created.
   for (const std::wstring& folder : folderChain(folderOf(path))) CreateDirectoryW(folder.c_str(), nullptr);
 }
 
@@ -68,13 +72,16 @@ std::optional<std::wstring> SetFilename::chooseOutputFilename(const std::wstring
   const NamingWorld world{exists, isFolder, [&] { return numbers.next(); }};
   const NamingRules rules = rulesFrom(*settings_);
   const std::wstring path = chooseOutputPath(rules, documentName, bufferSize, world);
+  // Before the path is made unique, which changes the name and never the folder.
   makeFolders(path);
   std::optional<std::wstring> unique = uniquePath(rules, path, bufferSize, world);
+  // The box of the caller explains the last error, and no call to the system has failed here.
   if (!unique) SetLastError(ERROR_FILE_EXISTS);
   return unique;
 }
 
 std::optional<std::wstring> readFirstLine(const std::wstring& path, std::size_t bufferSize) {
+  // The program that sets the name anew may have the file open for writing just now.
   const FileHandle file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file) return std::nullopt;

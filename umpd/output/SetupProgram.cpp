@@ -17,6 +17,7 @@ bool startsOldLauncher(UserSid& user) {
       openOrCreateKey(root.key(), L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run", KEY_ALL_ACCESS);
   if (!key) return false;
   const std::optional<std::wstring> command = readCommandLine(key.get(), L"twsmsnd.exe");
+  // Drivers of the old interface live in the folder 2, those of the newer one in 3.
   return command && command->find(L"\\2\\twsmsnd") != std::wstring::npos;
 }
 
@@ -31,7 +32,9 @@ void runSetupProgramIfNeeded(const std::wstring& printerName, UserSid& user) {
   }
   ProgramRun run;
   run.application = *path;
+  // The printer's name has blanks more often than not, so it is quoted.
   run.commandLine = *path + L" -printer=\"" + printerName + L"\" -installStartmenu";
+  // The job's first block looks for the launcher that the program installs.
   run.waitForEnd = true;
   runProgram(run);
 }

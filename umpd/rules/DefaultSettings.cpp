@@ -14,6 +14,7 @@ DefaultSetting text(const wchar_t* name, std::wstring value) {
 }  // namespace
 
 std::wstring defaultSaveFolder(const std::wstring& applicationData) {
+  // A service without a user's profile has no such folder; the root of the disk can at least be named.
   return applicationData.empty() ? L"c:\\" : applicationData + L"\\Quillpress";
 }
 

@@ -5,6 +5,8 @@
 namespace quillpress::driver {
 namespace {
 
+// Blanks and percent signs are fine in a file's name; quotes, colons and separators are not on every file
+// system.
 constexpr std::wstring_view kAllowedSigns = L",()[].$%`-@{}~!#()&_^ ";
 
 bool isBetween(wchar_t character, wchar_t first, wchar_t last) {
@@ -38,7 +40,8 @@ std::wstring_view withoutApplication(std::wstring_view name, wchar_t trimCharact
   return name;
 }
 
-// Only an ending of at most three characters is one of a file. Kept: a dot in front is none of an extension.
+// Only an ending of at most three characters is one of a file. Kept: a dot in front is none of an extension
+// (RuleRowsTest.FileNames).
 std::wstring_view withoutShortExtension(std::wstring_view name) {
   const std::size_t dot = name.rfind(L'.');
   if (dot == std::wstring_view::npos || dot == 0 || name.size() - dot - 1 > 3) return name;
@@ -58,6 +61,7 @@ std::wstring decodeDocumentName(std::wstring_view name) {
   while (!name.empty()) {
     const wchar_t character = name.front();
     name.remove_prefix(1);
+    // Of two percent signs the first stands for itself, and the second may begin an escape.
     const bool isEscape = character == L'%' && !name.empty() && name.front() != L'%';
     if (!isEscape) {
       decoded += character == L'+' ? L' ' : character;
@@ -66,7 +70,8 @@ std::wstring decodeDocumentName(std::wstring_view name) {
     const std::wstring_view digits = name.substr(0, 2);
     name.remove_prefix(digits.size());
     const auto code = static_cast<wchar_t>(leadingHexNumber(digits));
-    // Kept: an escape without digits is the final zero of the name.
+    // Kept: an escape without digits is the final zero of the name
+    // (OutputNameTest.AnEscapeWithoutDigitsEndsThePath).
     if (code == L'\0') break;
     decoded += isAllowedNameCharacter(code) ? code : L'_';
   }
@@ -77,6 +82,7 @@ std::wstring cleanedName(std::wstring_view name, wchar_t trimCharacter, std::wst
                          std::size_t room) {
   name = withoutApplication(name, trimCharacter);
   const std::size_t needed = extension.size() + 1;
+  // Cut before the short ending goes, so a long ending that the cut makes short goes as well.
   name = name.substr(0, room > needed ? room - needed : 0);
   std::wstring cleaned(withoutShortExtension(name));
   std::replace_if(

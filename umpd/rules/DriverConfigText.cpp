@@ -10,7 +10,8 @@ constexpr std::wstring_view kWanted[] = {
     L"jpegImageQuality", L"watermarkFontName", L"watermark",   L"watermarkFontSize",
 };
 
-// Kept: the case counts here, unlike in the map, so a setting stored as "printerdata4" is not passed on.
+// Kept: the case counts here, unlike in the map, so a setting stored as "printerdata4" is not passed on
+// (DriverConfigTextTest.TheCaseOfNamesCounts).
 bool isWanted(std::wstring_view key) {
   return std::find(std::begin(kWanted), std::end(kWanted), key) != std::end(kWanted);
 }

@@ -20,6 +20,8 @@ void clearAndCopyText(LauncherText& field, std::string_view text) {
 
 void writeStartPrint(LauncherStruct& record, std::string_view printerName) {
   clearAndCopyText(record.printerName, printerName);
+  // The command comes last, so that it never stands above fields that are still being filled. Kept: path and
+  // document name stay as before (LauncherStructTest.StartPrintKeepsPathAndDocumentOfTheFormerMessage).
   copyText(record.command, kStartPrint);
 }
 
@@ -34,6 +36,7 @@ void writeStopPrint(LauncherStruct& record, std::string_view printerName, std::s
 ChannelNames channelNames(std::wstring_view sessionPrefix, std::wstring_view channel,
                           std::wstring_view userName) {
   std::wstring base(sessionPrefix);
+  // The prefix keeps the sessions of one user apart, the name the users of one session.
   base.append(channel).append(L"_").append(userName);
   return {base + L"_event", base + L"_event_end", base + L"_mutex", base + L"_sm"};
 }

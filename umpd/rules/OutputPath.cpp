@@ -49,12 +49,15 @@ NameSource nameSource(int action) {
 
 // The folder with a separator at its end; empty when there is none or when it does not fit.
 std::wstring folderPart(const std::wstring& folder, std::size_t available) {
+  // A folder that leaves no room for a name is worth less than a name in the current folder.
   if (folder.empty() || folder.size() + 1 >= available) return {};
   const bool isEnded = folder.ends_with(L'\\') || folder.ends_with(L'/');
   return isEnded ? folder : folder + L'\\';
 }
 
 std::wstring randomPath(const std::wstring& folder, const NamingRules& rules, const NamingWorld& world) {
+  // Enough among two thousand million numbers. The eleventh is taken even if it exists: the path is made
+  // unique later.
   constexpr int kAttempts = 11;
   std::wstring path;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
@@ -99,10 +102,12 @@ bool isTaken(const NamingRules& rules, const std::wstring& path, const NamingWor
 std::wstring withinPathLimit(std::wstring_view path) {
   if (path.size() <= kLongestPath) return std::wstring(path);
   PathParts parts = split(path);
+  // Deep folders leave nothing for a name: better the file in the root than none at all.
   if (parts.drive.size() + parts.folder.size() + parts.extension.size() >= kLongestPath - 2)
     parts.folder = L"\\";
   std::wstring result = std::wstring(parts.drive).append(parts.folder);
   const std::size_t room = kLongestPath - 1 - result.size();
+  // What follows the last dot may be longer than all the room, as in a name that is a sentence.
   const std::wstring_view extension = parts.extension.substr(0, room);
   return result.append(parts.name.substr(0, room - extension.size())).append(extension);
 }
@@ -115,6 +120,7 @@ std::wstring_view folderOf(std::wstring_view path) {
 std::vector<std::wstring> folderChain(std::wstring_view folder) {
   std::vector<std::wstring> chain;
   for (std::size_t end = 0; end < folder.size();) {
+    // One beyond the last end, so that a separator in front, of a root or a server, makes no empty folder.
     end = folder.find_first_of(kSeparators, end + 1);
     if (end == std::wstring_view::npos) end = folder.size();
     chain.emplace_back(folder.substr(0, end));
@@ -125,7 +131,7 @@ std::vector<std::wstring> folderChain(std::wstring_view folder) {
 std::wstring chooseOutputPath(const NamingRules& rules, std::wstring_view documentName,
                               std::size_t bufferSize, const NamingWorld& world) {
   const std::wstring path = rawPath(rules, documentName, bufferSize, world);
-  // Kept: the folder is decoded together with the name.
+  // Kept: the folder is decoded together with the name (OutputNameTest.SoAreThoseInTheFolder).
   return withinPathLimit(decodeDocumentName(fitting(path, bufferSize)));
 }
 
@@ -135,8 +141,10 @@ std::optional<std::wstring> uniquePath(const NamingRules& rules, std::wstring pa
   constexpr int kNumbers = 1000;
   for (int number = 0; isTaken(rules, path, world); ++number) {
     const std::size_t dot = path.rfind(L'.');
+    // Without a dot there is nothing that a number could take the place of.
     if (dot == std::wstring::npos || number == kNumbers) return std::nullopt;
-    // Kept: the ending is ".pdf" whatever the default extension is.
+    // Kept: the ending is ".pdf" whatever the default extension is
+    // (OutputNameTest.TheNumberedFormEndsInPdfWhateverTheExtension).
     path = fitting(path.substr(0, dot) + L'.' + std::to_wstring(world.random()) + L".pdf", bufferSize);
   }
   return path;
@@ -145,6 +153,7 @@ std::optional<std::wstring> uniquePath(const NamingRules& rules, std::wstring pa
 std::wstring virtualizedPath(std::wstring_view path, std::wstring_view applicationData) {
   if (applicationData.empty()) return {};
   std::wstring folder(applicationData);
+  // The browser mirrors the drive as a folder of one letter: a colon cannot stand in a folder's name.
   if (folder.size() >= 2 && folder[1] == L':') folder.erase(1, 1);
   std::wstring result(applicationData);
   result.append(L"\\Microsoft\\Windows\\Temporary Internet Files\\Virtualized\\").append(folder);

@@ -10,14 +10,17 @@ std::wstring PrinterNaming::effectiveName() const {
 }
 
 std::wstring PrinterNaming::keyName() const {
+  // A backslash parts keys in the registry, so a connection's name would become a tree of them.
   return backslashesToCommas(effectiveName());
 }
 
 bool isPortStyle(std::wstring_view name) {
+  // Names of local printers begin with neither: the spooler allows no commas and no backslashes in them.
   return name.starts_with(L',') || name.starts_with(L'\\');
 }
 
 bool isPrinterOnPort(std::wstring_view driverName, std::wstring_view portName, std::wstring_view soughtPort) {
+  // Printers of several makers may share a port, FILE: above all.
   if (!equalsIgnoringCase(driverName, kDriverName)) return false;
   return equalsIgnoringCase(portName, soughtPort) ||
          equalsIgnoringCase(backslashesToCommas(portName), soughtPort);

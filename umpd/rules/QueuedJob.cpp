@@ -17,6 +17,7 @@ constexpr BadStatus kBadStatuses[] = {
     {0x200, L"Blocked Status\n"}, {0x1, L"Paused Status\n"},
 };
 
+// A job that is being deleted is traced and no more: this driver's own removal looks the same.
 constexpr std::uint32_t kDeleting = 0x4;
 
 bool isStatusOk(std::uint32_t status) {
@@ -34,6 +35,7 @@ bool isStatusOk(std::uint32_t status) {
 
 const QueuedJob* lastInQueue(std::span<const QueuedJob> jobs) {
   const QueuedJob* last = nullptr;
+  // Below 0, so that even a record of zeros, which the spooler has not filled, is better than no job.
   std::int32_t position = -1;
   for (const QueuedJob& job : jobs) {
     if (job.position <= position) continue;
@@ -46,6 +48,7 @@ const QueuedJob* lastInQueue(std::span<const QueuedJob> jobs) {
 bool isStatusOk(std::span<const QueuedJob> jobs, std::uint32_t jobId) {
   const auto job =
       std::find_if(jobs.begin(), jobs.end(), [&](const QueuedJob& each) { return each.id == jobId; });
+  // A job that is no longer listed has nothing that holds it up.
   return job == jobs.end() || isStatusOk(job->status);
 }
 

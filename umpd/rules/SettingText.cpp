@@ -14,6 +14,7 @@ bool isDigit(wchar_t character) {
 }  // namespace
 
 int toInteger(std::wstring_view text) {
+  // One beyond the greatest is as far as the sum may grow: it is the magnitude of the smallest.
   constexpr std::int64_t kMost = std::numeric_limits<int>::max();
   const bool negative = text.starts_with(L'-');
   if (negative) text.remove_prefix(1);
@@ -35,6 +36,7 @@ std::vector<IniLine> parseIniSection(std::wstring_view texts) {
     const std::wstring_view line = texts.substr(0, texts.find(L'\0'));
     texts.remove_prefix(line.size() < texts.size() ? line.size() + 1 : line.size());
     const std::size_t equals = line.find(L'=');
+    // A name without a value would hide a setting's default behind an empty text.
     if (equals == std::wstring_view::npos || equals == 0 || equals + 1 == line.size()) continue;
     lines.push_back({line.substr(0, equals), line.substr(equals + 1)});
   }

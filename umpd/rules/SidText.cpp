@@ -9,6 +9,7 @@ constexpr unsigned long kRevision = 1;
 
 std::wstring authorityText(const std::array<std::uint8_t, 6>& authority) {
   std::array<wchar_t, 16> text{};
+  // Authorities beyond 32 bits are written in hexadecimal by convention; those in use are small and decimal.
   if (authority[0] != 0 || authority[1] != 0) {
     std::swprintf(text.data(), text.size(), L"0x%02hx%02hx%02hx%02hx%02hx%02hx", authority[0], authority[1],
                   authority[2], authority[3], authority[4], authority[5]);
@@ -22,6 +23,7 @@ std::wstring authorityText(const std::array<std::uint8_t, 6>& authority) {
 }  // namespace
 
 std::size_t sidTextSize(const SecurityIdentifier& sid) {
+  // More than is ever needed: a number of 32 bits takes eleven characters with its dash.
   return 56 + 24 * sid.subAuthorities.size();
 }
 

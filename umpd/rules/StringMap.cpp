@@ -26,6 +26,7 @@ std::optional<int> StringMap::findInteger(std::wstring_view key) const {
 
 bool StringMap::set(std::wstring_view key, std::wstring_view value) {
   const std::size_t index = indexOf(key);
+  // Only a new name needs room: of a full map the entries can still be changed.
   if (index == kCapacity) return false;
   if (index == size_) {
     entries_[index].key = key;

@@ -6,6 +6,7 @@ namespace quillpress::driver {
 namespace {
 
 wchar_t folded(wchar_t character) {
+  // Not the C library's towlower, whose answer depends on the locale that the host process has set.
   return character >= L'A' && character <= L'Z' ? static_cast<wchar_t>(character - L'A' + L'a') : character;
 }
 
@@ -32,6 +33,7 @@ std::wstring_view fitting(std::wstring_view text, std::size_t fieldSize) {
 }
 
 std::wstring_view textOfField(const wchar_t* field, std::size_t fieldSize) {
+  // A full field has no zero. Reading on to the next one would read what lies behind the field.
   return {field, static_cast<std::size_t>(std::find(field, field + fieldSize, L'\0') - field)};
 }
 

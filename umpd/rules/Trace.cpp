@@ -30,6 +30,7 @@ std::wstring converted(wchar_t conversion, const TraceArgument& argument) {
 std::wstring traceText(std::wstring_view format, std::initializer_list<TraceArgument> arguments) {
   std::wstring text;
   for (const TraceArgument& argument : arguments) {
+    // There is one for each argument: the compiler has held the format against the types.
     const std::size_t percent = format.find(L'%');
     text.append(format.substr(0, percent)).append(converted(format.at(percent + 1), argument));
     format.remove_prefix(percent + 2);

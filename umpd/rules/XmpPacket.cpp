@@ -30,6 +30,8 @@ const wchar_t* entityOf(wchar_t character) {
 
 // REQUIRES: character < 32
 std::wstring controlReference(wchar_t character) {
+  // Below 32 the first of two digits is a 1. Kept: also of the characters that XML 1.0 has no escape for
+  // (EscapeTest.EveryControlCharacterBecomesAHexadecimalReferenceInLowerCase).
   constexpr wchar_t kDigits[] = L"0123456789abcdef";
   std::wstring text = L"&#x";
   if (character >= 16) text += L'1';
@@ -41,11 +43,13 @@ std::wstring twoDigits(long number) {
 }
 
 std::wstring offset(long biasMinutes) {
+  // The bias is what is to be added to the local time, the offset what has been, hence the turned sign below.
   if (biasMinutes == 0) return L"Z";
   const std::ldiv_t parts = std::ldiv(std::labs(biasMinutes), 60);
   return (biasMinutes > 0 ? L"-" : L"+") + twoDigits(parts.quot) + L":" + twoDigits(parts.rem);
 }
 
+// The identifier is the same in all packets: programs that know nothing of PDF find the metadata by it.
 constexpr std::wstring_view kHeader =
     L"<?xpacket begin='' id='W5M0MpCehiHzreSzNTczkc9d'?>\n"
     L"<x:xmpmeta xmlns:x='adobe:ns:meta/'>\n"
@@ -53,6 +57,8 @@ constexpr std::wstring_view kHeader =
     L"xmlns:iX='http://ns.adobe.com/iX/1.0/'>\n";
 
 constexpr std::wstring_view kTail =
+    // PDF/A wants its part and level as the packet declares them here, whatever else is known of the
+    // document.
     L"<rdf:Description rdf:about='' xmlns:pdfaid='http://www.aiim.org/pdfa/ns/id/'\n"
     L"pdfaid:part='1'\n"
     L"pdfaid:conformance='B'\n"
@@ -73,6 +79,7 @@ std::wstring element(std::wstring_view open, std::wstring_view value, std::wstri
 }
 
 std::wstring pdfBlock(const XmpContent& content) {
+  // An element without properties is valid but says nothing.
   if (content.producer.empty() && content.keywords.empty()) return {};
   return L"<rdf:Description rdf:about='' xmlns:pdf='http://ns.adobe.com/pdf/1.3/'\n" +
          attribute(L"pdf:Producer", content.producer) + attribute(L"pdf:Keywords", content.keywords) +
@@ -115,6 +122,7 @@ std::wstring xmlEscape(std::wstring_view text) {
 
 std::wstring formatXmpDate(const std::tm& localTime, long biasMinutes) {
   std::array<wchar_t, 48> text{};
+  // Numbers only, so the locale of the host process does not matter.
   if (std::wcsftime(text.data(), text.size(), L"%Y-%m-%dT%H:%M:%S", &localTime) == 0) return {};
   return text.data() + offset(biasMinutes);
 }
@@ -126,15 +134,18 @@ std::wstring xmpPacket(const XmpContent& content) {
 
 XmpContent xmpContentOf(const DocumentInfo& info, std::wstring_view documentName, std::wstring_view now) {
   XmpContent content;
-  // Kept: switching the information off hides title and author, but not subject and keywords.
+  // Kept: switching the information off hides title and author, but not subject and keywords
+  // (DocumentInfoTest.SwitchedOffItHidesTitleAndAuthorOnly).
   if (info.enable != 0) {
     content.title = info.title;
     content.author = info.author;
   }
+  // After the switch above, so a document that hides its title is called by its name all the same.
   if (content.title.empty()) content.title = lastComponent(documentName, L"\\/");
   content.subject = info.subject;
   content.keywords = info.keywords;
-  // Kept: creator, producer and dates of the settings are not used.
+  // Kept: creator, producer and dates of the settings are not used
+  // (DocumentInfoTest.CreatorProducerAndDatesOfTheSettingsAreNotUsed).
   content.creatorTool = L"Quillpress";
   content.producer = L"Quillpress";
   content.createDate = now;

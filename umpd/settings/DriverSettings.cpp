@@ -25,6 +25,7 @@ void reportFullMap() {
 std::vector<DefaultSetting> usersDefaultSettings() {
   const DefaultFolders folders{applicationDataFolder(), documentsFolder(),
                                installedFile(L"twsview.exe").value_or(std::wstring())};
+  // It may exist, in which case the call fails; what matters shows when the first file is created.
   if (!folders.applicationData.empty())
     CreateDirectoryW(defaultSaveFolder(folders.applicationData).c_str(), nullptr);
   return defaultSettings(folders);
@@ -33,6 +34,7 @@ std::vector<DefaultSetting> usersDefaultSettings() {
 }  // namespace
 
 void DriverSettings::resetPrinterName() {
+  // The values of another printer must not answer for the one that is named next.
   map_.clear();
   naming_ = {readGlobalPrinterName(), {}};
   if (naming_.printerName.empty()) naming_.printerName = kDefaultPrinterName;
@@ -53,12 +55,15 @@ void DriverSettings::setPrinterName(std::wstring_view name) {
     return;
   }
   naming_ = {std::wstring(name), {}};
+  // Only then: the search lists every printer and connection, which takes a network a while.
   if (!isPortStyle(name)) return;
   const std::optional<std::wstring> found = findPrinterOnPort(naming_.printerName);
+  // Both, so that the settings and the launcher's messages go by the name that users know.
   if (found) naming_ = {*found, *found};
 }
 
 bool DriverSettings::openPrinter() {
+  // The right to use it is all that printing users have; more would be refused to them.
   if (!printer_) printer_ = quillpress::driver::openPrinter(naming_.effectiveName(), PRINTER_ACCESS_USE);
   return static_cast<bool>(printer_);
 }
@@ -72,6 +77,7 @@ RegistryKey DriverSettings::openPrinterKey(REGSAM access) {
   if (!root) return RegistryKey();
   bool isNew = false;
   RegistryKey key = openOrCreateKey(root.key(), printerKeyPath(), access, &isNew);
+  // The key itself tells the first use of a printer: settings that a user has deleted do not come back.
   if (isNew) writeDefaults(root.key());
   return key;
 }
@@ -79,6 +85,7 @@ RegistryKey DriverSettings::openPrinterKey(REGSAM access) {
 void DriverSettings::load() {
   const RegistryKey key = openPrinterKey(KEY_QUERY_VALUE);
   unsigned refused = 0;
+  // Without a key the map stays as the ini file has left it.
   if (key) readAllValues(key.get(), map_, refused);
   for (; refused > 0; --refused) reportFullMap();
 }
@@ -88,6 +95,7 @@ void DriverSettings::applyIniOverride() {
   if (!file.overridesUserSettings()) return;
   // Without a key the file's settings hold for this job all the same.
   const RegistryKey key = openPrinterKey(KEY_SET_VALUE);
+  // What holds for all printers comes first, so that the printer's own section has the last word.
   copyIniSection(file, L"init", key.get());
   copyIniSection(file, naming_.keyName(), key.get());
 }
@@ -98,6 +106,7 @@ int DriverSettings::getInt(std::wstring_view name, int defaultValue) const {
 
 const std::wstring* DriverSettings::findFitting(std::wstring_view name, std::size_t bufferSize) const {
   const std::wstring* value = map_.find(name);
+  // The final zero needs a place too, so a value as long as the buffer does not fit.
   return value != nullptr && !value->empty() && value->size() < bufferSize ? value : nullptr;
 }
 
@@ -131,6 +140,7 @@ bool DriverSettings::writeDriverConfigFile() const {
   const std::wstring folder = systemFolder();
   if (folder.empty()) return false;
   const std::wstring path = folder + L"\\twscfg.1";
+  // Made anew with each job: settings that are no longer wanted must not survive in it.
   const FileHandle file(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
                                     FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file) return false;
@@ -143,6 +153,7 @@ bool DriverSettings::writeDriverConfigFile() const {
 // The printer's key has just been made, perhaps for reading only. It is opened once more for writing, below
 // the same root: to find another may take long.
 void DriverSettings::writeDefaults(HKEY root) {
+  // The printer that was taken into use last is the one that jobs without a name belong to.
   const RegistryKey global = openOrCreateKey(root, kProductKey, KEY_SET_VALUE);
   if (global) writeText(global.get(), kPrinterNameValue, naming_.effectiveName());
   const RegistryKey key = openOrCreateKey(root, printerKeyPath(), KEY_SET_VALUE);
@@ -157,7 +168,8 @@ void DriverSettings::writeDefaults(HKEY root) {
   }
   const IniFile file;
   copyIniSection(file, L"init", key.get());
-  // Kept: a network printer's section goes by its name here, and by the name of its key in the override.
+  // Kept: a network printer's section goes by its name here, and by the name of its key in the override
+  // (DefaultsTest.TakeTheIniSectionByTheNameOfThePrinterAsItStands).
   copyIniSection(file, naming_.effectiveName(), key.get());
 }
 

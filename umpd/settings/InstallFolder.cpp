@@ -19,6 +19,7 @@ std::atomic<bool> isFolderKnown = false;
 std::wstring askForFolder() {
   std::array<wchar_t, kPathSize> folder{};
   DWORD needed = 0;
+  // The spooler's folder, not this library's own: programs may load the library from anywhere.
   if (GetPrinterDriverDirectoryW(nullptr, nullptr, 1, reinterpret_cast<BYTE*>(folder.data()), sizeof folder,
                                  &needed) == 0) {
     return {};
@@ -31,8 +32,10 @@ std::wstring askForFolder() {
 std::optional<std::wstring> installFolder() {
   if (!isFolderKnown) {
     const std::wstring folder = askForFolder();
+    // Not remembered: a spooler that is just starting answers the next time.
     if (folder.empty()) return std::nullopt;
     std::copy(folder.begin(), folder.end(), knownFolder.begin());
+    // Only now, so that who sees the flag sees all of the text.
     isFolderKnown = true;
   }
   return knownFolder.data();

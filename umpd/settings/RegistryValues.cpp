@@ -19,6 +19,8 @@ static_assert(kRegistryText == REG_SZ && kRegistryNumber == REG_DWORD);
 DWORD readBytes(HKEY key, const wchar_t* name, std::vector<BYTE>& bytes) {
   DWORD type = REG_NONE;
   DWORD size = 0;
+  // The value may change between the two calls. One that has grown fails the second, and counts as
+  // unreadable; of one that has shrunk only the new bytes are kept.
   if (RegQueryValueExW(key, name, nullptr, &type, nullptr, &size) != ERROR_SUCCESS ||
       !tryResize(bytes, size) ||
       RegQueryValueExW(key, name, nullptr, &type, bytes.data(), &size) != ERROR_SUCCESS) {
@@ -39,6 +41,7 @@ ReadResult readNumber(HKEY key, const wchar_t* name, int& number) {
   BYTE bytes[sizeof number];
   DWORD size = sizeof bytes;
   const LONG result = RegQueryValueExW(key, name, nullptr, &type, bytes, &size);
+  // Every other error means that the key could not be asked, which tells nothing about the value.
   if (result == ERROR_FILE_NOT_FOUND) return ReadResult::kAbsent;
   if (result != ERROR_SUCCESS || type != REG_DWORD) return ReadResult::kFailed;
   const std::optional<int> value = numberOfRegistryBytes({bytes, size});
@@ -56,6 +59,7 @@ std::optional<std::wstring> readText(HKEY key, const wchar_t* name) {
 std::optional<std::wstring> readCommandLine(HKEY key, const wchar_t* name) {
   std::vector<BYTE> bytes;
   const DWORD type = readBytes(key, name, bytes);
+  // Set-up programs store paths with variables in them; these are compared as they stand.
   if (type != REG_SZ && type != REG_EXPAND_SZ) return std::nullopt;
   return textOfRegistryBytes(bytes);
 }
@@ -67,6 +71,7 @@ bool writeNumber(HKEY key, const std::wstring& name, int value) {
 }
 
 bool writeText(HKEY key, const std::wstring& name, const std::wstring& value) {
+  // The final zero is part of the value: many readers take what the registry gives them for a text as it is.
   const DWORD size = static_cast<DWORD>(value.size() + 1) * sizeof(wchar_t);
   return RegSetValueExW(key, name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()), size) ==
          ERROR_SUCCESS;
@@ -80,6 +85,7 @@ bool readAllValues(HKEY key, StringMap& map, unsigned& refused) {
                        &longestData, nullptr, nullptr) != ERROR_SUCCESS) {
     return false;
   }
+  // The longest name is told without its final zero, which the system writes all the same.
   std::vector<wchar_t> name(longestName + 1);
   std::vector<BYTE> data;
   // A value that memory cannot hold is no setting; those of ordinary size are read all the same.
@@ -87,11 +93,14 @@ bool readAllValues(HKEY key, StringMap& map, unsigned& refused) {
     return false;
   map.clear();
   for (DWORD i = 0; i < count; ++i) {
+    // Both are in and out: each call stores the size of what it found.
     auto nameLength = static_cast<DWORD>(name.size());
     auto size = static_cast<DWORD>(data.size());
     DWORD type = 0;
     const LONG result = RegEnumValueW(key, i, name.data(), &nameLength, nullptr, &type, data.data(), &size);
     if (result == ERROR_NO_MORE_ITEMS) break;
+    // A value that has been added or has grown since the question fails alone. The one without a name is the
+    // key's default, which is no setting.
     if (result != ERROR_SUCCESS || nameLength == 0) continue;
     const std::optional<std::wstring> value = settingOfRegistryValue(type, {data.data(), size});
     if (value && !map.set({name.data(), nameLength}, *value)) ++refused;

@@ -12,6 +12,7 @@ namespace quillpress::driver {
 namespace {
 
 constexpr DWORD kPollMilliseconds = 876;
+// Who works longer than this has most likely died, and nothing else would end the wait.
 constexpr DWORD kPatienceMilliseconds = 60'000;
 
 // The record that the processes of a session share, open until this process ends; null when it cannot be had.
@@ -32,6 +33,7 @@ volatile char& stateOf(DomainControllerRecord& record) {
 
 void waitWhileOthersWork(DomainControllerRecord& record) {
   const DWORD start = GetTickCount();
+  // The difference of two tick counts is right even where the count has passed its end, after 49.7 days.
   while (stateOf(record) == DomainControllerRecord::kWorking &&
          GetTickCount() - start < kPatienceMilliseconds) {
     QUILLPRESS_TRACE(L"Waiting for domain name cache\n");
@@ -40,14 +42,16 @@ void waitWhileOthersWork(DomainControllerRecord& record) {
 }
 
 // Kept: a question that finds no controller is an answer too; only a system without the functions is asked
-// again.
+// again (DomainControllerTest.WithoutOneTheNetworkIsNotAskedAgain).
 char askForName(DomainControllerRecord& record) {
   const SystemLibrary network(kNetGetDCName.library);
   auto* const getName = network.find(kNetGetDCName);
   auto* const freeName = network.find(kNetApiBufferFree);
   storeName(record, {});
+  // Neither without the other: the name is in the network's memory, which only its own function frees.
   if (getName == nullptr || freeName == nullptr) return '\0';
   BYTE* name = nullptr;
+  // Null twice: this machine and its own domain.
   if (getName(nullptr, nullptr, &name) == 0 && name != nullptr) {
     storeName(record, reinterpret_cast<const wchar_t*>(name));
     freeName(name);
@@ -65,9 +69,12 @@ std::wstring domainControllerName() {
   const char state = stateOf(record);
   if (state != DomainControllerRecord::kWorking && state != DomainControllerRecord::kReady) {
     QUILLPRESS_TRACE(L"Working out domain controller name\n");
+    // Two processes may both get here and ask. They find the same name, so nothing more than the question is
+    // lost.
     stateOf(record) = DomainControllerRecord::kWorking;
     stateOf(record) = askForName(record);
   }
+  // Without a name the account is looked up on this machine, which knows its own users and those it trusts.
   if (stateOf(record) != DomainControllerRecord::kReady) return {};
   return readName(record).value_or(std::wstring());
 }

@@ -19,15 +19,18 @@ std::wstring wide(const char* text) {
 }  // namespace
 
 bool iteratePrinters(PrinterIteratorCallback& callback) {
+  // Connections are not among the local printers, and a port-style name is mostly that of one.
   constexpr DWORD kKinds = PRINTER_ENUM_LOCAL | PRINTER_ENUM_CONNECTIONS;
   DWORD needed = 0;
   DWORD count = 0;
+  // Fails by design, and tells the size. Where there are no printers it succeeds and needs nothing.
   EnumPrintersA(kKinds, nullptr, 2, nullptr, 0, &needed, &count);
   if (needed == 0) return false;
   std::vector<BYTE> buffer;
   if (!tryResize(buffer, needed)) return false;
   if (EnumPrintersA(kKinds, nullptr, 2, buffer.data(), needed, &needed, &count) == 0) return false;
   const auto* records = reinterpret_cast<const PRINTER_INFO_2A*>(buffer.data());
+  // No more records are read than the buffer can hold, whatever a spooler counts.
   const auto room = static_cast<DWORD>(buffer.size() / sizeof(PRINTER_INFO_2A));
   return std::any_of(records, records + std::min(count, room),
                      [&](const PRINTER_INFO_2A& each) { return callback.visit(each); });

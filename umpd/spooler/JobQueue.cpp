@@ -35,6 +35,7 @@ std::vector<QueuedJob> readJobQueue(HANDLE printer) {
 
   DWORD needed = 0;
   DWORD listed = 0;
+  // The last error is read at once, before any other call can change it.
   if (EnumJobsA(printer, 0, count + 1, 2, nullptr, 0, &needed, &listed) == 0 &&
       GetLastError() != ERROR_INSUFFICIENT_BUFFER) {
     return {};
@@ -55,7 +56,7 @@ std::vector<QueuedJob> readJobQueue(HANDLE printer) {
 
 QueuedJob currentPrintJob(HANDLE printer) {
   const std::vector<QueuedJob> jobs = readJobQueue(printer);
-  // Kept: "returend", "numjobss". Traces are searched for by the texts that they have always had.
+  // Kept: "returend" and "numjobss", by which the field searches traces (TraceTest.TextsKeepTheirSpelling).
   if (jobs.empty()) QUILLPRESS_TRACE(L"getAllJobs returend 0\n");
   QUILLPRESS_TRACE(L">getCurrentPrintJobDocName - numjobss %d\n", jobs.size());
   const QueuedJob* last = lastInQueue(jobs);
@@ -71,6 +72,7 @@ bool isJobStatusOk(HANDLE printer, DWORD jobId) {
 std::optional<std::wstring> readDocumentName(HANDLE printer, DWORD jobId) {
   DWORD needed = 0;
   GetJobW(printer, jobId, 2, nullptr, 0, &needed);
+  // A size that holds no record at all means that the spooler has not answered.
   if (needed < sizeof(JOB_INFO_2W)) return std::nullopt;
   std::vector<BYTE> buffer;
   if (!tryResize(buffer, needed)) return std::nullopt;
@@ -80,6 +82,7 @@ std::optional<std::wstring> readDocumentName(HANDLE printer, DWORD jobId) {
 }
 
 void removeJob(HANDLE printer, DWORD jobId) {
+  // The 9x family knows cancelling only, which has gone out of use with NT 4.0.
   const DWORD command = windowsVersion().is9x() ? JOB_CONTROL_CANCEL : JOB_CONTROL_DELETE;
   SetJobW(printer, jobId, 0, nullptr, command);
 }

@@ -22,6 +22,7 @@ DeviceMode fixedDeviceMode(std::wstring_view printerName) {
   DeviceMode result{};
   DEVMODEW& mode = result.mode;
   copyText(mode.dmDeviceName, lastComponent(printerName, L"\\"));
+  // Of Windows NT 4.0, which every later one reads as well.
   mode.dmSpecVersion = 0x401;
   mode.dmDriverVersion = 0x400;
   mode.dmSize = sizeof(DEVMODEW);
@@ -29,7 +30,8 @@ DeviceMode fixedDeviceMode(std::wstring_view printerName) {
   mode.dmFields = DM_ORIENTATION | DM_PAPERSIZE | DM_SCALE | DM_COPIES | DM_DEFAULTSOURCE | DM_PRINTQUALITY |
                   DM_COLOR | DM_TTOPTION | DM_FORMNAME;
   mode.dmOrientation = DMORIENT_PORTRAIT;
-  // Kept: the number says letter and the name A4, and printers have been set up with both.
+  // Kept: the number says letter and the name A4, and printers have been set up with both
+  // (DeviceModeTest.HasItsFields).
   mode.dmPaperSize = DMPAPER_LETTER;
   copyText(mode.dmFormName, L"A4");
   mode.dmScale = 100;
@@ -43,7 +45,9 @@ DeviceMode fixedDeviceMode(std::wstring_view printerName) {
 }
 
 PrinterHandle openPrinter(const std::wstring& printerName, DWORD access) {
+  // OpenPrinterW takes its text without const, so it gets a copy of its own.
   std::wstring name = printerName;
+  // The blocks are finished output: any other type would have the print processor change them.
   wchar_t dataType[] = L"RAW";
   DeviceMode mode = fixedDeviceMode(printerName);
   PRINTER_DEFAULTSW defaults{dataType, &mode.mode, access};

@@ -10,6 +10,7 @@ SpoolerIdentity::SpoolerIdentity() {
   if (windowsVersion().is9x()) return;
   spooler_ = SystemLibrary(kRevertToPrinterSelf.library);
   if (!spooler_) {
+    // Without the spooler's rights the work is tried all the same; it tells by itself when it fails.
     showSystemErrorBox(L"LoadLibrary spoolss.dll");
     return;
   }
@@ -19,10 +20,12 @@ SpoolerIdentity::SpoolerIdentity() {
     spooler_ = {};
     return;
   }
+  // Null when the thread does not act for a client; then there is nothing to go back to.
   clientToken_ = revert();
 }
 
 SpoolerIdentity::~SpoolerIdentity() {
+  // Before the library is let go, which holds the function.
   auto* const impersonate = spooler_.find(kImpersonatePrinterClient);
   if (impersonate != nullptr && clientToken_ != nullptr) impersonate(clientToken_);
 }

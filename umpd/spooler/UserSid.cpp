@@ -19,6 +19,8 @@ std::vector<BYTE> lookUpAccount(const std::wstring& system, const std::wstring& 
   DWORD sidSize = 0;
   DWORD domainSize = 0;
   SID_NAME_USE use{};
+  // Fails by design, and tells both sizes. The domain is not wanted, but the call does not go without room
+  // for it.
   LookupAccountNameW(systemName, account.c_str(), nullptr, &sidSize, nullptr, &domainSize, &use);
   std::vector<BYTE> sid;
   std::vector<wchar_t> domain;
@@ -32,6 +34,7 @@ std::vector<BYTE> lookUpAccount(const std::wstring& system, const std::wstring& 
 }
 
 std::wstring textOf(PSID sid) {
+  // The functions below do not check what they are given.
   if (IsValidSid(sid) == 0) return {};
   const BYTE count = *GetSidSubAuthorityCount(sid);
   std::vector<std::uint32_t> subAuthorities;
@@ -52,6 +55,8 @@ std::wstring askForText() {
 }  // namespace
 
 const std::wstring& UserSid::text() {
+  // An empty answer is remembered as well: the job opens its registry several times, and each question may
+  // wait for the network.
   if (!text_) text_ = askForText();
   return *text_;
 }

@@ -6,6 +6,7 @@ namespace quillpress::driver {
 
 std::string toAnsi(std::wstring_view text) {
   const int length = static_cast<int>(text.size());
+  // No flags: the system's substitutes are what users of the code page are used to.
   const int needed = WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
   if (needed <= 0) return {};
   std::string narrow(static_cast<std::size_t>(needed), '\0');

@@ -11,6 +11,7 @@
 namespace quillpress::driver {
 namespace {
 
+// A service has no desktop that anybody sees; with this style the system shows its boxes on the user's.
 constexpr UINT kStyle = MB_OK | MB_SERVICE_NOTIFICATION;
 
 }  // namespace
@@ -19,12 +20,14 @@ void showErrorBox(const char* format, ...) {
   std::array<char, 2048> text{};
   va_list arguments;
   va_start(arguments, format);
+  // Cut, since the texts that callers pass on may be of any length.
   vsnprintf(text.data(), text.size(), format, arguments);
   va_end(arguments);
   MessageBoxA(nullptr, text.data(), "Error", kStyle);
 }
 
 void showSystemErrorBox(std::wstring_view caption, std::wstring_view extraText) {
+  // First of all, before any other call can change the last error.
   std::wstring body = systemMessage(GetLastError());
   if (!extraText.empty()) body.append(L"\n\n").append(extraText);
   MessageBoxW(nullptr, body.c_str(), std::wstring(caption).c_str(), kStyle);

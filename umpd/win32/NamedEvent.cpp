@@ -25,6 +25,7 @@ bool NamedEvent::open() {
 bool NamedEvent::set() {
   if (!openIfNeeded()) return false;
   const bool signalled = SetEvent(handle_.get()) != 0;
+  // All who wait now are let go, and nobody who comes later.
   if (reset_ == Reset::kManual) ResetEvent(handle_.get());
   return signalled;
 }

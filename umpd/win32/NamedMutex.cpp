@@ -13,6 +13,7 @@ NamedMutex::NamedMutex(std::wstring name) : name_(std::move(name)) {}
 bool NamedMutex::create(InitialOwner owner) {
   SecurityAttributes security;
   handle_.reset(CreateMutexW(security.get(), owner == InitialOwner::kCaller ? TRUE : FALSE, name_.c_str()));
+  // No box: a mutex that cannot be made may still be opened, as the one of a user with more rights.
   if (!handle_) writeDriverDebugOutput(L"CreateMutex failed " + systemMessage(GetLastError()));
   return static_cast<bool>(handle_);
 }
@@ -25,6 +26,8 @@ bool NamedMutex::open() {
 bool NamedMutex::acquire() {
   // A handle that was lost, or never had, is looked for by name.
   if (!handle_ && !open()) return false;
+  // Abandoned is owned: its process died within a job. What the mutex guards is found by name each time, so
+  // nothing of that job's is left half done in memory.
   const DWORD result = WaitForSingleObject(handle_.get(), INFINITE);
   return result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
 }

@@ -7,6 +7,7 @@
 namespace quillpress::driver {
 namespace {
 
+// SW_FORCEMINIMIZE, which is meant for the windows of hung threads and not for how a program starts.
 constexpr int kForceMinimise = 11;
 
 STARTUPINFOW startupFor(const ProgramRun& run) {
@@ -35,6 +36,7 @@ bool startProgram(const ProgramRun& run, unsigned long* exitCode) {
                      orNull(run.workingFolder), &startup, &process) == 0) {
     return false;
   }
+  // Both are this process's to close, waited for or not; the program runs on without them.
   const KernelHandle processHandle(process.hProcess);
   const KernelHandle threadHandle(process.hThread);
   if (run.waitForEnd) {

@@ -12,16 +12,20 @@ namespace quillpress::driver {
 namespace {
 
 // Mandatory label, low level, no write-up.
+// A browser in protected mode prints at the low level and may not open what has no label, which counts as
+// medium.
 constexpr char kLowIntegrity[] = "S:(ML;;NW;;;LW)";
 
 }  // namespace
 
 SecurityAttributes::SecurityAttributes() {
   const WindowsVersion version = windowsVersion();
+  // The 9x family has no security, and its functions for descriptors only fail.
   if (version.is9x()) return;
   usable_ = openToEverybody();
   if (!usable_) return;
   if (version.hasIntegrityLabels()) allowLowIntegrity();
+  // Not inheritable: a program that is started gets no handles of this process.
   attributes_ = {sizeof attributes_, &descriptor_, FALSE};
 }
 
@@ -39,6 +43,8 @@ bool SecurityAttributes::openToEverybody() {
 }
 
 void SecurityAttributes::allowLowIntegrity() {
+  // Parsed by the system: the functions that make a label are missing before Vista, where the library must
+  // still load.
   if (ConvertStringSecurityDescriptorToSecurityDescriptorA(kLowIntegrity, SDDL_REVISION_1, label_.receive(),
                                                            nullptr) == 0) {
     writeDriverDebugOutput("ConvertStringSecurityDescriptorToSecurityDescriptor failed\n");

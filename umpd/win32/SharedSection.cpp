@@ -22,6 +22,7 @@ bool SharedSection::openOrCreate() {
 }
 
 bool SharedSection::map() {
+  // All of it, whatever its size: what has come is looked at below.
   view_.reset(MapViewOfFile(section_.get(), FILE_MAP_ALL_ACCESS, 0, 0, 0));
   if (!view_) return false;
   if (isWritable()) return true;

@@ -14,6 +14,7 @@ namespace {
 
 void freeItemList(ITEMIDLIST* list) {
   IMalloc* allocator = nullptr;
+  // The shell's lists go back to the shell's allocator. CoTaskMemFree would need the library of COM.
   if (FAILED(SHGetMalloc(&allocator)) || allocator == nullptr) return;
   allocator->Free(list);
   allocator->Release();
@@ -21,6 +22,7 @@ void freeItemList(ITEMIDLIST* list) {
 
 std::wstring shellFolder(int folder) {
   ITEMIDLIST* list = nullptr;
+  // Newer functions that give the path at once are missing in the shells of NT 4.0 and Windows 95.
   if (FAILED(SHGetSpecialFolderLocation(nullptr, folder, &list)) || list == nullptr) return {};
   std::array<wchar_t, MAX_PATH> path{};
   const bool known = SHGetPathFromIDListW(list, path.data()) != 0;
@@ -32,6 +34,7 @@ std::wstring shellFolder(int folder) {
 
 std::wstring systemMessage(unsigned long errorCode) {
   wchar_t* text = nullptr;
+  // Without inserts: the texts of some errors have placeholders, and there is nothing to put in.
   const DWORD length = FormatMessageW(
       FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
       errorCode, 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
@@ -50,6 +53,7 @@ std::wstring userName() {
 std::wstring systemFolder() {
   std::array<wchar_t, MAX_PATH> folder{};
   const UINT length = GetSystemDirectoryW(folder.data(), static_cast<UINT>(folder.size()));
+  // A folder that does not fit is told by its length, and the buffer is then left alone.
   if (length == 0 || length >= folder.size()) return {};
   return {folder.data(), length};
 }
@@ -60,6 +64,7 @@ std::wstring documentsFolder() {
 
 std::wstring applicationDataFolder() {
   std::wstring folder = shellFolder(CSIDL_LOCAL_APPDATA);
+  // Shells before version 5 know the roaming folder only.
   return folder.empty() ? shellFolder(CSIDL_APPDATA) : folder;
 }
 

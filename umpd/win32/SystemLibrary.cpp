@@ -5,6 +5,8 @@
 namespace quillpress::driver {
 
 SystemLibrary::SystemLibrary(const wchar_t* fileName) {
+  // Loading by the bare name then finds that very library and counts one user more, so it stays while it is
+  // used.
   if (GetModuleHandleW(fileName) != nullptr) {
     library_.reset(LoadLibraryW(fileName));
     return;
@@ -14,6 +16,7 @@ SystemLibrary::SystemLibrary(const wchar_t* fileName) {
 }
 
 void* SystemLibrary::address(const char* name) const {
+  // With a null module the system would search the program itself.
   return library_ ? reinterpret_cast<void*>(GetProcAddress(library_.get(), name)) : nullptr;
 }
 

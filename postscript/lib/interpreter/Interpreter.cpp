@@ -42,34 +42,14 @@ void Interpreter::run(const char* text, int length) {
   runLoop();
 }
 
-// The road of every token and every scheduled object; nothing here throws by itself, and nothing catches.
-void Interpreter::runLoop() {
-  while (!waitingForInput_) {
-    Ref<PostscriptObject> held;
-    PostscriptObject* object = nullptr;
-    if (auto* procedure = as<ArrayObject>(executionStack_.peek(0));
-        procedure != nullptr && procedure->executable) {
-      object = step(*procedure);
-    } else if (procedure != nullptr || !executionStack_.empty()) {
-      held = executionStack_.pop();
-      object = held.get();
-    } else if (takeToken(held)) {
-      object = held.get();
-    } else {
-      return;
-    }
-    if (object != nullptr) dispatch(object);
-  }
-}
-
 // A running procedure is stepped where it lies, on top of the execution stack. To whatever its element runs
 // the stacks look as if the procedure had been popped and pushed back below the element, and the element had
 // been popped then. Gives the element, or null when the procedure has come to its end and is gone.
-PostscriptObject* Interpreter::step(ArrayObject& procedure) {
+[[gnu::always_inline]] inline PostscriptObject* Interpreter::step(ArrayObject& procedure) {
   PostscriptObject* next = procedure.takeNext();
   if (next == nullptr) {
     procedure.retire();
-    executionStack_.pop();
+    executionStack_.drop();
   }
   return next;
 }
@@ -77,7 +57,7 @@ PostscriptObject* Interpreter::step(ArrayObject& procedure) {
 // Pushes what is literal and runs what is executable. A name that remembers its value is followed at once:
 // nobody can see the value on the execution stack between two steps of the loop, except a procedure, which
 // stays there.
-void Interpreter::dispatch(PostscriptObject* object) {
+[[gnu::always_inline]] inline void Interpreter::dispatch(PostscriptObject* object) {
   if (!object->executable) {
     operandStack_.push(object);
     return;
@@ -99,6 +79,24 @@ void Interpreter::dispatch(PostscriptObject* object) {
   }
   const Ref<PostscriptObject> held(object);  // it may be redefined while it runs
   held->execute(*this);
+}
+
+// The road of every token and every scheduled object; nothing here throws by itself, and nothing catches.
+void Interpreter::runLoop() {
+  while (!waitingForInput_) {
+    auto* procedure = as<ArrayObject>(executionStack_.top());
+    if (procedure != nullptr && procedure->executable) {
+      if (PostscriptObject* element = step(*procedure)) dispatch(element);
+      continue;
+    }
+    Ref<PostscriptObject> object;
+    if (!executionStack_.empty()) {
+      object = executionStack_.pop();
+    } else if (!takeToken(object)) {
+      return;
+    }
+    if (object) dispatch(object.get());
+  }
 }
 
 // Takes the next token; false when the chunk is used up. While a procedure is being built, braces are

@@ -31,7 +31,7 @@ class ArrayObject final : public CompositeObject {
   // The next element of a running procedure, borrowed, and the step to the one after; null past the last.
   [[nodiscard]] PostscriptObject* takeNext() {
     PostscriptObject* next = elements().at(executionIndex_);
-    if (next != nullptr) ++executionIndex_;
+    executionIndex_ += next != nullptr ? 1 : 0;
     return next;
   }
 

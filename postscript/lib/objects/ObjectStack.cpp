@@ -6,19 +6,42 @@
 
 namespace quillpress {
 
+namespace {
+
+constexpr std::size_t kFirstCapacity = 4;  // most arrays are short
+
+}  // namespace
+
 void ObjectStack::put(std::ptrdiff_t index, Ref<PostscriptObject> object) {
-  const auto size = static_cast<std::ptrdiff_t>(objects_.size());
-  if (index < 0 || index > size) THROW_EX("Illegal array index");
-  if (index == size) {
+  const auto position = static_cast<std::size_t>(index);  // one below 0 is beyond every count
+  if (position > count_) THROW_EX("Illegal array index");
+  if (position == count_) {
     push(std::move(object));
   } else {
-    objects_[static_cast<std::size_t>(index)] = std::move(object);
+    const auto replaced = Ref<PostscriptObject>::adopt(slots_[position]);
+    slots_[position] = object.leak();
   }
 }
 
 void ObjectStack::rotateTop(std::size_t size, std::size_t first) {
-  const auto begin = objects_.end() - static_cast<std::ptrdiff_t>(size);
-  std::rotate(begin, begin + static_cast<std::ptrdiff_t>(first), objects_.end());
+  PostscriptObject** const end = slots_.get() + count_;
+  std::rotate(end - size, end - size + first, end);
+}
+
+void ObjectStack::reserve(std::size_t count) {
+  if (count > capacity_) grow(count);
+}
+
+void ObjectStack::grow(std::size_t capacity) {
+  capacity = std::max(capacity, kFirstCapacity);
+  auto grown = std::make_unique_for_overwrite<PostscriptObject*[]>(capacity);
+  std::copy_n(slots_.get(), count_, grown.get());
+  slots_ = std::move(grown);
+  capacity_ = capacity;
+}
+
+void ObjectStack::clear() {
+  while (count_ > 0) release(slots_[--count_]);
 }
 
 void ObjectStack::throwNullPush() {

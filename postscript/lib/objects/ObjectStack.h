@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string_view>
-#include <vector>
 
 #include "postscript/lib/objects/Ref.h"
 
@@ -10,25 +10,36 @@ namespace quillpress {
 
 // A growable stack of objects, bottom first; also the elements of an array. Every slot holds one
 // reference. A pop hands that reference to the popper.
+//
+// Every object of a job passes through a stack several times. So what all of that needs is here, inlined
+// whatever the compiler thinks of its size, and growing and throwing are elsewhere.
 class ObjectStack {
  public:
   // REQUIRES: `displayName` outlives the stack.
   explicit ObjectStack(std::string_view displayName) : name_(displayName) {}
+  ObjectStack(const ObjectStack&) = delete;
+  ObjectStack& operator=(const ObjectStack&) = delete;
+  ~ObjectStack() { clear(); }
 
   [[nodiscard]] std::string_view name() const { return name_; }
 
   // Throws Ex for a null object.
-  void push(Ref<PostscriptObject> object) {
+  [[gnu::always_inline]] void push(Ref<PostscriptObject> object) {
     if (!object) throwNullPush();
-    objects_.push_back(std::move(object));
+    if (count_ == capacity_) grow(capacity_ * 2);
+    slots_[count_++] = object.leak();
   }
 
   // Throws Ex when the stack is empty.
-  Ref<PostscriptObject> pop() {
-    if (objects_.empty()) throwEmptyPop();
-    Ref<PostscriptObject> top = std::move(objects_.back());
-    objects_.pop_back();
-    return top;
+  [[gnu::always_inline]] Ref<PostscriptObject> pop() {
+    if (count_ == 0) throwEmptyPop();
+    return Ref<PostscriptObject>::adopt(slots_[--count_]);
+  }
+
+  // Pops an object and releases it. Throws Ex when the stack is empty.
+  [[gnu::always_inline]] void drop() {
+    if (count_ == 0) throwEmptyPop();
+    release(slots_[--count_]);
   }
 
   // Pops an object of one kind; `context` says in the error who wanted it. Kept: an object of another
@@ -44,16 +55,19 @@ class ObjectStack {
     return Ref<T>::adopt(static_cast<T*>(pop(T::kTypeCode, context).leak()));
   }
 
+  // The topmost object, borrowed; null when the stack is empty.
+  [[nodiscard]] PostscriptObject* top() const { return count_ == 0 ? nullptr : slots_[count_ - 1]; }
+
   // The object `depth` places below the top, borrowed; null outside the stack.
   [[nodiscard]] PostscriptObject* peek(std::ptrdiff_t depth) const {
-    const auto size = static_cast<std::ptrdiff_t>(objects_.size());
-    return depth >= 0 && depth < size ? objects_[static_cast<std::size_t>(size - 1 - depth)].get() : nullptr;
+    const auto below = static_cast<std::size_t>(depth);  // one below 0 is beyond every count
+    return below < count_ ? slots_[count_ - 1 - below] : nullptr;
   }
 
   // The object at a position from the bottom, borrowed; null outside the stack.
   [[nodiscard]] PostscriptObject* at(std::ptrdiff_t index) const {
-    const auto size = static_cast<std::ptrdiff_t>(objects_.size());
-    return index >= 0 && index < size ? objects_[static_cast<std::size_t>(index)].get() : nullptr;
+    const auto position = static_cast<std::size_t>(index);
+    return position < count_ ? slots_[position] : nullptr;
   }
 
   // Replaces the object at a position from the bottom, or appends at the position just past the end.
@@ -61,25 +75,30 @@ class ObjectStack {
   void put(std::ptrdiff_t index, Ref<PostscriptObject> object);
 
   // Makes the two topmost objects change places. REQUIRES: count() >= 2
-  void exchangeTop() { std::swap(objects_[objects_.size() - 1], objects_[objects_.size() - 2]); }
+  void exchangeTop() { std::swap(slots_[count_ - 1], slots_[count_ - 2]); }
 
   // Rotates the `size` topmost objects so that the one `first` places above the deepest becomes the
   // deepest. REQUIRES: size <= count(), first <= size
   void rotateTop(std::size_t size, std::size_t first);
 
-  [[nodiscard]] std::size_t count() const { return objects_.size(); }
-  [[nodiscard]] bool empty() const { return objects_.empty(); }
-  void reserve(std::size_t count) { objects_.reserve(count); }
+  [[nodiscard]] std::size_t count() const { return count_; }
+  [[nodiscard]] bool empty() const { return count_ == 0; }
+
+  // Makes room for that many objects in all.
+  void reserve(std::size_t count);
 
   // Releases every object.
-  void clear() { objects_.clear(); }
+  void clear();
 
  private:
+  void grow(std::size_t capacity);
   [[noreturn]] static void throwNullPush();
   [[noreturn]] static void throwEmptyPop();
   [[noreturn]] static void throwWrongKind(TypeCode expected, std::string_view context);
 
-  std::vector<Ref<PostscriptObject>> objects_;
+  std::unique_ptr<PostscriptObject*[]> slots_;  // of which count_ are filled
+  std::size_t count_ = 0;
+  std::size_t capacity_ = 0;
   std::string_view name_;
 };
 

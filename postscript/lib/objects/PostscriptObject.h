@@ -47,7 +47,7 @@ inline void retain(PostscriptObject* object) {
 }
 
 // Counts one holder less and deletes the object that nobody holds any more.
-inline void release(PostscriptObject* object) {
+[[gnu::always_inline]] inline void release(PostscriptObject* object) {
   if (--object->refCount < 1) delete object;
 }
 

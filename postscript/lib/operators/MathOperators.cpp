@@ -72,8 +72,7 @@ void MathOperator::calculate(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operandStack();
   Ref<PostscriptObject> b = operands.pop();
   Ref<PostscriptObject> a = operands.pop();
-  const bool anyReal = a->typeCode == TypeCode::kReal || b->typeCode == TypeCode::kReal;
-  const Number result = anyReal ? ofReals(*a, *b) : ofIntegers(*a, *b);
+  const Number result = calculate(*a, *b);
   if (const auto* integer = std::get_if<std::int32_t>(&result)) {
     pushResult<IntegerObject>(operands, *integer, a, b);
   } else {
@@ -81,20 +80,19 @@ void MathOperator::calculate(Interpreter& interpreter) {
   }
 }
 
-Number MathOperator::ofReals(const PostscriptObject& a, const PostscriptObject& b) {
+inline Number MathOperator::calculate(const PostscriptObject& a, const PostscriptObject& b) {
+  const auto* integerA = as<IntegerObject>(&a);
+  const auto* integerB = as<IntegerObject>(&b);
+  if (integerA != nullptr && integerB != nullptr) {
+    intA = integerA->value;
+    intB = integerB->value;
+    return calcInteger();
+  }
+  if (a.typeCode != TypeCode::kReal && b.typeCode != TypeCode::kReal)
+    THROW_EX("Unsupported number type in calc");
   realA = toDouble(a);
   realB = toDouble(b);
   return calcReal();
-}
-
-Number MathOperator::ofIntegers(const PostscriptObject& a, const PostscriptObject& b) {
-  const auto* integerA = as<IntegerObject>(&a);
-  const auto* integerB = as<IntegerObject>(&b);
-  if (integerA == nullptr || integerB == nullptr) THROW_EX("Unsupported number type in calc");
-  // The operands stand in the operator for the time of the calculation; nothing is run in between.
-  intA = integerA->value;
-  intB = integerB->value;
-  return calcInteger();
 }
 
 void TrigOperator::calculate(Interpreter& interpreter) const {

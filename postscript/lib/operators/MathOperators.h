@@ -25,8 +25,7 @@ class MathOperator {
   std::int32_t intB = 0;
 
  private:
-  [[nodiscard]] Number ofReals(const PostscriptObject& a, const PostscriptObject& b);
-  [[nodiscard]] Number ofIntegers(const PostscriptObject& a, const PostscriptObject& b);
+  [[nodiscard]] Number calculate(const PostscriptObject& a, const PostscriptObject& b);
   [[nodiscard]] virtual Number calcReal() const = 0;
   [[nodiscard]] virtual Number calcInteger() const = 0;
 };

@@ -54,7 +54,7 @@ void copyComposite(const PostscriptObject& source, PostscriptObject& destination
 }  // namespace
 
 void PopOperator::execute(Interpreter& interpreter) {
-  interpreter.operandStack().pop();
+  interpreter.operandStack().drop();
 }
 
 void ExchOperator::execute(Interpreter& interpreter) {

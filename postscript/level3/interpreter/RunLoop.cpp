@@ -46,6 +46,7 @@ void Interpreter::runLoop() {
   const Object* next = nullptr;
   const Object* end = nullptr;  // null when no procedure is being executed
   Object object;
+  Object procedure;
   for (;;) {
     try {
       for (;;) {
@@ -74,7 +75,8 @@ void Interpreter::runLoop() {
               goto callOperator;
             }
             if (value->isProcedure()) {
-              object = *value;
+              // The name stays in hand: it is what an error will be said to be in.
+              procedure = *value;
               goto callProcedure;
             }
             if (value->isExecutable()) {
@@ -90,6 +92,7 @@ void Interpreter::runLoop() {
             goto callOperator;
           case Object::executable(Type::kArray):
           case Object::executable(Type::kPackedArray):
+            procedure = object;
             goto callProcedure;
           case Object::executable(Type::kString):
           case Object::executable(Type::kFile):
@@ -106,7 +109,7 @@ void Interpreter::runLoop() {
         }
 
       callProcedure:
-        if (object.access() == Access::kNone) raise(ErrorName::kInvalidAccess);
+        if (procedure.access() == Access::kNone) raise(ErrorName::kInvalidAccess);
         if (end != nullptr) {
           if (next == end) {
             execution_.pop();
@@ -115,10 +118,10 @@ void Interpreter::runLoop() {
           }
           next = end = nullptr;
         }
-        if (object.length() == 0) continue;
-        execution_.push(object);
-        next = object.elements();
-        end = next + object.length();
+        if (procedure.length() == 0) continue;
+        execution_.push(procedure);
+        next = procedure.elements();
+        end = next + procedure.length();
         if (--patience_ < 0) housekeeping();
         continue;
 
@@ -129,11 +132,11 @@ void Interpreter::runLoop() {
         // Control went elsewhere: down, or to what now stands above this procedure.
         if (!wasCut_ && end != nullptr) {
           const std::size_t above = static_cast<std::size_t>(execution_.end() - before);
-          Object& procedure = execution_.top(above);
+          Object& suspended = execution_.top(above);
           if (next != end) {
-            procedure = restOf(procedure, next, end);
+            suspended = restOf(suspended, next, end);
           } else {
-            std::copy(&procedure + 1, &procedure + 1 + above, &procedure);
+            std::copy(&suspended + 1, &suspended + 1 + above, &suspended);
             execution_.pop();
           }
         }

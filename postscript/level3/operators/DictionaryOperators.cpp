@@ -21,7 +21,11 @@ void closeDictionary(Interpreter& interpreter) {
   VirtualMemory& memory = interpreter.memory();
   const Object made = memory.newDictionary(count / 2);
   const std::span<Object> pairs = operands.last(count);
-  for (std::size_t i = 0; i < count; i += 2) memory.put(*made.asDictionary(), pairs[i], pairs[i + 1]);
+  for (std::size_t i = 0; i < count; i += 2) {
+    // Of equal keys the first counts: as if the pairs were taken off the stack one by one, each with `def`.
+    const bool isNew = made.asDictionary()->find(memory.keyOf(pairs[i])) == nullptr;
+    if (isNew) memory.put(*made.asDictionary(), pairs[i], pairs[i + 1]);
+  }
   operands.pop(count);
   operands.top() = made;
 }

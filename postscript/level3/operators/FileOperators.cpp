@@ -129,10 +129,9 @@ void currentfile(Interpreter& interpreter) {
 void fileposition(Interpreter& interpreter) {
   Object& operand = interpreter.operands().top();
   const File& file = fileOf(operand);
-  const bool canSeek =
-      !file.isClosed() && (file.isReadable() ? file.source().canSeek() : file.sink().canSeek());
-  if (!canSeek) raise(ErrorName::kIoError);
-  const std::uint64_t position = file.isReadable() ? file.source().position() : file.sink().position();
+  // What a job can write has no place: standard files and filters.
+  if (file.isClosed() || !file.isReadable() || !file.source().canSeek()) raise(ErrorName::kIoError);
+  const std::uint64_t position = file.source().position();
   operand = Object::integer(static_cast<std::int64_t>(position));
 }
 
@@ -142,9 +141,8 @@ void setfileposition(Interpreter& interpreter) {
   const File& file = fileOf(operands.top(1));
   const std::int64_t position = operands.top(0).asInteger();
   if (position < 0) raise(ErrorName::kRangeCheck);
-  const auto place = static_cast<std::uint64_t>(position);
   const bool isDone =
-      !file.isClosed() && (file.isReadable() ? file.source().seek(place) : file.sink().seek(place));
+      !file.isClosed() && file.isReadable() && file.source().seek(static_cast<std::uint64_t>(position));
   if (!isDone) raise(ErrorName::kIoError);
   operands.pop(2);
 }

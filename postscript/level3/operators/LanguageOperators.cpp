@@ -28,6 +28,8 @@ void addLanguageOperators(Interpreter& interpreter) {
   addResourceOperators(interpreter);
   addParameterOperators(interpreter);
   addSystemOperators(interpreter);
+  addBinaryOutputOperators(interpreter);
+  addFileListOperator(interpreter);
 }
 
 }  // namespace quillpress::level3

@@ -33,5 +33,7 @@ void addEexecOperator(Interpreter& interpreter);
 void addResourceOperators(Interpreter& interpreter);
 void addParameterOperators(Interpreter& interpreter);
 void addSystemOperators(Interpreter& interpreter);
+void addBinaryOutputOperators(Interpreter& interpreter);
+void addFileListOperator(Interpreter& interpreter);
 
 }  // namespace quillpress::level3

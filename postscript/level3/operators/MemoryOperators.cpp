@@ -34,13 +34,20 @@ void requireRestorable(const Interpreter& interpreter, std::uint32_t serial) {
   }
 }
 
-// save ->
-void restore(Interpreter& interpreter) {
+// Called by way of the execution stack: see restore().
+void restoreNow(Interpreter& interpreter) {
   const std::uint32_t serial = interpreter.operands().top().asSave();
   if (!interpreter.memory().isOpenSave(serial)) raise(ErrorName::kInvalidRestore);
   requireRestorable(interpreter, serial);
   interpreter.operands().pop();
   interpreter.restoreState(serial);
+}
+
+// save ->
+// A procedure that ends with `restore` is done, and may be newer than the save. The run loop takes it off the
+// execution stack only when something else is put there, so that is what happens first.
+void restore(Interpreter& interpreter) {
+  interpreter.execution().push(interpreter.internal(restoreNow));
 }
 
 // bool ->
@@ -72,7 +79,8 @@ void vmstatus(Interpreter& interpreter) {
 }
 
 // int ->
-// 1 and 2 ask for a collection at once; the others switch automatic collection off and on, which goes on anyway.
+// 1 and 2 ask for a collection at once; the others switch automatic collection off and on, which goes on
+// anyway.
 void vmreclaim(Interpreter& interpreter) {
   const std::int64_t mode = interpreter.operands().top().asInteger();
   if (mode < -2 || mode > 2) raise(ErrorName::kRangeCheck);
@@ -113,6 +121,7 @@ constexpr OperatorRow kRows[] = {
 
 void addMemoryOperators(Interpreter& interpreter) {
   interpreter.addOperators(kRows);
+  interpreter.addInternal("restore", restoreNow, "save");
   interpreter.define("shareddict", Object::dictionary(&interpreter.globalDictionary()));
 }
 

@@ -15,7 +15,7 @@ namespace {
 constexpr std::string_view kNoText = "--nostringval--";
 constexpr int kDeepest = 100;
 // A text that a hostile array makes must not fill the memory.
-constexpr std::size_t kLongest = 64UL * 1024 * 1024;
+constexpr std::size_t kLongest = 16UL * 1024 * 1024;
 
 std::string realText(float value, int digits) {
   if (value == 0) return "0.0";
@@ -80,7 +80,7 @@ void appendArray(std::string& text, const Object& array, int depth) {
     return;
   }
   text += isProcedure ? '{' : '[';
-  for (std::uint32_t i = 0; i < array.length(); ++i) {
+  for (std::uint32_t i = 0; i < array.length() && text.size() < kLongest; ++i) {
     if (i > 0) text += ' ';
     appendSyntax(text, array.elements()[i], depth + 1);
   }

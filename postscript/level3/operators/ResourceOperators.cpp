@@ -132,13 +132,13 @@ void turnInstances(Interpreter& interpreter) {
 }
 
 // template procedure scratch ->
-// Keys that are no names match every template that is a star.
+// Keys that are no names have no text: only stars match them.
 void enumerateInstances(Interpreter& interpreter, const Dictionary& category) {
   ObjectStack& operands = interpreter.operands();
   const std::string_view pattern = textOf(operands.top(2));
   std::vector<Object> keys = Resources(interpreter).keys(nameOf(interpreter, category));
   std::erase_if(keys, [&](const Object& key) {
-    const std::string text = key.isName() || key.isNumber() ? plainText(key) : std::string();
+    const std::string_view text = key.isName() ? key.asName()->text() : std::string_view();
     return !matchesWildcards(text, pattern);
   });
   const bool wasGlobal = interpreter.memory().isGlobal();

@@ -2,6 +2,7 @@
 
 #include "postscript/level3/operators/LanguageOperators.h"
 #include "postscript/level3/operators/Operands.h"
+#include "postscript/level3/operators/SystemNames.h"
 
 namespace quillpress::level3 {
 
@@ -95,6 +96,7 @@ Object text(Interpreter& interpreter, std::string_view characters) {
 
 void addSystemOperators(Interpreter& interpreter) {
   interpreter.addOperators(kRows);
+  setSystemNames(interpreter);
   VirtualMemory& memory = interpreter.memory();
   interpreter.define(".internaldict", memory.newDictionary(10));
   interpreter.define("statusdict", memory.newDictionary(20));

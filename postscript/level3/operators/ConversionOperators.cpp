@@ -91,18 +91,22 @@ void cvrs(Interpreter& interpreter) {
     return;
   }
   constexpr float kEdge = 9223372036854775808.0F;
-  if (number.isReal() && !(number.asReal() >= -kEdge && number.asReal() < kEdge)) raise(ErrorName::kRangeCheck);
-  const std::int64_t value = number.isInteger() ? number.asInteger() : static_cast<std::int64_t>(number.asReal());
+  if (number.isReal() && !(number.asReal() >= -kEdge && number.asReal() < kEdge))
+    raise(ErrorName::kRangeCheck);
+  const std::int64_t value =
+      number.isInteger() ? number.asInteger() : static_cast<std::int64_t>(number.asReal());
   writeInto(interpreter, inRadix(static_cast<std::uint64_t>(value), static_cast<unsigned>(radix)), 3);
 }
 
 constexpr OperatorRow kRows[] = {
-    {"cvi", "num|string", cvi},   {"cvr", "num|string", cvr},         {"cvn", "string", cvn},
+    {"cvi", "num|string", cvi}, {"cvr", "num|string", cvr},       {"cvn", "string", cvn},
     {"cvs", "any string", cvs}, {"cvrs", "num int string", cvrs},
 };
 
 }  // namespace
 
-void addConversionOperators(Interpreter& interpreter) { interpreter.addOperators(kRows); }
+void addConversionOperators(Interpreter& interpreter) {
+  interpreter.addOperators(kRows);
+}
 
 }  // namespace quillpress::level3

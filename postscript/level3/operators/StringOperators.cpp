@@ -62,6 +62,8 @@ constexpr OperatorRow kRows[] = {
 
 }  // namespace
 
-void addStringOperators(Interpreter& interpreter) { interpreter.addOperators(kRows); }
+void addStringOperators(Interpreter& interpreter) {
+  interpreter.addOperators(kRows);
+}
 
 }  // namespace quillpress::level3

@@ -46,11 +46,17 @@ void limitAccess(Interpreter& interpreter, Access access) {
 }
 
 // array|dict|file|string -> the same
-void readonly(Interpreter& interpreter) { limitAccess(interpreter, Access::kReadOnly); }
-void noaccess(Interpreter& interpreter) { limitAccess(interpreter, Access::kNone); }
+void readonly(Interpreter& interpreter) {
+  limitAccess(interpreter, Access::kReadOnly);
+}
+void noaccess(Interpreter& interpreter) {
+  limitAccess(interpreter, Access::kNone);
+}
 
 // array|file|string -> the same
-void executeonly(Interpreter& interpreter) { limitAccess(interpreter, Access::kExecuteOnly); }
+void executeonly(Interpreter& interpreter) {
+  limitAccess(interpreter, Access::kExecuteOnly);
+}
 
 // A file that can only be written is no more readable than a string without access.
 bool canRead(const Object& composite) {
@@ -87,6 +93,8 @@ constexpr OperatorRow kRows[] = {
 
 }  // namespace
 
-void addTypeOperators(Interpreter& interpreter) { interpreter.addOperators(kRows); }
+void addTypeOperators(Interpreter& interpreter) {
+  interpreter.addOperators(kRows);
+}
 
 }  // namespace quillpress::level3

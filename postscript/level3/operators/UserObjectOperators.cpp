@@ -5,7 +5,9 @@ namespace quillpress::level3 {
 
 namespace {
 
-Name* tableName(Interpreter& interpreter) { return interpreter.memory().name("UserObjects"); }
+Name* tableName(Interpreter& interpreter) {
+  return interpreter.memory().name("UserObjects");
+}
 
 // The array UserObjects of userdict, or nullptr before the first definition.
 const Object* tableOf(Interpreter& interpreter) {
@@ -65,6 +67,8 @@ constexpr OperatorRow kRows[] = {
 
 }  // namespace
 
-void addUserObjectOperators(Interpreter& interpreter) { interpreter.addOperators(kRows); }
+void addUserObjectOperators(Interpreter& interpreter) {
+  interpreter.addOperators(kRows);
+}
 
 }  // namespace quillpress::level3

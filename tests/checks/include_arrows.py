@@ -23,6 +23,9 @@ def layers(top, *names):
 
 CONVERTER = layers("postscript/lib", "base", "objects", "interpreter", "operators", "pdf", "api")
 
+# The language proper, without page and font.
+LANGUAGE_FOLDERS = ["objects", "streams", "scanner", "interpreter", "operators"]
+
 # The full language: what each folder sees beside itself.
 LANGUAGE = {
     f"postscript/level3/{folder}": [f"postscript/level3/{name}" for name in visible]
@@ -35,6 +38,10 @@ LANGUAGE = {
         "images": ["objects", "streams"],
         "geometry": [],
         "pdf": ["geometry"],
+        "colour": LANGUAGE_FOLDERS + ["pdf"],
+        "graphics": LANGUAGE_FOLDERS + ["geometry", "pdf", "colour"],
+        "device": LANGUAGE_FOLDERS + ["geometry", "pdf", "colour", "graphics"],
+        "document": LANGUAGE_FOLDERS + ["geometry", "pdf", "colour", "graphics", "device"],
     }.items()
 }
 
@@ -91,6 +98,7 @@ EXCEPTIONS = {
 # Who implements or uses which of the public headers.
 PUBLIC_HEADERS = {
     "quillpress/converter.h": ["postscript/lib/pdf", "postscript/lib/api", "cli/conversion", "cli/pdf"],
+    "quillpress/document.h": ["postscript/level3/document"],
     "quillpress/driver.h": ["umpd/api"],
 }
 

@@ -12,6 +12,8 @@ namespace {
 
 // Renderers gather a whole path before they paint it, and some take long over very many subpaths.
 constexpr std::size_t kMostJoinedSubpaths = 200;
+// Device pixels between paths that one operator may paint.
+constexpr double kGap = 10;
 constexpr std::size_t kSpillAt = 1024UL * 1024;
 constexpr std::size_t kLongestRememberedPath = 256;
 constexpr int kDeviceColourPlaces = 3;
@@ -20,6 +22,18 @@ constexpr int kOtherColourPlaces = 5;
 // Numbers of a unit that are neither very long nor very coarse: from a tenth of a pixel to an inch.
 constexpr double kSmallestUnit = 0.1;
 constexpr double kGreatestUnit = 720;
+constexpr double kFarthestOrigin = 1e6;
+
+// Products with an inverse leave a little where there should be nothing.
+Matrix withoutNoise(const Matrix& matrix) {
+  const double noise = 1e-9 * matrix.meanScale();
+  const auto clean = [noise](double value) { return std::abs(value) < noise ? 0.0 : value; };
+  const auto round = [](double value) {
+    return std::abs(value - std::round(value)) < 1e-9 ? std::round(value) : value;
+  };
+  return {round(clean(matrix.a)), round(clean(matrix.b)), round(clean(matrix.c)),
+          round(clean(matrix.d)), round(matrix.tx),       round(matrix.ty)};
+}
 
 // How far a line's paint reaches from its middle, in units of half its width.
 double reachOf(const LineStyle& style, const Path& path) {
@@ -66,7 +80,7 @@ void ContentWriter::reset(const Settings& settings) {
   resources_.clear();
   pending_ = {};
   levels_.clear();
-  levels_.push_back({initialState(), nullptr, std::nullopt});
+  levels_.push_back({initialState(), settings.impliedClip, std::nullopt});
 }
 
 ContentWriter::State ContentWriter::initialState() const {
@@ -88,14 +102,13 @@ void ContentWriter::preferUnitsOf(const Matrix& userToDevice) {
   if (hasUnit_) return;
   hasUnit_ = true;
   const double scale = userToDevice.meanScale();
-  const bool isFit = userToDevice.keepsAxes() && userToDevice.isSimilarity() && scale >= kSmallestUnit &&
-                     scale <= kGreatestUnit && std::abs(userToDevice.tx) < 1e6 &&
-                     std::abs(userToDevice.ty) < 1e6;
-  const Matrix unit = isFit ? userToDevice : Matrix();
-  const Matrix toInitial = unit * settings_.fromDevice;
-  if (toInitial == Matrix()) return;
+  const Matrix toInitial = withoutNoise(userToDevice * settings_.fromDevice);
+  const bool isFit = toInitial.keepsAxes() && toInitial.isSimilarity() && scale >= kSmallestUnit &&
+                     scale <= kGreatestUnit && std::abs(toInitial.tx) < kFarthestOrigin &&
+                     std::abs(toInitial.ty) < kFarthestOrigin;
+  if (!isFit || toInitial == Matrix()) return;
   unit_ = toInitial;
-  space_ = ContentSpace::forMatrix(*unit.inverse());
+  space_ = ContentSpace::forMatrix(settings_.fromDevice * *toInitial.inverse());
 }
 
 // The unit's matrix stands before the first thing that is written, and only then.
@@ -114,7 +127,7 @@ bool ContentWriter::isVisible(const Box& bounds, const ClipPointer& clip) const 
 }
 
 bool ContentWriter::needsClip(const Box& bounds, const ClipPointer& clip) const {
-  if (!clip) return false;
+  if (!clip || isSameClip(clip.get(), settings_.impliedClip.get())) return false;
   return !clip->rectangle() || !clip->rectangle()->contains(intersection(bounds, settings_.area));
 }
 
@@ -221,29 +234,23 @@ void ContentWriter::spillIfLong() {
   hasSpilled_ = true;
 }
 
-bool ContentWriter::joinsPending(Operation operation, const Box& bounds, const PathSummary& summary) const {
-  const PathSummary& before = pending_.summary;
-  if (pending_.operation != operation || before.subpaths + summary.subpaths > kMostJoinedSubpaths)
-    return false;
-  if (operation == Operation::kStroke) return true;
-  // Where two fills overlap, one path made of both could leave a hole; not when all turn the same way.
-  const bool turnAlike = (before.onlyAnticlockwise && summary.onlyAnticlockwise) ||
-                         (before.onlyClockwise && summary.onlyClockwise);
-  return (operation == Operation::kFill && turnAlike) || !bounds.touches(pending_.box);
+bool ContentWriter::joinsPending(Operation operation, const Box& bounds, std::size_t subpaths) const {
+  if (pending_.operation != operation || pending_.subpaths + subpaths > kMostJoinedSubpaths) return false;
+  // Where two fills overlap, one path made of both could leave a hole; and where anything touches, renderers
+  // that smooth edges show one path darker than two. So apart is apart.
+  return !bounds.touches(pending_.box.grownBy(kGap));
 }
 
 void ContentWriter::addToPending(Operation operation, const Path& path, const Box& bounds,
                                  const ContentSpace& space) {
   const bool isFilled = operation != Operation::kStroke;
   std::string text;
-  const PathSummary summary = appendPath(text, path, space, isFilled);
-  if (summary.subpaths == 0) return;
-  if (joinsPending(operation, bounds, summary)) {
+  const std::size_t subpaths = appendPath(text, path, space, isFilled);
+  if (subpaths == 0) return;
+  if (joinsPending(operation, bounds, subpaths)) {
     pending_.text += text;
     pending_.box.include(bounds);
-    pending_.summary.subpaths += summary.subpaths;
-    pending_.summary.onlyAnticlockwise &= summary.onlyAnticlockwise;
-    pending_.summary.onlyClockwise &= summary.onlyClockwise;
+    pending_.subpaths += subpaths;
     pending_.only.reset();
     return;
   }
@@ -251,7 +258,7 @@ void ContentWriter::addToPending(Operation operation, const Path& path, const Bo
   pending_.operation = operation;
   pending_.text = std::move(text);
   pending_.box = bounds;
-  pending_.summary = summary;
+  pending_.subpaths = subpaths;
   if (isFilled && path.segmentCount() <= kLongestRememberedPath) pending_.only = path;
 }
 

@@ -38,6 +38,8 @@ class ContentWriter {
     Box area;
     // Whether the content begins with PDF's initial state, as pages do and forms do not.
     bool beginsWithDefaults = true;
+    // What the viewer clips to by itself: a form's or a pattern's box.
+    ClipPointer impliedClip = nullptr;
   };
   // Gets parts of the content that are complete, when there is much of it.
   using Spill = std::function<void(std::string_view)>;
@@ -108,7 +110,7 @@ class ContentWriter {
     Operation operation = Operation::kNone;
     std::string text;
     Box box;
-    PathSummary summary;
+    std::size_t subpaths = 0;
     // The only path in it, for a stroke that may follow its fill.
     std::optional<Path> only;
   };
@@ -125,7 +127,7 @@ class ContentWriter {
   void flushPending();
   void spillIfLong();
   void addToPending(Operation operation, const Path& path, const Box& bounds, const ContentSpace& space);
-  bool joinsPending(Operation operation, const Box& bounds, const PathSummary& summary) const;
+  bool joinsPending(Operation operation, const Box& bounds, std::size_t subpaths) const;
   bool strokesPendingFill(const Path& path) const;
   void writePaint(const Paint& paint, bool isStroke);
   void writeNumbers(const Paint& paint);

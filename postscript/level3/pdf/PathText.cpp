@@ -21,7 +21,7 @@ class PathWriter {
   PathWriter(std::string& text, const ContentSpace& space, bool isFilled)
       : text_(text), space_(space), isFilled_(isFilled) {}
 
-  PathSummary write(const Path& path) {
+  std::size_t write(const Path& path) {
     const auto& kinds = path.kinds();
     const Point* point = path.points().data();
     std::size_t index = 0;
@@ -30,16 +30,13 @@ class PathWriter {
       while (end < kinds.size() && kinds[end] != SegmentKind::kMove) ++end;
       // A move alone paints nothing.
       if (end - index > 1) {
-        ++summary_.subpaths;
-        if (!writeRectangle(kinds.data() + index, end - index, point)) {
-          summary_.onlyAnticlockwise = false;
-          summary_.onlyClockwise = false;
+        ++subpaths_;
+        if (!writeRectangle(kinds.data() + index, end - index, point))
           writeSubpath(kinds.data() + index, end - index, point);
-        }
       }
       for (; index < end; ++index) point += pointCount(kinds[index]);
     }
-    return summary_;
+    return subpaths_;
   }
 
  private:
@@ -91,9 +88,6 @@ class PathWriter {
     place(corner);
     place(size);
     text_ += "re\n";
-    const bool isClockwise = (size.x < 0) != (size.y < 0);
-    if (isClockwise) summary_.onlyAnticlockwise = false;
-    if (!isClockwise) summary_.onlyClockwise = false;
   }
 
   void writeSubpath(const SegmentKind* kinds, std::size_t count, const Point* points) {
@@ -148,7 +142,7 @@ class PathWriter {
   std::string& text_;
   const ContentSpace& space_;
   bool isFilled_;
-  PathSummary summary_;
+  std::size_t subpaths_ = 0;
 };
 
 }  // namespace
@@ -161,7 +155,7 @@ ContentSpace ContentSpace::forMatrix(const Matrix& fromDevice) {
   return {fromDevice, static_cast<int>(std::clamp(places, 0.0, 9.0))};
 }
 
-PathSummary appendPath(std::string& text, const Path& path, const ContentSpace& space, bool isFilled) {
+std::size_t appendPath(std::string& text, const Path& path, const ContentSpace& space, bool isFilled) {
   return PathWriter(text, space, isFilled).write(path);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
 #include <string>
 
 #include "postscript/level3/geometry/Path.h"
@@ -19,13 +19,7 @@ struct ContentSpace {
 
 // Appends "x y m" and so on, one blank or line end after each operator. Rectangles become `re`; a last move
 // that nothing follows, and lines that end where they begin once rounded, are left out where `isFilled` says
-// that nobody would see them.
-struct PathSummary {
-  std::size_t subpaths = 0;
-  // All are rectangles drawn anticlockwise (in content space), or all clockwise.
-  bool onlyAnticlockwise = true;
-  bool onlyClockwise = true;
-};
-PathSummary appendPath(std::string& text, const Path& path, const ContentSpace& space, bool isFilled);
+// that nobody would see them. Gives back how many subpaths there are.
+std::size_t appendPath(std::string& text, const Path& path, const ContentSpace& space, bool isFilled);
 
 }  // namespace quillpress::level3

@@ -122,6 +122,12 @@ void PdfDocument::setInformation(std::string_view key, std::string_view value) {
   replaceOrAdd(information_, key, value);
 }
 
+void PdfDocument::setInformationUnlessSet(std::string_view key, std::string_view value) {
+  const bool isSet = std::any_of(information_.begin(), information_.end(),
+                                 [key](const Entry& entry) { return entry.key == key; });
+  if (!isSet) setInformation(key, value);
+}
+
 void PdfDocument::setCatalogueEntry(std::string_view key, std::string_view value) {
   replaceOrAdd(catalogue_, key, value);
 }

@@ -43,6 +43,7 @@ class PdfDocument {
 
   // Entries of the information dictionary; a later one with the same key takes the place.
   void setInformation(std::string_view key, std::string_view value);
+  void setInformationUnlessSet(std::string_view key, std::string_view value);
   void setMetadata(ObjectNumber stream) { metadata_ = stream; }
   // An entry of the catalogue.
   void setCatalogueEntry(std::string_view key, std::string_view value);

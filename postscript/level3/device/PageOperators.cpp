@@ -1,0 +1,60 @@
+#include "postscript/level3/device/DeviceOperators.h"
+#include "postscript/level3/device/PageDevice.h"
+
+namespace quillpress::level3 {
+
+namespace {
+
+// dict ->
+void setPageDevice(Interpreter& interpreter) {
+  const Object request = interpreter.operands().top();
+  const Rooted kept(interpreter.memory(), request);
+  interpreter.operands().pop();
+  try {
+    pageDeviceOf(interpreter).setPageDevice(request);
+  } catch (const PostscriptError&) {
+    interpreter.operands().push(request);
+    throw;
+  }
+}
+
+// -> dict
+void currentPageDevice(Interpreter& interpreter) {
+  interpreter.operands().require(1);
+  interpreter.operands().push(pageDeviceOf(interpreter).currentPageDevice());
+}
+
+void showPage(Interpreter& interpreter) {
+  pageDeviceOf(interpreter).showPage();
+}
+void copyPage(Interpreter& interpreter) {
+  pageDeviceOf(interpreter).copyPage();
+}
+void erasePage(Interpreter& interpreter) {
+  pageDeviceOf(interpreter).erasePage();
+}
+void nullDevice(Interpreter& interpreter) {
+  pageDeviceOf(interpreter).installNullDevice();
+}
+
+constexpr OperatorRow kRows[] = {
+    {"setpagedevice", "dict", setPageDevice},
+    {"currentpagedevice", "", currentPageDevice},
+    {"showpage", "", showPage},
+    {"copypage", "", copyPage},
+    {"erasepage", "", erasePage},
+    {"nulldevice", "", nullDevice},
+};
+
+}  // namespace
+
+void addPageOperators(Interpreter& interpreter) {
+  interpreter.addOperators(kRows);
+}
+
+void addDeviceOperators(Interpreter& interpreter) {
+  addPageOperators(interpreter);
+  addPdfMarkOperator(interpreter);
+}
+
+}  // namespace quillpress::level3

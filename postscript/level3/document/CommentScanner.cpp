@@ -1,0 +1,135 @@
+#include "postscript/level3/document/CommentScanner.h"
+
+#include <array>
+#include <charconv>
+
+namespace quillpress::level3 {
+
+namespace {
+
+// Lines of comments are at most 255 characters; others need not be kept.
+constexpr std::size_t kLongestLine = 1024;
+
+std::string_view trimmed(std::string_view text) {
+  while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
+  while (!text.empty() && (text.back() == ' ' || text.back() == '\t' || text.back() == '\r'))
+    text.remove_suffix(1);
+  return text;
+}
+
+// A value in parentheses is a string of the language; its escapes are few.
+std::string textValue(std::string_view value) {
+  if (value.size() < 2 || value.front() != '(' || value.back() != ')') return std::string(value);
+  std::string text;
+  const std::string_view inside = value.substr(1, value.size() - 2);
+  for (std::size_t index = 0; index < inside.size(); ++index) {
+    if (inside[index] != '\\' || index + 1 == inside.size()) {
+      text += inside[index];
+      continue;
+    }
+    ++index;
+    unsigned code = 0;
+    std::size_t digits = 0;
+    while (digits < 3 && index + digits < inside.size() && inside[index + digits] >= '0' &&
+           inside[index + digits] <= '7') {
+      code = code * 8 + static_cast<unsigned>(inside[index + digits] - '0');
+      ++digits;
+    }
+    if (digits > 0) {
+      text += static_cast<char>(code & 0xFF);
+      index += digits - 1;
+    } else {
+      text += inside[index];
+    }
+  }
+  return text;
+}
+
+bool takeNumber(std::string_view& text, double& number) {
+  text = trimmed(text);
+  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc()) return false;
+  text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+  return true;
+}
+
+std::optional<Box> boxOf(std::string_view text) {
+  std::array<double, 4> corner{};
+  for (double& number : corner) {
+    if (!takeNumber(text, number)) return std::nullopt;
+  }
+  if (!(corner[0] < corner[2] && corner[1] < corner[3])) return std::nullopt;
+  return Box{corner[0], corner[1], corner[2], corner[3]};
+}
+
+}  // namespace
+
+void CommentScanner::scan(std::string_view piece) {
+  while (!piece.empty()) {
+    const std::size_t end = piece.find_first_of("\r\n");
+    const std::string_view part = piece.substr(0, end);
+    // Most lines are no comments: they are told by their first characters, and not copied.
+    const bool isComment =
+        line_.empty() ? (part.empty() || part.front() == '%' || isFirstLine_) && !isLineLong_ : true;
+    if (isComment && line_.size() + part.size() <= kLongestLine) {
+      line_ += part;
+    } else {
+      line_.clear();
+      isLineLong_ = true;
+    }
+    if (end == std::string_view::npos) return;
+    if (!line_.empty()) takeLine(line_);
+    if (isLineLong_ && place_ == Place::kHeader) place_ = Place::kBody;
+    line_.clear();
+    isLineLong_ = false;
+    piece.remove_prefix(end + 1);
+  }
+}
+
+void CommentScanner::takeLine(std::string_view line) {
+  if (isFirstLine_) {
+    isFirstLine_ = false;
+    isEncapsulated_ = line.starts_with("%!PS-Adobe") && line.find("EPSF") != std::string_view::npos;
+    return;
+  }
+  if (!line.starts_with("%%")) {
+    // The header ends with the first line that is no comment.
+    if (!line.starts_with('%') && place_ == Place::kHeader) place_ = Place::kBody;
+    return;
+  }
+  line.remove_prefix(2);
+  const std::size_t colon = line.find(':');
+  const std::string_view keyword = trimmed(line.substr(0, colon));
+  takeComment(keyword,
+              colon == std::string_view::npos ? std::string_view() : trimmed(line.substr(colon + 1)));
+}
+
+void CommentScanner::takeComment(std::string_view keyword, std::string_view value) {
+  if (keyword == "BeginDocument") ++nesting_;
+  if (keyword == "EndDocument" && nesting_ > 0) --nesting_;
+  if (nesting_ > 0) return;
+  if (keyword == "EndComments") {
+    place_ = Place::kBody;
+  } else if (keyword == "Trailer" || keyword == "EOF") {
+    place_ = Place::kTrailer;
+  }
+  if (place_ == Place::kBody || value.starts_with("(atend)")) return;
+  // In the header the first of equal comments counts, in the trailer the last.
+  const bool isLater = place_ == Place::kTrailer;
+  if (keyword == "BoundingBox" && (isLater || !boundingBox_)) {
+    boundingBox_ = boxOf(value);
+  } else if ((keyword == "HiResBoundingBox" || keyword == "ExactBoundingBox") && (isLater || !exactBox_)) {
+    exactBox_ = boxOf(value);
+  } else if (keyword == "Title" && (isLater || title_.empty())) {
+    title_ = textValue(value);
+  } else if (keyword == "Creator" && (isLater || creator_.empty())) {
+    creator_ = textValue(value);
+  } else if (keyword == "Pages" && (isLater || promisedPages_ == 0)) {
+    double pages = 0;
+    if (takeNumber(value, pages) && pages > 0 && pages < 1e9)
+      promisedPages_ = static_cast<std::uint64_t>(pages);
+  }
+}
+
+}  // namespace quillpress::level3

@@ -1,0 +1,137 @@
+#include "postscript/level3/document/DocumentJob.h"
+
+#include <memory>
+
+#include "postscript/level3/document/JobSource.h"
+#include "postscript/level3/document/Machine.h"
+#include "postscript/level3/streams/MemoryStreams.h"
+
+namespace quillpress::level3 {
+
+namespace {
+
+using Crop = DocumentOptions::Crop;
+using Status = DocumentResult::Status;
+
+Machine::Files filesOf(const DocumentOptions& options) {
+  const SinkPointer messages = options.messages ? options.messages : std::make_shared<NullSink>();
+  return {std::make_shared<MemorySource>(Bytes()), messages, messages};
+}
+
+// Everything that one conversion needs, in the order in which it is made.
+class Conversion {
+ public:
+  Conversion(const SourcePointer& job, Output& output, const DocumentOptions& options,
+             const std::atomic<bool>& isCancelled)
+      : options_(options),
+        isCancelled_(isCancelled),
+        machine_(output, filesOf(options), options.pageWidth, options.pageHeight),
+        job_(std::make_shared<JobSource>(job, [this] { look(); })) {}
+
+  DocumentResult run() {
+    setUp();
+    const Interpreter::Outcome outcome = interpreter_.run(job_);
+    const bool hasFailed = outcome.kind == Interpreter::Outcome::Kind::kError ||
+                           outcome.kind == Interpreter::Outcome::Kind::kAborted;
+    if (hasFailed) describeError(outcome);
+    finishPages(hasFailed);
+    DocumentResult result = std::move(result_);
+    result.pages = device_.pagesShown();
+    if (!hasFailed) warn(result);
+    if (result.pages == 0) {
+      result.status = Status::kNoPages;
+      if (result.error.empty()) result.error = "the job shows no page";
+      return result;
+    }
+    if (hasFailed) {
+      result.status = Status::kFailed;
+    } else if (!result.warnings.empty()) {
+      result.status = Status::kIncomplete;
+    }
+    describeDocument();
+    document_.finish();
+    return result;
+  }
+
+ private:
+  void setUp() {
+    if (options_.maxMemory) interpreter_.memory().setLimit(*options_.maxMemory);
+    device_.onPage([this](std::size_t pages) {
+      if (isCancelled_ || (options_.progress && !options_.progress(pages))) interpreter_.interrupt();
+    });
+    if (options_.timeoutSeconds) {
+      const std::chrono::duration<double> time(*options_.timeoutSeconds);
+      interpreter_.setDeadline(std::chrono::steady_clock::now() +
+                               std::chrono::duration_cast<std::chrono::steady_clock::duration>(time));
+    }
+  }
+
+  bool crops() const {
+    if (options_.crop == Crop::kAlways) return true;
+    return options_.crop == Crop::kWhenEncapsulated && job_->comments().isEncapsulated();
+  }
+
+  // Called when a piece of the job has come: the first one says what kind of job it is.
+  void look() {
+    if (isCancelled_) interpreter_.interrupt();
+    if (hasLooked_ || !job_) return;
+    hasLooked_ = true;
+    if (!crops()) return;
+    device_.holdLastPage();
+    if (job_->comments().boundingBox()) device_.startCropped(*job_->comments().boundingBox());
+  }
+
+  void describeError(const Interpreter::Outcome& outcome) {
+    std::string& text = result_.error;
+    text = outcome.errorName;
+    if (!outcome.command.empty()) text += " in " + outcome.command;
+    text += ", page " + std::to_string(device_.pagesShown() + 1);
+    text += ", byte " + std::to_string(job_->start() + job_->position());
+  }
+
+  // An encapsulated picture need not show its page itself.
+  void finishPages(bool hasFailed) {
+    const bool isEncapsulated = crops();
+    if (isEncapsulated && job_->comments().boundingBox()) device_.cropTo(*job_->comments().boundingBox());
+    device_.finish(!hasFailed && isEncapsulated && device_.pagesShown() == 0);
+  }
+
+  void warn(DocumentResult& result) {
+    const CommentScanner& comments = job_->comments();
+    if (comments.promisedPages() > result.pages && !comments.hasTrailer()) {
+      result.warnings.push_back("the job ends after " + std::to_string(result.pages) + " of " +
+                                std::to_string(comments.promisedPages()) + " pages; it may be cut off");
+    }
+    if (const std::string unkept = graphics_.unkept().summary(); !unkept.empty()) {
+      result.warnings.push_back("not kept in the PDF: " + unkept);
+    }
+  }
+
+  void describeDocument() {
+    const CommentScanner& comments = job_->comments();
+    // What pdfmark has said counts more.
+    if (!comments.title().empty()) document_.setInformationUnlessSet("Title", comments.title());
+    if (!comments.creator().empty()) document_.setInformationUnlessSet("Creator", comments.creator());
+    document_.setInformationUnlessSet("Producer", "Quillpress");
+  }
+
+  const DocumentOptions& options_;
+  const std::atomic<bool>& isCancelled_;
+  Machine machine_;
+  Interpreter& interpreter_ = machine_.interpreter();
+  PdfDocument& document_ = machine_.document();
+  Graphics& graphics_ = machine_.graphics();
+  PageDevice& device_ = machine_.device();
+  std::shared_ptr<JobSource> job_;
+  DocumentResult result_;
+  bool hasLooked_ = false;
+};
+
+}  // namespace
+
+DocumentResult convertDocument(const SourcePointer& job, Output& output, const DocumentOptions& options,
+                               const std::atomic<bool>& isCancelled) {
+  return Conversion(job, output, options, isCancelled).run();
+}
+
+}  // namespace quillpress::level3

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "postscript/level3/pdf/Output.h"
+#include "postscript/level3/streams/ByteSink.h"
+#include "postscript/level3/streams/ByteSource.h"
+
+namespace quillpress::level3 {
+
+// What can be chosen for a conversion.
+struct DocumentOptions {
+  // The page when the job asks for none; points.
+  double pageWidth = 595;
+  double pageHeight = 842;
+  enum class Crop { kWhenEncapsulated, kAlways, kNever } crop = Crop::kWhenEncapsulated;
+  std::optional<double> timeoutSeconds;
+  std::optional<std::size_t> maxMemory;
+  // What the job prints; dropped when null.
+  SinkPointer messages;
+  // Called after each page with their number; false ends the job.
+  std::function<bool(std::size_t)> progress;
+};
+
+struct DocumentResult {
+  enum class Status {
+    kDone,
+    kIncomplete,  // the job ended before it was complete, or something was not kept
+    kFailed,      // an error, or ended from outside; the pages complete so far are in the file
+    kNoPages,     // nothing was written
+  };
+  Status status = Status::kDone;
+  std::size_t pages = 0;
+  // One line, when the job failed.
+  std::string error;
+  std::vector<std::string> warnings;
+};
+
+// Converts one job. `isCancelled` may be set by another thread.
+DocumentResult convertDocument(const SourcePointer& job, Output& output, const DocumentOptions& options,
+                               const std::atomic<bool>& isCancelled);
+
+}  // namespace quillpress::level3

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+
+#include "postscript/level3/geometry/Box.h"
+#include "postscript/level3/pdf/ContentWriter.h"
+
+namespace quillpress::level3 {
+
+// What painting goes to: a page, a form, a pattern's cell, or nothing at all. A state may outlive what it
+// painted on; what is painted then goes nowhere.
+class Canvas {
+ public:
+  explicit Canvas(ContentWriter* content) : content_(content) {}
+
+  // Null when painting goes nowhere.
+  ContentWriter* content() const { return content_; }
+  void close() { content_ = nullptr; }
+
+ private:
+  ContentWriter* content_;
+};
+
+// A device as the graphics state knows it.
+struct Device {
+  Matrix defaultMatrix;
+  // What initclip opens, in device space.
+  Box area;
+  std::shared_ptr<Canvas> canvas;
+  // In a pattern without colours of its own, setting a colour is an error.
+  bool isUncoloured = false;
+  // nulldevice, which leaves the matrix alone.
+  bool isNull = false;
+};
+using DevicePointer = std::shared_ptr<const Device>;
+
+}  // namespace quillpress::level3

@@ -1,0 +1,49 @@
+#include "postscript/level3/graphics/Capture.h"
+
+#include "postscript/level3/graphics/MatrixOperands.h"
+
+namespace quillpress::level3 {
+
+namespace {
+
+// Painting on it ends with the capture, also when a state is kept for longer.
+class CanvasScope {
+ public:
+  explicit CanvasScope(ContentWriter& content) : canvas_(std::make_shared<Canvas>(&content)) {}
+  ~CanvasScope() { canvas_->close(); }
+  CanvasScope(const CanvasScope&) = delete;
+  CanvasScope& operator=(const CanvasScope&) = delete;
+
+  const std::shared_ptr<Canvas>& canvas() const { return canvas_; }
+
+ private:
+  std::shared_ptr<Canvas> canvas_;
+};
+
+}  // namespace
+
+Captured capture(Graphics& graphics, const CaptureSettings& settings, const std::function<void()>& paint) {
+  const Box area = transformed(settings.box, settings.spaceToDevice);
+  Path box;
+  box.appendRectangle(settings.box);
+  const ClipPointer clip = Clip::within(nullptr, box.transformed(settings.spaceToDevice), FillRule::kNonzero);
+  ContentWriter content(graphics.document().file(),
+                        {inverseOf(settings.spaceToDevice), area, settings.beginsWithDefaults, clip});
+  const GraphicsScope scope(graphics);
+  const CanvasScope canvas(content);
+  GraphicsState& state = graphics.state();
+  auto device = std::make_shared<Device>(*state.device);
+  device->area = area;
+  device->canvas = canvas.canvas();
+  device->isUncoloured = settings.isUncoloured || state.device->isUncoloured;
+  state.device = std::move(device);
+  state.ctm = settings.spaceToDevice;
+  state.path.clear();
+  state.pathBounds.reset();
+  state.clip = clip;
+  paint();
+  content.finish();
+  return {std::move(content.text()), content.resources().text()};
+}
+
+}  // namespace quillpress::level3

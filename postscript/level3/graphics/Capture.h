@@ -1,0 +1,27 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "postscript/level3/graphics/Graphics.h"
+
+namespace quillpress::level3 {
+
+// Content that a procedure of the job has painted into a space of its own.
+struct Captured {
+  std::string content;
+  std::string resources;
+};
+
+// Runs `paint` with a graphics state whose matrix is `spaceToDevice` and whose clip is the box in that space;
+// what it paints is gathered. The state is as before at the end, whatever happens.
+struct CaptureSettings {
+  Matrix spaceToDevice;
+  Box box;
+  // Content begins with PDF's initial state, as a pattern's does.
+  bool beginsWithDefaults = false;
+  bool isUncoloured = false;
+};
+Captured capture(Graphics& graphics, const CaptureSettings& settings, const std::function<void()>& paint);
+
+}  // namespace quillpress::level3

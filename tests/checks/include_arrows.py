@@ -38,10 +38,11 @@ LANGUAGE = {
         "images": ["objects", "streams"],
         "geometry": [],
         "pdf": ["geometry"],
+        "fonts": ["geometry", "pdf"],
         "colour": LANGUAGE_FOLDERS + ["pdf"],
-        "graphics": LANGUAGE_FOLDERS + ["geometry", "pdf", "colour"],
-        "device": LANGUAGE_FOLDERS + ["geometry", "pdf", "colour", "graphics"],
-        "document": LANGUAGE_FOLDERS + ["geometry", "pdf", "colour", "graphics", "device"],
+        "graphics": LANGUAGE_FOLDERS + ["geometry", "pdf", "fonts", "colour"],
+        "device": LANGUAGE_FOLDERS + ["geometry", "pdf", "fonts", "colour", "graphics"],
+        "document": LANGUAGE_FOLDERS + ["geometry", "pdf", "fonts", "colour", "graphics", "device"],
     }.items()
 }
 

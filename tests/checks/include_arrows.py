@@ -35,7 +35,7 @@ LANGUAGE = {
         "scanner": ["objects", "streams"],
         "interpreter": ["objects", "streams", "scanner"],
         "operators": ["objects", "streams", "scanner", "interpreter"],
-        "images": ["objects", "streams"],
+        "images": ["objects", "streams", "geometry", "pdf"],
         "geometry": [],
         "pdf": ["geometry"],
         "fonts": ["geometry", "pdf"],

@@ -1,6 +1,7 @@
 #include "postscript/level3/interpreter/ProcedureStreams.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 #include "postscript/level3/streams/CallbackStreams.h"
@@ -10,12 +11,47 @@ namespace quillpress::level3 {
 
 namespace {
 
-Object popString(Interpreter& interpreter) {
+// The operands of the operator that is waiting for a procedure. The procedure must leave them alone, and one
+// that does not must not make that operator use what is gone.
+class WaitingOperands final : public Roots {
+ public:
+  explicit WaitingOperands(Interpreter& interpreter)
+      : operands_(interpreter.operands()),
+        depth_(operands_.depth()),
+        kept_(std::min(depth_, Operator::kMaxOperands)),
+        scope_(interpreter.memory(), *this) {
+    const std::span<const Object> topmost = operands_.last(kept_);
+    std::copy(topmost.begin(), topmost.end(), objects_.begin());
+  }
+
+  void trace(Tracer& tracer) const override { tracer.visit(std::span(objects_).first(kept_)); }
+
+  void putBack() {
+    operands_.popTo(std::min(operands_.depth(), depth_ - kept_));
+    while (operands_.depth() < depth_ - kept_) operands_.push(Object::null());
+    for (std::size_t i = 0; i < kept_; ++i) operands_.push(objects_[i]);
+  }
+
+ private:
+  ObjectStack& operands_;
+  std::size_t depth_;
+  std::size_t kept_;
+  std::array<Object, Operator::kMaxOperands> objects_;
+  RootsScope scope_;
+};
+
+// Runs a procedure on the given operands; returns the string that it leaves.
+Object stringFrom(Interpreter& interpreter, const Object& procedure, std::span<const Object> given) {
   ObjectStack& operands = interpreter.operands();
-  if (operands.depth() == 0) raise(ErrorName::kStackUnderflow);
-  const Object string = operands.top();
+  WaitingOperands waiting(interpreter);
+  operands.require(given.size());
+  for (const Object& operand : given) operands.push(operand);
+  interpreter.runAndWait(procedure);
+  const bool hasResult = operands.depth() > 0;
+  const Object string = hasResult ? operands.top() : Object::null();
+  waiting.putBack();
+  if (!hasResult) raise(ErrorName::kStackUnderflow);
   if (!string.isString()) raise(ErrorName::kTypeCheck);
-  operands.pop();
   return string;
 }
 
@@ -44,14 +80,10 @@ class ProcedureSink final : public ByteSink {
 // Hands over what has been written. Before the first write that is nothing, and asks for a string.
 void ProcedureSink::exchange(bool moreToCome) {
   Interpreter& interpreter = interpreter_;
-  ObjectStack& operands = interpreter.operands();
-  operands.require(2);
   const std::shared_ptr<Rooted> full = std::move(string_);
   const auto used = static_cast<std::uint32_t>(std::exchange(used_, 0));
-  operands.push(full ? full->value.interval(0, used) : interpreter.memory().newString(std::size_t{0}));
-  operands.push(Object::boolean(moreToCome));
-  interpreter.runAndWait(procedure_);
-  const Object string = popString(interpreter);
+  const Object text = full ? full->value.interval(0, used) : interpreter.memory().newString(std::size_t{0});
+  const Object string = stringFrom(interpreter, procedure_, std::array{text, Object::boolean(moreToCome)});
   if (!moreToCome) return;
   if (!string.isWritable()) raise(ErrorName::kInvalidAccess);
   string_ = std::make_shared<Rooted>(interpreter.memory(), string);
@@ -84,8 +116,7 @@ SourcePointer sourceOf(Interpreter& interpreter, const Object& operand) {
   }
   if (!operand.isProcedure()) raise(ErrorName::kTypeCheck);
   return std::make_shared<PieceSource>([&interpreter, operand]() -> std::optional<Bytes> {
-    interpreter.runAndWait(operand);
-    const Object string = popString(interpreter);
+    const Object string = stringFrom(interpreter, operand, {});
     if (!string.isReadable()) raise(ErrorName::kInvalidAccess);
     return bytesOf(textOf(string));
   });

@@ -20,10 +20,10 @@ inline ByteSink& sinkOf(const Object& file) {
   return contents.sink();
 }
 
-// The end of a source closes it; an error in it is an error of the operator.
+// The end of a source closes it, unless it can be read again; an error in it is an error of the operator.
 inline void endOf(ByteSource& source) {
   if (source.hasFailed()) raise(ErrorName::kIoError);
-  source.close();
+  if (!source.staysOpen()) source.close();
 }
 
 }  // namespace quillpress::level3

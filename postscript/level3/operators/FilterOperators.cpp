@@ -38,8 +38,8 @@ void filter(Interpreter& interpreter) {
   const Object data = operands.top(used - 1);
   const std::span<const Object> between = operands.last(count + 1).first(count);
   const std::vector<Object> others(between.begin(), between.end());
-  const FilterParameters parameters(interpreter,
-                                    dictionary == nullptr ? nullptr : dictionary->asDictionary());
+  const FilterParameters parameters(interpreter, dictionary == nullptr ? nullptr : dictionary->asDictionary(),
+                                    !data.isFile());
   const Object file =
       row->decode != nullptr
           ? interpreter.newFile(row->decode(sourceOf(interpreter, data), parameters, others), {&data, 1})

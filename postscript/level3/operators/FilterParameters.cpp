@@ -40,7 +40,7 @@ bool FilterParameters::boolean(std::string_view key, bool whenMissing) const {
 }
 
 FilterClosing FilterParameters::closing(std::string_view key) const {
-  return boolean(key, false) ? FilterClosing::kSourceOrTargetToo : FilterClosing::kFilterOnly;
+  return boolean(key, false) || ownsData_ ? FilterClosing::kSourceOrTargetToo : FilterClosing::kFilterOnly;
 }
 
 // The parameters beside Predictor count only when there is one.

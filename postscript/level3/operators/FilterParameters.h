@@ -16,8 +16,9 @@ class FilterParameters {
  public:
   static constexpr int kHighest = std::numeric_limits<int>::max();
 
-  FilterParameters(Interpreter& interpreter, const Dictionary* dictionary)
-      : interpreter_(interpreter), dictionary_(dictionary) {}
+  // `ownsData`: nobody else knows the source or target, a string or procedure, so it is closed in any case.
+  FilterParameters(Interpreter& interpreter, const Dictionary* dictionary, bool ownsData)
+      : interpreter_(interpreter), dictionary_(dictionary), ownsData_(ownsData) {}
 
   [[nodiscard]] const Object* find(std::string_view key) const;
   // Without a default: a parameter that must be there. Throws rangecheck when it is not.
@@ -44,6 +45,7 @@ class FilterParameters {
 
   Interpreter& interpreter_;
   const Dictionary* dictionary_;
+  bool ownsData_;
 };
 
 }  // namespace quillpress::level3

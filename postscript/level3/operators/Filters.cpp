@@ -110,7 +110,8 @@ SourcePointer decodeBy(SourcePointer source, const Object& name, const Object& d
   if (!dictionary.isNull() && !dictionary.isDictionary()) raise(ErrorName::kTypeCheck);
   const FilterRow* const row = findFilter(name.asName()->text());
   if (row == nullptr || row->decode == nullptr) raise(ErrorName::kUndefined);
-  const FilterParameters parameters(interpreter, dictionary.isNull() ? nullptr : dictionary.asDictionary());
+  const FilterParameters parameters(interpreter, dictionary.isNull() ? nullptr : dictionary.asDictionary(),
+                                    false);
   return row->decode(std::move(source), parameters, {});
 }
 

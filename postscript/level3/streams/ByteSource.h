@@ -51,6 +51,9 @@ class ByteSource : public Stream {
 
   [[nodiscard]] virtual bool canSeek() const { return false; }
 
+  // Whether its end is no reason to close it: what can be read again has just one end among others.
+  [[nodiscard]] virtual bool staysOpen() const { return false; }
+
   // Goes on at `position`, counted from the start; also after the end. False, and no change, when the source
   // cannot be there.
   bool seek(std::uint64_t position);

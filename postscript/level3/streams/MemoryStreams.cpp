@@ -5,6 +5,16 @@
 
 namespace quillpress::level3 {
 
+namespace {
+
+class ReusableSource final : public MemorySource {
+ public:
+  using MemorySource::MemorySource;
+  [[nodiscard]] bool staysOpen() const override { return true; }
+};
+
+}  // namespace
+
 MemorySource::MemorySource(std::vector<Byte> bytes) {
   const auto owned = std::make_shared<const std::vector<Byte>>(std::move(bytes));
   bytes_ = *owned;
@@ -42,10 +52,10 @@ void BufferSink::take(Bytes bytes) {
   if (fits < bytes.size()) fail();
 }
 
-std::shared_ptr<MemorySource> reusable(ByteSource& source) {
+SourcePointer reusable(ByteSource& source) {
   MemorySink all;
   if (!copyAll(source, all)) return nullptr;
-  return std::make_shared<MemorySource>(all.takeBytes());
+  return std::make_shared<ReusableSource>(all.takeBytes());
 }
 
 }  // namespace quillpress::level3

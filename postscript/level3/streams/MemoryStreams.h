@@ -8,7 +8,7 @@
 namespace quillpress::level3 {
 
 // Bytes in memory, which `keeper` keeps valid as long as the source is open. Nothing is copied.
-class MemorySource final : public ByteSource {
+class MemorySource : public ByteSource {
  public:
   explicit MemorySource(Bytes bytes, std::shared_ptr<const void> keeper = nullptr)
       : bytes_(bytes), keeper_(std::move(keeper)) {}
@@ -60,7 +60,7 @@ class MemorySink final : public ByteSink {
 };
 
 // Reads `source` to its end; what comes back can be read again from any place. Null when the source fails.
-std::shared_ptr<MemorySource> reusable(ByteSource& source);
+SourcePointer reusable(ByteSource& source);
 
 // Takes everything, keeps nothing.
 class NullSink final : public ByteSink {

@@ -1,10 +1,8 @@
 #include "tools/launcher/ActionQueue.h"
 
-#include "umpd/win32/Windows.h"
-// Beginning a thread this way sets up what the C runtime keeps for each of them.
-#include <process.h>
-
 #include <utility>
+
+#include "umpd/win32/Windows.h"
 
 namespace quillpress::launcher {
 namespace {
@@ -19,7 +17,9 @@ constexpr DWORD kTimeForAnAction = 5000;
 ActionQueue::ActionQueue(std::function<void(const Message&)> action)
     : action_(std::move(action)),
       wake_(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
-      thread_(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, &runThread, this, 0, nullptr))) {}
+      // The C runtime is a DLL here, which the system tells of each thread, so the runtime's own way to begin
+      // one is not needed.
+      thread_(CreateThread(nullptr, 0, &runThread, this, 0, nullptr)) {}
 
 void ActionQueue::push(Message message) {
   {
@@ -49,7 +49,7 @@ std::size_t ActionQueue::doneCount() {
   return done_;
 }
 
-unsigned __stdcall ActionQueue::runThread(void* queue) {
+DWORD WINAPI ActionQueue::runThread(void* queue) {
   static_cast<ActionQueue*>(queue)->work();
   return 0;
 }

@@ -31,7 +31,7 @@ class ActionQueue {
   static constexpr std::size_t kCapacity = 100'000;
 
  private:
-  static unsigned __stdcall runThread(void* queue);
+  static DWORD WINAPI runThread(void* queue);
   void work();
   [[nodiscard]] std::size_t doneCount();
 

@@ -19,8 +19,6 @@ class StopSignal {
  private:
   static BOOL WINAPI onControl(DWORD kind);
 
-  static StopSignal* instance_;
-
   driver::KernelHandle stop_;
 };
 

@@ -26,7 +26,6 @@ class CidFont final : public OutlineFont {
   struct Data {
     // FontMatrix of the CIDFont: character space to text space.
     Matrix matrix;
-    Box bounds{0, 0, 0, 0};
     std::vector<FontDictionary> fontDictionaries;
     // The binary data, all strings of GlyphData (or the file's) in one. Empty with GlyphDirectory.
     std::string glyphData;

@@ -8,15 +8,14 @@
 
 namespace quillpress::level3 {
 
+struct CharstringContext;
+struct GlyphProgram;
+
 // A Type 1 font: glyphs with names, which may arrive one by one.
 class Type1Font final : public OutlineFont {
  public:
   struct Data {
     Matrix matrix{0.001, 0, 0, 0.001, 0, 0};
-    Box bounds{0, 0, 0, 0};
-    // 0 filled, 2 outlined with lines of strokeWidth.
-    int paintType = 0;
-    double strokeWidth = 0;
     CharstringPrivate privateData;
     // Of a multiple-master instance, else empty.
     std::vector<double> weightVector;
@@ -40,8 +39,12 @@ class Type1Font final : public OutlineFont {
  private:
   struct Entry {
     std::string name;
-    std::string charstring;
+    std::string charstring;  // not encrypted
   };
+
+  const Entry& entryOf(GlyphIndex glyph) const;
+  CharstringContext context() const;
+  GlyphProgram program(GlyphIndex glyph) const;
 
   Data data_;
   std::vector<Entry> glyphs_;

@@ -40,9 +40,9 @@ LANGUAGE = {
         "pdf": ["geometry"],
         "fonts": ["geometry", "pdf"],
         "colour": LANGUAGE_FOLDERS + ["pdf"],
-        "graphics": LANGUAGE_FOLDERS + ["geometry", "pdf", "fonts", "colour"],
-        "device": LANGUAGE_FOLDERS + ["geometry", "pdf", "fonts", "colour", "graphics"],
-        "document": LANGUAGE_FOLDERS + ["geometry", "pdf", "fonts", "colour", "graphics", "device"],
+        "graphics": LANGUAGE_FOLDERS + ["geometry", "pdf", "fonts", "images", "colour"],
+        "device": LANGUAGE_FOLDERS + ["geometry", "pdf", "fonts", "images", "colour", "graphics"],
+        "document": LANGUAGE_FOLDERS + ["geometry", "pdf", "fonts", "images", "colour", "graphics", "device"],
     }.items()
 }
 

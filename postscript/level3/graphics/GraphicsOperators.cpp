@@ -15,6 +15,7 @@ void addGraphicsOperators(Interpreter& interpreter) {
   addRenderingOperators(interpreter);
   addFormOperators(interpreter);
   addPatternOperators(interpreter);
+  addImageOperators(interpreter);
   addFontOperators(interpreter);
   addTextOperators(interpreter);
 }

@@ -20,6 +20,7 @@ void addColourOperators(Interpreter& interpreter);
 void addRenderingOperators(Interpreter& interpreter);
 void addFormOperators(Interpreter& interpreter);
 void addPatternOperators(Interpreter& interpreter);
+void addImageOperators(Interpreter& interpreter);
 void addFontOperators(Interpreter& interpreter);
 void addTextOperators(Interpreter& interpreter);
 

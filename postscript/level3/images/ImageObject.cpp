@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "postscript/level3/images/ImageCompressor.h"
 #include "postscript/level3/images/Samples.h"
 #include "postscript/level3/pdf/PdfNumbers.h"
 
@@ -96,27 +95,54 @@ void ImageObjectSink::finishStream() {
   stream_.reset();
 }
 
-ObjectNumber writeImage(PdfFile& file, const ImageDescription& description, ImageRows& rows, Byte missing) {
+WrittenImage writeImage(PdfFile& file, ImageDescription description, const RowReader& nextRow, Byte missing) {
   const ImageLayout layout = description.layout;
   std::shared_ptr<ImageObjectSink> object;
   ImageCompressor compressor(layout.forPdf(), [&](const PredictorParameters& predictor) -> SinkPointer {
     object = std::make_shared<ImageObjectSink>(file, description.entries(flateFilter(predictor)));
     return object;
   });
-  std::vector<Byte> converted(layout.forPdf().rowBytes(), missing);
-  bool hasRows = true;
-  for (int y = 0; y < layout.height; ++y) {
-    const Bytes row = hasRows ? rows.next() : Bytes();
-    if (row.empty()) {
-      if (hasRows) std::fill(converted.begin(), converted.end(), missing);
-      hasRows = false;
-    } else {
-      convertRowForPdf(row, layout, converted);
-    }
+  std::vector<Byte> converted(layout.forPdf().rowBytes());
+  int rows = 0;
+  for (; rows < layout.height; ++rows) {
+    const Bytes row = nextRow();
+    if (row.empty()) break;
+    convertRowForPdf(row, layout, converted);
     compressor.add(converted);
   }
+  if (rows == 0) return {};
+  if (object == nullptr) {
+    description.layout.height = rows;
+  } else {
+    std::fill(converted.begin(), converted.end(), missing);
+    for (int row = rows; row < layout.height; ++row) compressor.add(converted);
+    rows = layout.height;
+  }
   compressor.finish();
-  return object->number();
+  return {object->number(), rows};
+}
+
+HeldImage::HeldImage(const ImageLayout& layout)
+    : layout_(layout),
+      data_(std::make_shared<MemorySink>()),
+      compressor_(layout.forPdf(),
+                  [this](const PredictorParameters& predictor) -> SinkPointer {
+                    predictor_ = predictor;
+                    return data_;
+                  }),
+      converted_(layout.forPdf().rowBytes()) {}
+
+void HeldImage::add(Bytes row) {
+  convertRowForPdf(row, layout_, converted_);
+  compressor_.add(converted_);
+  ++height_;
+}
+
+ObjectNumber HeldImage::write(PdfFile& file, ImageDescription description) {
+  compressor_.finish();
+  description.layout.height = height_;
+  return file.addSharedStream(description.entries(flateFilter(predictor_)), textOf(data_->bytes()),
+                              StreamData::kPlain);
 }
 
 }  // namespace quillpress::level3

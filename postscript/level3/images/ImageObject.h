@@ -1,11 +1,13 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "postscript/level3/images/ImageRows.h"
+#include "postscript/level3/images/ImageCompressor.h"
 #include "postscript/level3/pdf/PdfFile.h"
+#include "postscript/level3/streams/MemoryStreams.h"
 
 namespace quillpress::level3 {
 
@@ -49,7 +51,35 @@ class ImageObjectSink final : public ByteSink {
   ObjectNumber number_ = 0;
 };
 
-// Writes an image from its rows, compressed. Rows that do not come are filled with `missing`.
-ObjectNumber writeImage(PdfFile& file, const ImageDescription& description, ImageRows& rows, Byte missing);
+struct WrittenImage {
+  ObjectNumber number = 0;  // 0 when not one row came
+  int height = 0;           // less than it should have when the data ended early
+};
+
+// The next row of an image, borrowed until the next call; empty when there is none.
+using RowReader = std::function<Bytes()>;
+
+// Writes an image from its rows, compressed. Of a long image the height is in the file before all rows have
+// come; those that do not are filled with `missing`.
+WrittenImage writeImage(PdfFile& file, ImageDescription description, const RowReader& nextRow, Byte missing);
+
+// Rows that are compressed in memory, for an image that cannot be described before another one is complete.
+class HeldImage {
+ public:
+  explicit HeldImage(const ImageLayout& layout);
+
+  void add(Bytes row);
+  [[nodiscard]] int height() const { return height_; }
+  // `description` is of the same layout; its height becomes that of the rows that came.
+  ObjectNumber write(PdfFile& file, ImageDescription description);
+
+ private:
+  ImageLayout layout_;
+  std::shared_ptr<MemorySink> data_;
+  PredictorParameters predictor_;
+  ImageCompressor compressor_;
+  std::vector<Byte> converted_;
+  int height_ = 0;
+};
 
 }  // namespace quillpress::level3

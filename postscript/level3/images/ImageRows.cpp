@@ -22,12 +22,29 @@ Bytes ImageRows::next() {
     row_.resize(size);
     return source.read(row_) == size ? Bytes(row_) : Bytes();
   }
+  return readPlanes() ? nextInterleaved() : Bytes();
+}
+
+// A block from each source in turn: procedures that read one file between them expect to be called so.
+bool ImageRows::readPlanes() {
   const std::size_t size = layout_.plane().rowBytes();
-  for (std::size_t i = 0; i < planes_.size(); ++i) {
-    planes_[i].resize(size);
-    if (sources_[i]->read(planes_[i]) != size) return {};
+  std::vector<std::size_t> filled(planes_.size());
+  for (std::vector<Byte>& plane : planes_) plane.resize(size);
+  bool isComplete = false;
+  while (!isComplete) {
+    isComplete = true;
+    for (std::size_t i = 0; i < planes_.size(); ++i) {
+      if (filled[i] == size) continue;
+      if (!sources_[i]->refill()) return false;
+      const Bytes block = sources_[i]->peek();
+      const std::size_t count = std::min(block.size(), size - filled[i]);
+      std::copy_n(block.begin(), count, planes_[i].begin() + static_cast<std::ptrdiff_t>(filled[i]));
+      sources_[i]->consume(count);
+      filled[i] += count;
+      isComplete = isComplete && filled[i] == size;
+    }
   }
-  return nextInterleaved();
+  return true;
 }
 
 Bytes ImageRows::nextInterleaved() {

@@ -19,6 +19,7 @@ class ImageRows {
   [[nodiscard]] bool hasFailed() const;
 
  private:
+  bool readPlanes();
   Bytes nextInterleaved();
 
   std::vector<SourcePointer> sources_;
@@ -27,16 +28,15 @@ class ImageRows {
   std::vector<std::vector<Byte>> planes_;
 };
 
-// A string as the data of an image: it begins again when it is used up. `string` is kept valid by the caller,
-// and not empty.
+// A string as the data of an image: it begins again when it is used up. An empty one has nothing.
 class RepeatedString final : public ByteSource {
  public:
-  explicit RepeatedString(Bytes string) : string_(string) {}
+  explicit RepeatedString(Bytes string) : string_(string.begin(), string.end()) {}
 
  private:
   Bytes nextBlock() override { return string_; }
 
-  Bytes string_;
+  std::vector<Byte> string_;
 };
 
 }  // namespace quillpress::level3

@@ -36,6 +36,8 @@ class CcittDecoder final : public Decoder {
   CcittDecoder(SourcePointer source, const CcittParameters& parameters,
                FilterClosing closing = FilterClosing::kFilterOnly);
 
+  [[nodiscard]] const CcittParameters& parameters() const { return parameters_; }
+
  private:
   enum class Expects { kRowStart, kTag, kRow, kOutput, kEndOfLine };
   enum class Step { kDone, kStarved, kBad };

@@ -128,6 +128,10 @@ std::optional<DctFrame> DctDecoder::frame() const {
                   state_->info.num_components};
 }
 
+std::optional<bool> DctDecoder::colorTransform() const {
+  return state_->colorTransform;
+}
+
 std::size_t DctDecoder::deliver(std::span<Byte> output) {
   const std::size_t count = std::min(output.size(), state_->row.size() - state_->rowDelivered);
   if (count > 0) std::memcpy(output.data(), state_->row.data() + state_->rowDelivered, count);

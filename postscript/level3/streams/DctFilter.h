@@ -26,6 +26,8 @@ class DctDecoder final : public Decoder {
 
   // Nothing before the first byte is there.
   [[nodiscard]] std::optional<DctFrame> frame() const;
+  // As it was given.
+  [[nodiscard]] std::optional<bool> colorTransform() const;
 
  private:
   Progress decode(Bytes input, std::span<Byte> output) override;

@@ -19,6 +19,10 @@ class Decoder : public ByteSource {
  public:
   static constexpr std::size_t kBlockSize = 16384;
 
+  // What it decodes; null when it is closed. For those who pass data on as it is, while nothing has been
+  // read.
+  [[nodiscard]] const SourcePointer& below() const { return source_; }
+
  protected:
   struct Progress {
     std::size_t consumed = 0;

@@ -3,6 +3,7 @@
 #include <qpdf/QPDF.hh>
 
 #include "postscript/level3/images/ImageObject.h"
+#include "postscript/level3/images/ImageRows.h"
 #include "postscript/level3/pdf/PdfDocument.h"
 #include "tests/level3/streams/FilterTesting.h"
 
@@ -22,7 +23,9 @@ class ImageObjectTest : public testing::Test {
  protected:
   ObjectNumber write(const ImageDescription& description, const std::string& data, Byte missing = 0) {
     ImageRows rows({inPieces(data, 1000)}, description.layout);
-    return writeImage(document_.file(), description, rows, missing);
+    return writeImage(
+               document_.file(), description, [&] { return rows.next(); }, missing)
+        .number;
   }
 
   // What another library reads from the file.
@@ -88,8 +91,29 @@ TEST_F(ImageObjectTest, AStencilHasNoColourSpace) {
   EXPECT_EQ(image.getDict().getKey("/Decode").unparse(), "[ 1 0 ]");
 }
 
-TEST_F(ImageObjectTest, RowsThatDoNotComeAreFilled) {
-  EXPECT_EQ(dataOf(read(write(grayImage(2, 3), "abc", 'x'))), "abxxxx");
+TEST_F(ImageObjectTest, AShortImageEndsWithItsRows) {
+  QPDFObjectHandle image = read(write(grayImage(2, 3), "abc"));
+  EXPECT_EQ(image.getDict().getKey("/Height").getIntValue(), 1);
+  EXPECT_EQ(dataOf(image), "ab");
+}
+
+TEST_F(ImageObjectTest, AnImageWithoutARowIsNotWritten) {
+  EXPECT_EQ(write(grayImage(2, 3), "a"), 0U);
+}
+
+TEST_F(ImageObjectTest, RowsThatALongImageLacksAreFilled) {
+  const std::string data = dataOf(read(write(grayImage(1000, 200), std::string(100'000, 'a'), 'x')));
+  EXPECT_TRUE(data == std::string(100'000, 'a') + std::string(100'000, 'x'));
+}
+
+TEST_F(ImageObjectTest, AHeldImageIsWrittenInTheEnd) {
+  const ImageDescription description = grayImage(3, 5);
+  HeldImage held(description.layout);
+  held.add(bytesOf("abc"));
+  held.add(bytesOf("def"));
+  QPDFObjectHandle image = read(held.write(document_.file(), description));
+  EXPECT_EQ(image.getDict().getKey("/Height").getIntValue(), 2);
+  EXPECT_EQ(dataOf(image), "abcdef");
 }
 
 TEST_F(ImageObjectTest, TheSameImageIsWrittenOnce) {

@@ -1,0 +1,239 @@
+#include "postscript/level3/graphics/ImagePainting.h"
+
+#include "postscript/level3/colour/SpecialSpaces.h"
+#include "postscript/level3/graphics/ImageData.h"
+#include "postscript/level3/graphics/MatrixOperands.h"
+#include "postscript/level3/images/ImageObject.h"
+#include "postscript/level3/images/IndexedRows.h"
+#include "postscript/level3/images/InterleavedMask.h"
+#include "postscript/level3/images/PassedImage.h"
+
+namespace quillpress::level3 {
+
+namespace {
+
+constexpr Byte kMissing = 0xFF;
+
+// The unit square that PDF draws an image in, to device space: its first row is on top.
+Matrix placeOf(const ImageParameters& parameters, int height, const Matrix& ctm) {
+  const Matrix unitToImage{static_cast<double>(parameters.layout.width),
+                           0,
+                           0,
+                           -static_cast<double>(height),
+                           0,
+                           static_cast<double>(height)};
+  return unitToImage * inverseOf(parameters.toImage) * ctm;
+}
+
+// What the least and greatest sample stand for in PDF's terms; empty when that is what they stand for anyway.
+std::vector<double> decodeFor(const ImageParameters& parameters, const ColourSpace& space) {
+  std::vector<double> decode;
+  bool isUsual = true;
+  const double highest = (1 << parameters.layout.bits) - 1;
+  for (std::size_t i = 0; i < space.componentCount(); ++i) {
+    const std::pair<double, double> usual =
+        space.kind() == ColourSpace::Kind::kIndexed ? std::pair(0.0, highest) : space.range(i);
+    const std::pair<double, double> given =
+        parameters.decode.empty() ? usual : std::pair(parameters.decode[2 * i], parameters.decode[2 * i + 1]);
+    isUsual = isUsual && given == usual;
+    decode.push_back(space.pdfComponent(i, given.first));
+    decode.push_back(space.pdfComponent(i, given.second));
+  }
+  return isUsual ? std::vector<double>() : decode;
+}
+
+ImageDescription describe(const ImageParameters& parameters, const ColourSpace& space, PdfFile& file) {
+  ImageDescription description;
+  description.layout = parameters.layout;
+  description.colourSpace = space.pdfText(file);
+  description.decode = decodeFor(parameters, space);
+  description.interpolate = parameters.interpolate;
+  description.colourKey = parameters.colourKey;
+  return description;
+}
+
+ImageDescription describeStencil(const ImageParameters& parameters) {
+  ImageDescription description;
+  description.layout = parameters.layout;
+  description.isStencil = true;
+  if (parameters.decode.size() == 2 && parameters.decode.front() > parameters.decode.back()) {
+    description.decode = {1, 0};
+  }
+  description.interpolate = parameters.interpolate;
+  return description;
+}
+
+// PDF has indexed samples of up to 8 bits and 256 colours.
+const IndexedSpace* tooLargeTable(const ImageParameters& parameters, const ColourSpacePointer& space) {
+  if (space->kind() != ColourSpace::Kind::kIndexed) return nullptr;
+  const auto* const indexed = static_cast<const IndexedSpace*>(space.get());
+  return parameters.layout.bits > 8 || indexed->highest() > 255 ? indexed : nullptr;
+}
+
+// A decoder that nobody has read from yet.
+template <typename D>
+D* freshDecoder(const std::vector<SourcePointer>& sources) {
+  if (sources.size() != 1) return nullptr;
+  auto* const decoder = dynamic_cast<D*>(sources.front().get());
+  const bool isFresh =
+      decoder != nullptr && decoder->isOpen() && decoder->position() == 0 && decoder->peek().empty();
+  return isFresh ? decoder : nullptr;
+}
+
+WrittenImage writeData(PdfFile& file, const ImageDescription& description,
+                       const std::vector<SourcePointer>& sources) {
+  auto* const jpeg = freshDecoder<DctDecoder>(sources);
+  if (jpeg != nullptr && canPassJpeg(description)) return passJpeg(file, description, *jpeg);
+  auto* const fax = freshDecoder<CcittDecoder>(sources);
+  if (fax != nullptr && canPassFax(description, fax->parameters())) return passFax(file, description, *fax);
+  ImageRows rows(sources, description.layout);
+  const WrittenImage written = writeImage(
+      file, description, [&] { return rows.next(); }, kMissing);
+  if (rows.hasFailed()) raise(ErrorName::kIoError);
+  return written;
+}
+
+// Looked up here, because PDF cannot.
+WrittenImage writeExpanded(PdfFile& file, const ImageParameters& parameters, const IndexedSpace& space,
+                           const std::vector<SourcePointer>& sources) {
+  const double highest = (1 << parameters.layout.bits) - 1;
+  const bool isUsual = parameters.decode.empty();
+  IndexedRows expanded(parameters.layout, space.table(), static_cast<int>(space.base()->componentCount()),
+                       isUsual ? 0 : parameters.decode[0], isUsual ? highest : parameters.decode[1]);
+  ImageRows rows(sources, parameters.layout);
+  ImageDescription description;
+  description.layout = expanded.layout();
+  description.colourSpace = space.base()->pdfText(file);
+  description.interpolate = parameters.interpolate;
+  return writeImage(
+      file, description,
+      [&] {
+        const Bytes row = rows.next();
+        return row.empty() ? row : expanded.expand(row);
+      },
+      kMissing);
+}
+
+bool isEmpty(const ImageLayout& layout) {
+  return layout.width == 0 || layout.height == 0;
+}
+
+void draw(Graphics& graphics, const WrittenImage& image, const ImageParameters& parameters) {
+  ContentWriter* const content = graphics.content();
+  if (image.number == 0 || content == nullptr) return;
+  const GraphicsState& state = graphics.state();
+  const Matrix place = placeOf(parameters, image.height, state.ctm);
+  content->draw(image.number, place, transformed(Box{0, 0, 1, 1}, place), state.clip, state.rare);
+}
+
+// What nobody will see is read all the same: the program goes on behind it.
+void skipData(Graphics& graphics, const ImageParameters& parameters) {
+  ImageRows rows(imageSources(graphics.interpreter(), parameters.sources), parameters.layout);
+  for (int y = 0; y < parameters.layout.height; ++y) {
+    if (rows.next().empty()) return;
+  }
+}
+
+bool isShown(Graphics& graphics, const ImageParameters& parameters) {
+  return graphics.state().device->canvas->content() != nullptr && parameters.toImage.inverse() &&
+         graphics.state().ctm.inverse();
+}
+
+// One row of the mask and its part of the image, or the other way round, until one of them ends.
+void readByRows(ImageRows& maskRows, ImageRows& imageRows, HeldImage& mask, HeldImage& image,
+                const RowInterleave& interleave) {
+  const auto take = [](ImageRows& rows, HeldImage& held, int count) {
+    for (int i = 0; i < count && held.height() < rows.layout().height; ++i) {
+      const Bytes row = rows.next();
+      if (row.empty()) return false;
+      held.add(row);
+    }
+    return held.height() < rows.layout().height;
+  };
+  bool goesOn = true;
+  while (goesOn) {
+    const bool moreMask = take(maskRows, mask, interleave.maskRows);
+    const bool moreImage = take(imageRows, image, interleave.imageRows);
+    goesOn = moreMask && moreImage;
+  }
+}
+
+// Both are in memory, compressed, before the first is written: the image's entries name the mask.
+void paintInterleaved(Graphics& graphics, const ImageParameters& image, const ImageParameters& mask,
+                      int interleave, const ColourSpace& space) {
+  PdfFile& file = graphics.document().file();
+  const std::vector<SourcePointer> sources = imageSources(graphics.interpreter(), image.sources);
+  ImageDescription maskDescription = describeStencil(mask);
+  maskDescription.layout.bits = 1;
+  HeldImage heldMask(maskDescription.layout);
+  HeldImage heldImage(image.layout);
+  if (interleave == 1) {
+    ImageLayout both = image.layout;
+    ++both.components;
+    ImageRows rows(sources, both);
+    InterleavedMask splitter(both);
+    for (int y = 0; y < both.height; ++y) {
+      const Bytes row = rows.next();
+      if (row.empty()) break;
+      splitter.split(row);
+      heldMask.add(splitter.mask());
+      heldImage.add(splitter.image());
+    }
+  } else {
+    RowInterleave rows;
+    RowInterleave::find(mask.layout.height, image.layout.height, rows);
+    ImageRows maskRows(sources, mask.layout);
+    ImageRows imageRows(sources, image.layout);
+    readByRows(maskRows, imageRows, heldMask, heldImage, rows);
+  }
+  if (heldMask.height() == 0 || heldImage.height() == 0 || !isShown(graphics, image)) return;
+  ImageDescription description = describe(image, space, file);
+  description.mask = heldMask.write(file, maskDescription);
+  draw(graphics, {heldImage.write(file, description), heldImage.height()}, image);
+}
+
+}  // namespace
+
+void paintImage(Graphics& graphics, const ImageParameters& parameters, const ColourSpacePointer& space) {
+  if (isEmpty(parameters.layout)) return;
+  if (!isShown(graphics, parameters)) return skipData(graphics, parameters);
+  PdfFile& file = graphics.document().file();
+  const std::vector<SourcePointer> sources = imageSources(graphics.interpreter(), parameters.sources);
+  const IndexedSpace* const indexed = tooLargeTable(parameters, space);
+  draw(graphics,
+       indexed != nullptr ? writeExpanded(file, parameters, *indexed, sources)
+                          : writeData(file, describe(parameters, *space, file), sources),
+       parameters);
+}
+
+void paintStencil(Graphics& graphics, const ImageParameters& parameters) {
+  if (isEmpty(parameters.layout)) return;
+  if (!isShown(graphics, parameters)) return skipData(graphics, parameters);
+  const WrittenImage image = writeData(graphics.document().file(), describeStencil(parameters),
+                                       imageSources(graphics.interpreter(), parameters.sources));
+  if (image.number == 0) return;
+  const std::optional<Paint> paint = graphics.patterns().visiblePaint(*graphics.state().colour);
+  ContentWriter* const content = graphics.content();
+  if (!paint || content == nullptr) return;
+  const GraphicsState& state = graphics.state();
+  content->drawMask(image.number, placeOf(parameters, image.height, state.ctm), *paint, state.clip,
+                    state.rare);
+}
+
+void paintMaskedImage(Graphics& graphics, const ImageParameters& image, const ImageParameters& mask,
+                      int interleave, const ColourSpacePointer& space) {
+  if (isEmpty(image.layout) || isEmpty(mask.layout)) return;
+  if (interleave != 3) return paintInterleaved(graphics, image, mask, interleave, *space);
+  if (!isShown(graphics, image)) {
+    skipData(graphics, mask);
+    return skipData(graphics, image);
+  }
+  PdfFile& file = graphics.document().file();
+  const WrittenImage writtenMask =
+      writeData(file, describeStencil(mask), imageSources(graphics.interpreter(), mask.sources));
+  ImageDescription description = describe(image, *space, file);
+  description.mask = writtenMask.number;
+  draw(graphics, writeData(file, description, imageSources(graphics.interpreter(), image.sources)), image);
+}
+
+}  // namespace quillpress::level3

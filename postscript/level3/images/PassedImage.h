@@ -1,0 +1,19 @@
+#pragma once
+
+#include "postscript/level3/images/ImageObject.h"
+#include "postscript/level3/streams/CcittFilter.h"
+#include "postscript/level3/streams/DctFilter.h"
+
+namespace quillpress::level3 {
+
+// Images whose compressed data PDF takes as it is: it is copied byte for byte, and nothing is lost by
+// compressing it again. The decoder has not been read from; it is read to its end.
+
+// Data that turns out to be of another shape than the description is decoded after all.
+WrittenImage passJpeg(PdfFile& file, const ImageDescription& description, DctDecoder& decoder);
+bool canPassJpeg(const ImageDescription& description);
+
+WrittenImage passFax(PdfFile& file, const ImageDescription& description, CcittDecoder& decoder);
+bool canPassFax(const ImageDescription& description, const CcittParameters& parameters);
+
+}  // namespace quillpress::level3

@@ -23,7 +23,8 @@ class OperandsAside {
 };
 
 // Image data as an operand says: a file is read on from where it is, a string over and over, a procedure is
-// run until it returns an empty string. REQUIRES: requireImageSource() did not throw, and the operand is kept
+// run until it returns an empty string. REQUIRES: requireImageSources() did not throw, and the operand is
+// kept
 SourcePointer imageSource(Interpreter& interpreter, const Object& operand);
 std::vector<SourcePointer> imageSources(Interpreter& interpreter, std::span<const Object> operands);
 

@@ -28,9 +28,11 @@ ImageParameters readShape(Interpreter& interpreter, std::size_t top, int compone
   return parameters;
 }
 
-void takeSource(const Object& source, ImageParameters& parameters) {
-  requireImageSource(source);
-  parameters.sources.push_back(source);
+// `count` data sources below `top` further operands.
+void takeSources(ObjectStack& operands, std::size_t top, std::size_t count, ImageParameters& parameters) {
+  const std::span<const Object> sources = operands.last(top + count).first(count);
+  requireImageSources(sources);
+  parameters.sources.assign(sources.begin(), sources.end());
 }
 
 void imageOfDictionary(Interpreter& interpreter);
@@ -43,7 +45,7 @@ void image(Interpreter& interpreter) {
   if (interpreter.operands().top().isDictionary()) return imageOfDictionary(interpreter);
   requireOperands(interpreter, 5);
   ImageParameters parameters = readShape(interpreter, 1, 1);
-  takeSource(interpreter.operands().top(), parameters);
+  takeSources(interpreter.operands(), 0, 1, parameters);
   const OperandsAside aside(interpreter, 5);
   paintImage(graphics, parameters, graphics.deviceSpace(ColourSpace::Kind::kDeviceGray));
 }
@@ -91,7 +93,7 @@ void imageOfDictionary(Interpreter& interpreter) {
 
 // width height polarity matrix datasrc ->    or  dict ->
 void imageMask(Interpreter& interpreter) {
-  const ObjectStack& operands = interpreter.operands();
+  ObjectStack& operands = interpreter.operands();
   requireOperands(interpreter, 1);
   ImageParameters parameters;
   const bool isDictionary = operands.top().isDictionary();
@@ -105,7 +107,7 @@ void imageMask(Interpreter& interpreter) {
     parameters.toImage = matrixOf(operands.top(1));
     parameters.layout = imageLayout(integerOf(operands.top(4)), integerOf(operands.top(3)), 1, 1);
     parameters.decode = polarity.asBoolean() ? std::vector<double>{1, 0} : std::vector<double>{0, 1};
-    takeSource(operands.top(), parameters);
+    takeSources(operands, 0, 1, parameters);
   }
   const OperandsAside aside(interpreter, isDictionary ? 1 : 5);
   paintStencil(graphicsOf(interpreter), parameters);
@@ -126,7 +128,7 @@ ColourSpace::Kind deviceKind(std::int64_t components) {
 
 // width height bits/comp matrix datasrc0 ... datasrcn-1 multi ncomp ->
 void colorImage(Interpreter& interpreter) {
-  const ObjectStack& operands = interpreter.operands();
+  ObjectStack& operands = interpreter.operands();
   Graphics& graphics = graphicsOf(interpreter);
   requireOperands(interpreter, 2);
   requireColours(graphics);
@@ -136,7 +138,7 @@ void colorImage(Interpreter& interpreter) {
   const std::size_t sources = operands.top(1).asBoolean() ? static_cast<std::size_t>(components) : 1;
   requireOperands(interpreter, sources + 6);
   ImageParameters parameters = readShape(interpreter, sources + 2, static_cast<int>(components));
-  for (std::size_t i = 0; i < sources; ++i) takeSource(operands.top(sources + 1 - i), parameters);
+  takeSources(operands, 2, sources, parameters);
   const OperandsAside aside(interpreter, sources + 6);
   paintImage(graphics, parameters, graphics.deviceSpace(kind));
 }

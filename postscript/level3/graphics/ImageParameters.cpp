@@ -26,6 +26,13 @@ std::vector<unsigned> readColourKey(const DictionaryReader& entries, const Image
   return key;
 }
 
+void requireSource(const Object& source) {
+  if (!source.isFile() && !source.isString() && !source.isProcedure()) raise(ErrorName::kTypeCheck);
+  if (source.isProcedure()) return;
+  if (!source.isReadable()) raise(ErrorName::kInvalidAccess);
+  if (source.isFile() && !fileOf(source).isReadable()) raise(ErrorName::kInvalidAccess);
+}
+
 void readSources(const DictionaryReader& entries, ImageParameters& parameters) {
   const Object& source = entries.require("DataSource");
   if (!entries.boolean("MultipleDataSources", false)) {
@@ -37,7 +44,7 @@ void readSources(const DictionaryReader& entries, ImageParameters& parameters) {
     const std::span<const Object> elements = elementsOf(source);
     parameters.sources.assign(elements.begin(), elements.end());
   }
-  std::for_each(parameters.sources.begin(), parameters.sources.end(), requireImageSource);
+  requireImageSources(parameters.sources);
 }
 
 }  // namespace
@@ -48,11 +55,12 @@ ImageLayout imageLayout(std::int64_t width, std::int64_t height, int components,
   return {static_cast<int>(width), static_cast<int>(height), components, static_cast<int>(bits)};
 }
 
-void requireImageSource(const Object& source) {
-  if (!source.isFile() && !source.isString() && !source.isProcedure()) raise(ErrorName::kTypeCheck);
-  if (source.isProcedure()) return;
-  if (!source.isReadable()) raise(ErrorName::kInvalidAccess);
-  if (source.isFile() && !fileOf(source).isReadable()) raise(ErrorName::kInvalidAccess);
+void requireImageSources(std::span<const Object> sources) {
+  std::for_each(sources.begin(), sources.end(), requireSource);
+  const bool areAlike = std::all_of(sources.begin(), sources.end(), [&](const Object& source) {
+    return source.isFile() == sources.front().isFile() && source.isString() == sources.front().isString();
+  });
+  if (!areAlike) raise(ErrorName::kTypeCheck);
 }
 
 ImageParameters readSourcelessDictionary(Interpreter& interpreter, const Object& dictionary, int components) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <vector>
 
 #include "postscript/level3/geometry/Matrix.h"
@@ -27,7 +28,7 @@ ImageParameters readSourcelessDictionary(Interpreter& interpreter, const Object&
 // Width and height. Throw rangecheck for what is negative, limitcheck for what nobody can draw.
 ImageLayout imageLayout(std::int64_t width, std::int64_t height, int components, std::int64_t bits);
 
-// A file, a string or a procedure. Throws typecheck, invalidaccess.
-void requireImageSource(const Object& source);
+// Files, strings or procedures, all of one kind. Throws typecheck, invalidaccess.
+void requireImageSources(std::span<const Object> sources);
 
 }  // namespace quillpress::level3

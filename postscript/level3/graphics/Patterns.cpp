@@ -127,6 +127,11 @@ ObjectNumber Patterns::writeTiling(const Made& made, const Object& pattern, cons
     const DevicePointer device = graphics_.state().device;
     graphics_.setState(*made.state);
     graphics_.state().device = device;
+    // The colour of such a cell comes when it is painted with; no pattern of its making stands in the way.
+    if (made.isUncoloured) {
+      graphics_.state().colour =
+          std::make_shared<Colour>(graphics_.deviceSpace(ColourSpace::Kind::kDeviceGray));
+    }
     captured = capture(graphics_, {made.toDevice, box, true, made.isUncoloured}, [&] {
       interpreter.operands().push(pattern);
       interpreter.runAndWait(procedure);

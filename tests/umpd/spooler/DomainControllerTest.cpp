@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "tests/umpd/harness/DriverFolder.h"
 #include "tests/umpd/spooler/AccountSystem.h"
 #include "tests/umpd/spooler/ControllerCache.h"
 #include "tests/umpd/spooler/SpoolerTest.h"
@@ -127,16 +128,6 @@ TEST_F(DomainControllerTest, AnyOtherStateMeansThatItIsNotKnown) {
     EXPECT_EQ(cache.name(), L"\\\\PRIMARY");
   }
   EXPECT_EQ(questions, 5);
-}
-
-// Whoever works it out may have died.
-TEST_F(DomainControllerTest, AJobWaitsForAnotherProcessOnce) {
-  ControllerCache cache;
-  cache.setState('w');
-  SettingsKey(HKEY_USERS, L"S-1-5-21-1-2-3-1000").removeTree();
-  EXPECT_EQ(print(), L"");
-  EXPECT_EQ(sleeps.size(), 69U);  // 60,000 ms at 876 each
-  EXPECT_EQ(accounts.lookups().size(), 2U);
 }
 
 TEST_F(DomainControllerTest, TheReservedByteIsNeverWritten) {
@@ -311,6 +302,73 @@ TEST_P(WaitingForEverTest, LooksTheAccountUpOnTheLocalMachine) {
 // The last two pass the end of the tick count.
 INSTANTIATE_TEST_SUITE_P(Clocks, WaitingForEverTest,
                          ::testing::Values(0U, 123456789U, 0x7FFFFF00U, 0xFFFFFFFFU, 0xFFFF8000U));
+
+// Whoever works it out has died, and all that can ask for the user during a start does: the search for an old
+// launcher, the override of the ini file, the settings, the defaults of a printer that is used for the first
+// time.
+class WholeStartTest : public WaitingTest {
+ protected:
+  WholeStartTest() {
+    // A user who has logged on, and has no settings yet.
+    SettingsKey(HKEY_USERS, kSid).removeTree();
+    SettingsKey(HKEY_USERS, std::wstring(kSid) + L"\\Environment").setText(L"TEMP", L"C:\\");
+    driverFolder.writeIni("[init]\noverrideUserSettings=1\nimageDPI=600\n");
+  }
+
+  // How often the user's part of the registry has been looked for.
+  [[nodiscard]] std::ptrdiff_t questionsForTheUser() const {
+    const auto& asked = byName.functionsAsked();
+    return std::count(asked.begin(), asked.end(), "RegOpenCurrentUser");
+  }
+
+  void expectOneWait() const {
+    EXPECT_EQ(sleeps, std::vector<DWORD>(69, 876));  // 60 s, and no second more than that of the last look
+    EXPECT_EQ(accounts.lookups().size(), 2U);        // the sizes and the data
+  }
+
+  static constexpr wchar_t kSid[] = L"S-1-5-21-1-2-3-1000";
+
+  const DriverFolder driverFolder{kWindowsNt4};
+  const SettingsKey userSettings{HKEY_USERS,
+                                 std::wstring(kSid) + L"\\Software\\Quillpress\\" + printer.name()};
+};
+
+TEST_F(WholeStartTest, WaitsAMinuteInAll) {
+  const Job job(library, printer);
+  EXPECT_NE(job.handle(), 0U);
+  expectOneWait();
+  EXPECT_EQ(questionsForTheUser(), 3);
+  EXPECT_EQ(userSettings.number(L"imageDPI"), 600U) << "the ini file has not been read";
+  EXPECT_EQ(userSettings.number(L"resIndex"), 3U) << "the defaults have not been written";
+  EXPECT_EQ(job.number(L"resIndex"), 3) << "the settings have not been read";
+}
+
+TEST_F(WholeStartTest, WaitsAMinuteInAllByPrinterNameToo) {
+  const Job job(library, printer.name());
+  EXPECT_NE(job.handle(), 0U);
+  expectOneWait();
+  EXPECT_EQ(questionsForTheUser(), 3);
+}
+
+TEST_F(WholeStartTest, WaitsAMinuteInAllForAnUnknownAccount) {
+  accounts.failSizes();
+  const Job job(library, printer);
+  EXPECT_NE(job.handle(), 0U);
+  EXPECT_EQ(sleeps.size(), 69U);
+  EXPECT_EQ(questionsForTheUser(), 3);
+  EXPECT_EQ(accounts.lookups().size(), 1U);
+}
+
+TEST_F(WholeStartTest, IsAllThatTheJobWaits) {
+  userSettings.setText(L"DefaultSaveDir", folder.path());
+  userSettings.setNumber(L"FinishPrintEv", 1);
+  Job job(library, printer);
+  EXPECT_NE(job.text(L"pdfaXML"), L"");
+  finish(job);
+  EXPECT_EQ(userSettings.text(L"DocName"), L"Document");
+  expectOneWait();
+  EXPECT_EQ(questionsForTheUser(), 6);  // the metadata and two settings at the end
+}
 
 TEST_F(DomainControllerTest, WithoutTheMemoryNobodyIsAsked) {
   library.replace("OpenFileMappingW", [](DWORD, BOOL, LPCWSTR) -> HANDLE { return nullptr; });

@@ -8,6 +8,8 @@
 
 namespace quillpress::level3 {
 
+struct GlyphProgram;
+
 // A CIDFont of type 0: charstrings by CID, each with one of several Private dictionaries. GlyphIndex is the
 // CID.
 class CidFont final : public OutlineFont {
@@ -53,6 +55,7 @@ class CidFont final : public OutlineFont {
     std::string_view charstring;
   };
   Entry entryOf(std::uint32_t cid) const;
+  GlyphProgram program(std::uint32_t cid) const;
 
   Data data_;
   std::unordered_map<std::uint32_t, std::string> added_;

@@ -31,6 +31,8 @@ class SystemFonts {
   std::optional<SystemFont> findExactly(std::string_view fontName) const;
 
  private:
+  std::optional<SystemFont> fontOfFile(std::string_view name, bool isExact) const;
+
   std::filesystem::path folder_;
 };
 

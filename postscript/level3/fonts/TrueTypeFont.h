@@ -4,6 +4,7 @@
 #include <map>
 
 #include "postscript/level3/fonts/OutlineFont.h"
+#include "postscript/level3/fonts/SfntTables.h"
 
 namespace quillpress::level3 {
 
@@ -12,7 +13,7 @@ class TrueTypeFont final : public OutlineFont {
  public:
   // The strings of sfnts, in order. An odd one's last byte is padding. Tables may be missing, also glyf and
   // loca when glyphs are added.
-  explicit TrueTypeFont(std::vector<std::string> sfnts);
+  explicit TrueTypeFont(const std::vector<std::string>& sfnts);
 
   // Adds an entry of GlyphDirectory, which goes before what glyf and hmtx have. Its first 2 x metricsCount
   // bytes are metrics: with 2 the advance and left side bearing, with 4 the vertical ones in front of them,
@@ -25,9 +26,6 @@ class TrueTypeFont final : public OutlineFont {
 
   unsigned unitsPerEm() const { return unitsPerEm_; }
 
-  // From the post table, where there is one with names.
-  std::optional<GlyphIndex> glyphNamed(std::string_view name) const override;
-  std::string glyphName(GlyphIndex glyph) const override;
   // What the font's Unicode cmap maps to the glyph, the lowest when there are several; 0 when nothing does.
   char32_t unicodeOf(GlyphIndex glyph) const;
 
@@ -38,14 +36,32 @@ class TrueTypeFont final : public OutlineFont {
   FontSubset subset(const SubsetRequest& request) const override;
 
  private:
+  // How far a glyph moves the current point, and where its outline begins.
+  struct Metrics {
+    int advance = 0;
+    int bearing = 0;
+  };
   struct Added {
     std::string outline;
-    std::optional<std::array<int, 2>> horizontal;  // advance, left side bearing
-    std::optional<std::array<int, 2>> vertical;    // advance, top side bearing
+    std::optional<Metrics> horizontal;
+    std::optional<Metrics> vertical;
   };
 
+  // Nothing when the font does not have the glyph.
+  std::optional<std::string_view> outlineData(GlyphIndex glyph) const;
+  std::optional<Metrics> metricsOf(GlyphIndex glyph, std::string_view header, std::string_view table) const;
+  // The left side bearing is that of the outline where the font says nothing.
+  Metrics horizontalMetrics(GlyphIndex glyph) const;
+  std::optional<Metrics> verticalMetrics(GlyphIndex glyph) const;
+  bool isReadable(GlyphIndex glyph) const;
+  std::vector<GlyphIndex> glyphsWithParts(const SubsetRequest& request) const;
+
+  SfntTables tables_;
   unsigned unitsPerEm_ = 1000;
+  bool hasLongPlaces_ = false;
+  std::size_t countInTables_ = 0;
   std::map<GlyphIndex, Added> added_;
+  mutable std::optional<std::unordered_map<GlyphIndex, char32_t>> characters_;
 };
 
 }  // namespace quillpress::level3

@@ -93,10 +93,13 @@ std::vector<std::vector<Point>> contoursOf(const Path& path) {
   const Point* point = path.points().data();
   for (const SegmentKind kind : path.kinds()) {
     if (kind == SegmentKind::kMove) contours.emplace_back();
-    for (std::size_t i = 0; i < pointCount(kind); ++i) contours.back().push_back(*point++);
+    const bool isNothing = kind == SegmentKind::kLine && contours.back().back() == *point;
+    for (std::size_t i = 0; i < pointCount(kind); ++i, ++point) {
+      if (!isNothing) contours.back().push_back(*point);
+    }
   }
   for (std::vector<Point>& contour : contours) {
-    while (contour.size() > 1 && length(contour.back() - contour.front()) < 1e-6) contour.pop_back();
+    while (contour.size() > 1 && length(contour.back() - contour.front()) < 0.9) contour.pop_back();
   }
   std::erase_if(contours, [](const std::vector<Point>& contour) { return contour.size() < 3; });
   return contours;

@@ -40,7 +40,8 @@ class FreeTypeFont {
 std::string bytesOfFile(const std::string& path);
 
 // The subpaths in a form that does not depend on how they are closed: without lines back to the start,
-// without empty subpaths.
+// without lines of no length and
+// empty subpaths.
 std::vector<std::vector<Point>> contoursOf(const Path& path);
 
 // Whether both draw the same, point for point.

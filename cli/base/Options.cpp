@@ -26,6 +26,7 @@ constexpr const char* kFooter =
 struct RawOptions {
   std::string media;
   std::string chunk;
+  std::string dialect;
   std::size_t maxMemory = 0;
 };
 
@@ -49,6 +50,11 @@ void define(CLI::App& app, Options& options, RawOptions& raw) {
   app.add_flag("--keep-going", options.keepGoing, "After an error go on with the next page");
   app.add_flag("--content", options.content, "Write the page content text instead of a PDF");
   app.add_flag("--objects", options.objects, "List images and patterns on standard error");
+  app.add_option(
+         "--dialect", raw.dialect,
+         "driver: what the Windows driver writes (default);\nfull: the whole language, LanguageLevel 3")
+      ->type_name("DIALECT")
+      ->check(CLI::IsMember({"driver", "full"}));
   app.add_flag("--run", options.run,
                "Interpret JOB as LanguageLevel 3; what it prints\ngoes to standard output");
   app.add_option("--timeout", options.timeout, "With --run: end the program after so many seconds")
@@ -89,6 +95,7 @@ void finish(Options& options, const RawOptions& raw) {
     if (!size) throw CLI::ValidationError("--chunk: not a number of bytes: \"" + raw.chunk + "\"");
     options.chunkSize = *size;
   }
+  options.full = raw.dialect == "full";
   constexpr std::size_t kMegabyte = 1024UL * 1024;
   if (raw.maxMemory != 0) options.maxMemory = raw.maxMemory * kMegabyte;
   if (options.output.empty() && !options.run) options.output = defaultOutput(options);

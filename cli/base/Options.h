@@ -16,6 +16,7 @@ struct Options {
   std::optional<Box> media;
   std::size_t chunkSize = 64UL * 1024;
   bool keepGoing = false;
+  bool full = false;                     // the full language instead of the driver's dialect
   bool run = false;                      // interpret only
   std::optional<double> timeout;         // seconds
   std::optional<std::size_t> maxMemory;  // bytes

@@ -9,8 +9,8 @@
 #include "cli/base/Errors.h"
 #include "cli/base/Messages.h"
 #include "cli/base/Names.h"
+#include "postscript/level3/document/Machine.h"
 #include "postscript/level3/interpreter/Interpreter.h"
-#include "postscript/level3/operators/LanguageOperators.h"
 #include "postscript/level3/streams/FileStreams.h"
 
 namespace quillpress::cli {
@@ -20,6 +20,10 @@ namespace {
 using level3::FileSink;
 using level3::FileSource;
 using level3::Interpreter;
+
+// What a program finds when it looks at its page: A4, in points.
+constexpr double kPageWidth = 595;
+constexpr double kPageHeight = 842;
 
 level3::SourcePointer openProgram(const std::string& path) {
   if (path == "-") return std::make_shared<FileSource>(level3::borrowFile(stdin));
@@ -60,10 +64,10 @@ ExitCode interpretProgram(const Options& options) {
   const level3::SourcePointer program = openProgram(options.job);
   const auto output = std::make_shared<FileSink>(level3::borrowFile(stdout));
   const auto errors = std::make_shared<FileSink>(level3::borrowFile(stderr));
-  Interpreter interpreter;
-  interpreter.setStandardFiles(std::make_shared<FileSource>(level3::borrowFile(stdin)), output, errors);
-  level3::addLanguageOperators(interpreter);
-  interpreter.finishSetUp();
+  level3::NoOutput noPages;
+  level3::Machine machine(noPages, {std::make_shared<FileSource>(level3::borrowFile(stdin)), output, errors},
+                          kPageWidth, kPageHeight);
+  Interpreter& interpreter = machine.interpreter();
   applyLimits(interpreter, options);
   const Interpreter::Outcome outcome = interpreter.run(program);
   errors->flush();

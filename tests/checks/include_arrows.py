@@ -69,9 +69,10 @@ COMMAND_LINE = {
     "cli/content": ["cli/base", "cli/job", "cli/spool"],
     "cli/conversion": ["cli/base", "cli/job", "cli/spool"],
     "cli/pdf": ["cli/base", "cli/job", "cli/spool", "cli/content", "cli/conversion"],
-    "cli/run": ["cli/base", "postscript/level3/interpreter", "postscript/level3/operators",
+    "cli/run": ["cli/base", "postscript/level3/document", "postscript/level3/interpreter",
                 "postscript/level3/streams"],
-    "cli": ["cli/base", "cli/job", "cli/spool", "cli/content", "cli/conversion", "cli/pdf", "cli/run"],
+    "cli/full": ["cli/base", "cli/spool"],
+    "cli": ["cli/base", "cli/job", "cli/spool", "cli/content", "cli/conversion", "cli/pdf", "cli/run", "cli/full"],
 }
 
 FOLDERS = {
@@ -99,7 +100,7 @@ EXCEPTIONS = {
 # Who implements or uses which of the public headers.
 PUBLIC_HEADERS = {
     "quillpress/converter.h": ["postscript/lib/pdf", "postscript/lib/api", "cli/conversion", "cli/pdf"],
-    "quillpress/document.h": ["postscript/level3/document"],
+    "quillpress/document.h": ["postscript/level3/document", "cli/full"],
     "quillpress/driver.h": ["umpd/api"],
 }
 

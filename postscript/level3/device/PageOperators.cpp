@@ -24,11 +24,14 @@ void currentPageDevice(Interpreter& interpreter) {
   interpreter.operands().push(pageDeviceOf(interpreter).currentPageDevice());
 }
 
+// What the caller of the conversion says to a page counts before anything else is painted.
 void showPage(Interpreter& interpreter) {
   pageDeviceOf(interpreter).showPage();
+  interpreter.endIfInterrupted();
 }
 void copyPage(Interpreter& interpreter) {
   pageDeviceOf(interpreter).copyPage();
+  interpreter.endIfInterrupted();
 }
 void erasePage(Interpreter& interpreter) {
   pageDeviceOf(interpreter).erasePage();

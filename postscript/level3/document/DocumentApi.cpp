@@ -60,7 +60,7 @@ int convert(QuillpressDocument& document, const SourcePointer& job, QuillpressWr
   try {
     CallbackOutput output(write, context);
     document.result = convertDocument(job, output, document.options, document.isCancelled);
-    if (job->hasFailed()) {
+    if (document.result.isUnreadable) {
       document.result.error = "the job cannot be read";
       return QUILLPRESS_DOCUMENT_INPUT;
     }

@@ -36,6 +36,7 @@ class Conversion {
     if (hasFailed) describeError(outcome);
     finishPages(hasFailed);
     DocumentResult result = std::move(result_);
+    result.isUnreadable = job_->isUnreadable();
     result.pages = device_.pagesShown();
     if (!hasFailed) warn(result);
     if (result.pages == 0) {
@@ -86,7 +87,7 @@ class Conversion {
     text = outcome.errorName;
     if (!outcome.command.empty()) text += " in " + outcome.command;
     text += ", page " + std::to_string(device_.pagesShown() + 1);
-    text += ", byte " + std::to_string(job_->start() + job_->position());
+    text += ", byte " + std::to_string(job_->reached());
   }
 
   // An encapsulated picture need not show its page itself.

@@ -40,6 +40,8 @@ struct DocumentResult {
   // One line, when the job failed.
   std::string error;
   std::vector<std::string> warnings;
+  // The job could not be read to its end.
+  bool isUnreadable = false;
 };
 
 // Converts one job. `isCancelled` may be set by another thread.

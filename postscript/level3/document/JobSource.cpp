@@ -37,6 +37,7 @@ bool JobSource::fill(std::vector<Byte>& block) {
     // An interactive source gives what it has.
     if (!inner_->available()) break;
   }
+  isUnreadable_ = isUnreadable_ || inner_->hasFailed();
   return !block.empty();
 }
 
@@ -88,8 +89,11 @@ Bytes JobSource::nextBlock() {
            (present_.back() == kEndOfFile || present_.back() == '\r' || present_.back() == '\n')) {
       present_.pop_back();
     }
+    length_ += present_.size();
     // The line end that the last token may need.
     if (!present_.empty()) present_.push_back('\n');
+  } else {
+    length_ += present_.size();
   }
   comments_.scan(textOf(Bytes(present_)));
   if (observer_) observer_();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <vector>
 
@@ -21,6 +22,10 @@ class JobSource final : public ByteSource {
   const CommentScanner& comments() const { return comments_; }
   // How far the file goes before the PostScript begins, so that offsets count from the file's start.
   std::uint64_t start() const { return start_; }
+  // How far into the file the job has been read.
+  std::uint64_t reached() const { return start_ + std::min(position(), length_); }
+  // True when the file behind the job could not be read to its end.
+  bool isUnreadable() const { return isUnreadable_; }
 
  private:
   Bytes nextBlock() override;
@@ -36,6 +41,9 @@ class JobSource final : public ByteSource {
   std::vector<Byte> ahead_;
   std::uint64_t start_ = 0;
   std::uint64_t left_ = UINT64_MAX;
+  // Of what has been handed out, the line end at the very end left out.
+  std::uint64_t length_ = 0;
+  bool isUnreadable_ = false;
   bool hasBegun_ = false;
   bool isOver_ = false;
 };

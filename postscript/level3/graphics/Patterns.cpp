@@ -141,8 +141,13 @@ ObjectNumber Patterns::writeTiling(const Made& made, const Object& pattern, cons
   text.name("Type", "Pattern").integer("PatternType", 1).integer("PaintType", made.isUncoloured ? 2 : 1);
   text.integer("TilingType", entries.integer("TilingType")).box("BBox", box);
   text.number("XStep", entries.number("XStep")).number("YStep", entries.number("YStep"));
-  const Matrix matrix = trimmedCell(made.toDevice, entries.number("XStep"), entries.number("YStep"));
-  text.matrix("Matrix", matrix * initialSpace);
+  const double xStep = entries.number("XStep");
+  const double yStep = entries.number("YStep");
+  // Cells of the second tiling type are never distorted, and where cells leave gaps nothing would show.
+  const bool isTight = xStep == box.width() && yStep == box.height();
+  const bool isTrimmed = isTight && entries.integer("TilingType") != 2;
+  text.matrix("Matrix",
+              (isTrimmed ? trimmedCell(made.toDevice, xStep, yStep) : made.toDevice) * initialSpace);
   text.entry("Resources", captured.resources.empty() ? "<<>>" : captured.resources);
   return graphics_.document().file().addSharedStream(text.entries(), captured.content, StreamData::kDeflate);
 }

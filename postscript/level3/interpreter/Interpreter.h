@@ -171,6 +171,9 @@ class Interpreter {
   void interrupt(ErrorName reason = ErrorName::kInterrupt) {
     interruption_.store(static_cast<int>(reason), std::memory_order_relaxed);
   }
+  // For operators that take long, or that must not go on: throws when the program has been interrupted or its
+  // time is up.
+  void endIfInterrupted() const;
   void setDeadline(std::chrono::steady_clock::time_point deadline) { deadline_ = deadline; }
 
   // ---- Files.

@@ -267,11 +267,15 @@ void Interpreter::suspendProcedure(const Object* next, const Object* end) {
   }
 }
 
-void Interpreter::housekeeping() {
-  patience_ = kPatience;
+void Interpreter::endIfInterrupted() const {
   const int reason = interruption_.load(std::memory_order_relaxed);
   if (reason >= 0) throw Abort{static_cast<ErrorName>(reason)};
   if (deadline_ && std::chrono::steady_clock::now() >= *deadline_) throw Abort{ErrorName::kTimeout};
+}
+
+void Interpreter::housekeeping() {
+  patience_ = kPatience;
+  endIfInterrupted();
   if (!isCollectionDue_ && !memory_.wantsCollection()) return;
   isCollectionDue_ = false;
   memory_.collect();

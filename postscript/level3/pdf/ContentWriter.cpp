@@ -58,6 +58,14 @@ double largestScale(const Matrix& matrix) {
   return std::max(std::hypot(matrix.a, matrix.b), std::hypot(matrix.c, matrix.d));
 }
 
+// Renderers fit the edges of a path of this kind to whole pixels, but only when it is painted alone.
+bool isQuadrangle(const Path& path) {
+  constexpr std::size_t kCorners = 4;
+  const std::vector<Point>& points = path.points();
+  const bool returns = points.size() == kCorners + 1 && points.front() == points.back();
+  return !path.hasCurves() && (points.size() <= kCorners || returns);
+}
+
 bool isSameClip(const Clip* one, const Clip* other) {
   if (one == other) return true;
   return one != nullptr && other != nullptr && one->isSameAs(*other);
@@ -235,7 +243,8 @@ void ContentWriter::spillIfLong() {
 }
 
 bool ContentWriter::joinsPending(Operation operation, const Box& bounds, std::size_t subpaths) const {
-  if (pending_.operation != operation || pending_.subpaths + subpaths > kMostJoinedSubpaths) return false;
+  if (pending_.operation != operation || pending_.isAlone) return false;
+  if (pending_.subpaths + subpaths > kMostJoinedSubpaths) return false;
   // Where two fills overlap, one path made of both could leave a hole; and where anything touches, renderers
   // that smooth edges show one path darker than two. So apart is apart.
   return !bounds.touches(pending_.box.grownBy(kGap));
@@ -247,7 +256,8 @@ void ContentWriter::addToPending(Operation operation, const Path& path, const Bo
   std::string text;
   const std::size_t subpaths = appendPath(text, path, space, isFilled);
   if (subpaths == 0) return;
-  if (joinsPending(operation, bounds, subpaths)) {
+  const bool isAlone = isFilled && isQuadrangle(path);
+  if (!isAlone && joinsPending(operation, bounds, subpaths)) {
     pending_.text += text;
     pending_.box.include(bounds);
     pending_.subpaths += subpaths;
@@ -259,6 +269,7 @@ void ContentWriter::addToPending(Operation operation, const Path& path, const Bo
   pending_.text = std::move(text);
   pending_.box = bounds;
   pending_.subpaths = subpaths;
+  pending_.isAlone = isAlone;
   if (isFilled && path.segmentCount() <= kLongestRememberedPath) pending_.only = path;
 }
 

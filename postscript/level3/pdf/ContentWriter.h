@@ -111,6 +111,8 @@ class ContentWriter {
     std::string text;
     Box box;
     std::size_t subpaths = 0;
+    // Nothing may be joined with it.
+    bool isAlone = false;
     // The only path in it, for a stroke that may follow its fill.
     std::optional<Path> only;
   };

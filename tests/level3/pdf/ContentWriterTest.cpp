@@ -15,6 +15,14 @@ class ContentWriterTest : public testing::Test {
   void fill(const Box& box, const Paint& paint = Paint::gray(0), const ClipPointer& clip = nullptr) {
     content_.fill(rectangle(box), FillRule::kNonzero, paint, clip, {});
   }
+  void fillPentagonAt(double x) {
+    Path path;
+    path.moveTo({x, 0});
+    for (const Point point : {Point{9, 0}, Point{9, 5}, Point{5, 9}, Point{0, 9}}) {
+      path.lineTo({x + point.x, point.y});
+    }
+    content_.fill(path, FillRule::kNonzero, Paint::gray(0), nullptr, {});
+  }
   void stroke(const Path& path, const LineStyle& style = {}, const Matrix& matrix = {}) {
     content_.stroke(path, style, matrix, Paint::gray(0), nullptr, {});
   }
@@ -63,13 +71,19 @@ TEST_F(ContentWriterTest, ColourIsWrittenWhenItChanges) {
   fill({0, 0, 1, 1}, Paint::rgb(1, 0, 0.5));
   fill({20, 0, 21, 1}, Paint::rgb(1, 0, 0.5));
   fill({40, 0, 41, 1}, Paint::cmyk(0, 0, 0, 1));
-  EXPECT_EQ(finished(), "1 0 .5 rg\n0 0 1 1 re\n20 0 1 1 re\nf\n0 0 0 1 k\n40 0 1 1 re\nf\n");
+  EXPECT_EQ(finished(), "1 0 .5 rg\n0 0 1 1 re\nf\n20 0 1 1 re\nf\n0 0 0 1 k\n40 0 1 1 re\nf\n");
 }
 
 TEST_F(ContentWriterTest, PathsFarApartAreJoined) {
+  fillPentagonAt(0);
+  fillPentagonAt(50);
+  EXPECT_EQ(finished(), "0 0 m\n9 0 l\n9 5 l\n5 9 l\n0 9 l\n50 0 m\n59 0 l\n59 5 l\n55 9 l\n50 9 l\nf\n");
+}
+
+TEST_F(ContentWriterTest, RectanglesAreFilledOneByOne) {
   fill({0, 0, 10, 10});
   fill({50, 0, 60, 10});
-  EXPECT_EQ(finished(), "0 0 10 10 re\n50 0 10 10 re\nf\n");
+  EXPECT_EQ(finished(), "0 0 10 10 re\nf\n50 0 10 10 re\nf\n");
 }
 
 TEST_F(ContentWriterTest, PathsThatTouchStayApart) {

@@ -40,7 +40,7 @@ void nullDevice(Interpreter& interpreter) {
   pageDeviceOf(interpreter).installNullDevice();
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kPageOperators[] = {
     {"setpagedevice", "dict", setPageDevice},
     {"currentpagedevice", "", currentPageDevice},
     {"showpage", "", showPage},
@@ -52,7 +52,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addPageOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kPageOperators);
 }
 
 void addDeviceOperators(Interpreter& interpreter) {

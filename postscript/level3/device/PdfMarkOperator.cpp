@@ -249,12 +249,12 @@ void pdfMark(Interpreter& interpreter) {
   operands.pop(count + 1);
 }
 
-constexpr OperatorRow kRows[] = {{"pdfmark", "", pdfMark}};
+constexpr OperatorRow kPdfMarkOperator[] = {{"pdfmark", "", pdfMark}};
 
 }  // namespace
 
 void addPdfMarkOperator(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kPdfMarkOperator);
 }
 
 }  // namespace quillpress::level3

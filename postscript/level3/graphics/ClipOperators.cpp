@@ -57,7 +57,7 @@ void clipRestore(Interpreter& interpreter) {
   state.clipStack.pop_back();
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kClipOperators[] = {
     {"clip", "", clip},
     {"eoclip", "", eoClip},
     {"initclip", "", initClip},
@@ -70,7 +70,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addClipOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kClipOperators);
 }
 
 }  // namespace quillpress::level3

@@ -24,20 +24,20 @@ const ColourSpacePointer& cachedDeviceSpace(Interpreter& interpreter, Kind kind)
   return graphicsOf(interpreter).deviceSpace(kind);
 }
 
-template <std::size_t count>
-void setDeviceColour(Interpreter& interpreter, Kind kind, const std::array<double, count>& values) {
+template <std::size_t kCount>
+void setDeviceColour(Interpreter& interpreter, Kind kind, const std::array<double, kCount>& values) {
   ColourSpace::Components components{};
   std::transform(values.begin(), values.end(), components.begin(),
                  [](double value) { return static_cast<float>(value); });
   stateOf(interpreter).colour = std::make_shared<Colour>(cachedDeviceSpace(interpreter, kind), components);
-  interpreter.operands().pop(count);
+  interpreter.operands().pop(kCount);
 }
 
-template <std::size_t count>
-std::array<double, count> numbers(Interpreter& interpreter) {
-  std::array<double, count> values;
-  for (std::size_t index = 0; index < count; ++index) {
-    values[index] = interpreter.operands().top(count - 1 - index).asNumber();
+template <std::size_t kCount>
+std::array<double, kCount> numbers(Interpreter& interpreter) {
+  std::array<double, kCount> values;
+  for (std::size_t index = 0; index < kCount; ++index) {
+    values[index] = interpreter.operands().top(kCount - 1 - index).asNumber();
   }
   return values;
 }
@@ -64,9 +64,9 @@ void setCmykColor(Interpreter& interpreter) {
   setDeviceColour(interpreter, Kind::kDeviceCmyk, numbers<4>(interpreter));
 }
 
-template <std::size_t count>
-void push(Interpreter& interpreter, const std::array<double, count>& values) {
-  interpreter.operands().require(count);
+template <std::size_t kCount>
+void push(Interpreter& interpreter, const std::array<double, kCount>& values) {
+  interpreter.operands().require(kCount);
   for (const double value : values) interpreter.operands().push(realOf(value));
 }
 
@@ -163,7 +163,7 @@ void setPattern(Interpreter& interpreter) {
   setPatternColour(interpreter, graphicsOf(interpreter).patternSpace(isUncoloured ? current : nullptr));
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kColourOperators[] = {
     {"setgray", "num", setGray},
     {"currentgray", "", currentGray},
     {"setrgbcolor", "num num num", setRgbColor},
@@ -182,7 +182,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addColourOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kColourOperators);
 }
 
 }  // namespace quillpress::level3

@@ -115,7 +115,7 @@ void selectFont(Interpreter& interpreter) {
   operands.pop(2);
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kFontOperators[] = {
     {"definefont", "any dict", defineFont}, {"undefinefont", "any", undefineFont},
     {"findfont", "any", findFont},          {"scalefont", "dict num", scaleFont},
     {"makefont", "dict array", makeFont},   {"selectfont", "any num|array", selectFont},
@@ -130,7 +130,7 @@ Object emptyEncoding(Interpreter& interpreter) {
 }  // namespace
 
 void addFontOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kFontOperators);
   interpreter.define("FontDirectory", interpreter.memory().newDictionary(100));
   interpreter.memory().setGlobal(true);
   interpreter.define("StandardEncoding", emptyEncoding(interpreter));

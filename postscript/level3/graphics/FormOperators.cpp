@@ -43,12 +43,12 @@ void execForm(Interpreter& interpreter) {
                            graphics.state().rare);
 }
 
-constexpr OperatorRow kRows[] = {{"execform", "dict", execForm}};
+constexpr OperatorRow kFormOperators[] = {{"execform", "dict", execForm}};
 
 }  // namespace
 
 void addFormOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kFormOperators);
 }
 
 }  // namespace quillpress::level3

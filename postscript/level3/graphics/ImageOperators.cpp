@@ -143,7 +143,7 @@ void colorImage(Interpreter& interpreter) {
   paintImage(graphics, parameters, graphics.deviceSpace(kind));
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kImageOperators[] = {
     {"image", "", image},
     {"imagemask", "", imageMask},
     {"colorimage", "", colorImage},
@@ -152,7 +152,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addImageOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kImageOperators);
 }
 
 }  // namespace quillpress::level3

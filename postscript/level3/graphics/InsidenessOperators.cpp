@@ -81,7 +81,7 @@ void inUStroke(Interpreter& interpreter) {
   answer(interpreter, tested.operands + above + 1, tested.meets(outline, FillRule::kNonzero));
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kInsidenessOperators[] = {
     {"infill", "", inFill},        {"ineofill", "", inEoFill},        {"instroke", "", inStroke},
     {"inufill", "array", inUFill}, {"inueofill", "array", inUEoFill}, {"inustroke", "array", inUStroke},
 };
@@ -89,7 +89,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addInsidenessOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kInsidenessOperators);
 }
 
 }  // namespace quillpress::level3

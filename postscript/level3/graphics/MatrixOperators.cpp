@@ -135,7 +135,7 @@ void idtransform(Interpreter& interpreter) {
            [](const Matrix& matrix, Point point) { return inverseOf(matrix).applyToDistance(point); });
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kMatrixOperators[] = {
     {"matrix", "", newMatrix},
     {"identmatrix", "array", identMatrix},
     {"defaultmatrix", "array", defaultMatrix},
@@ -157,7 +157,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addMatrixOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kMatrixOperators);
 }
 
 }  // namespace quillpress::level3

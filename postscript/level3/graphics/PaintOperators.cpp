@@ -70,7 +70,7 @@ void shFill(Interpreter& interpreter) {
   interpreter.operands().pop();
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kPaintOperators[] = {
     {"fill", "", fill},         {"eofill", "", eoFill},         {"stroke", "", stroke},
     {"rectfill", "", rectFill}, {"rectstroke", "", rectStroke}, {"shfill", "dict", shFill},
 };
@@ -78,7 +78,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addPaintOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kPaintOperators);
 }
 
 }  // namespace quillpress::level3

@@ -141,7 +141,7 @@ void setBBox(Interpreter& interpreter) {
   interpreter.operands().pop(4);
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kPathOperators[] = {
     {"newpath", "", newPath},
     {"moveto", "num num", moveTo},
     {"rmoveto", "num num", rMoveTo},
@@ -160,7 +160,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addPathOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kPathOperators);
 }
 
 }  // namespace quillpress::level3

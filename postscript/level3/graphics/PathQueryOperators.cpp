@@ -95,7 +95,7 @@ void pathForAll(Interpreter& interpreter) {
   interpreter.execution().push(repeat);
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kPathQueryOperators[] = {
     {"currentpoint", "", currentPoint}, {"flattenpath", "", flattenPath},
     {"reversepath", "", reversePath},   {"strokepath", "", strokePath},
     {"pathbbox", "", pathBBox},         {"pathforall", "proc proc proc proc", pathForAll},
@@ -104,7 +104,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addPathQueryOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kPathQueryOperators);
 }
 
 }  // namespace quillpress::level3

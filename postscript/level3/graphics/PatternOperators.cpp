@@ -15,12 +15,12 @@ void makePattern(Interpreter& interpreter) {
   operands.top() = pattern;
 }
 
-constexpr OperatorRow kRows[] = {{"makepattern", "dict array", makePattern}};
+constexpr OperatorRow kPatternOperators[] = {{"makepattern", "dict array", makePattern}};
 
 }  // namespace
 
 void addPatternOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kPatternOperators);
 }
 
 }  // namespace quillpress::level3

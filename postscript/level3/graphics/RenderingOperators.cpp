@@ -194,7 +194,7 @@ void currentColorRendering(Interpreter& interpreter) {
   interpreter.operands().push(dictionary);
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kRenderingOperators[] = {
     {"setscreen", "num num proc|dict", setScreen},
     {"currentscreen", "", currentScreen},
     {"setcolorscreen", "", setColorScreen},
@@ -216,7 +216,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addRenderingOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kRenderingOperators);
 }
 
 }  // namespace quillpress::level3

@@ -173,7 +173,7 @@ void currentOverprint(Interpreter& interpreter) {
   interpreter.operands().push(Object::boolean(stateOf(interpreter).rare.overprint));
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kStateOperators[] = {
     {"gsave", "", gsave},
     {"grestore", "", grestore},
     {"grestoreall", "", grestoreAll},
@@ -204,7 +204,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addStateOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kStateOperators);
 }
 
 }  // namespace quillpress::level3

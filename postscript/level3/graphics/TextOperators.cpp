@@ -70,7 +70,7 @@ void setCharWidth(Interpreter& interpreter) {
   interpreter.operands().pop(2);
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kTextOperators[] = {
     {"show", "string", show1},
     {"ashow", "num num string", [](Interpreter& i) { showNothing(i, 3); }},
     {"widthshow", "num num int string", show4},
@@ -94,7 +94,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addTextOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kTextOperators);
 }
 
 }  // namespace quillpress::level3

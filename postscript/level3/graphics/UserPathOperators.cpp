@@ -129,7 +129,7 @@ void uPath(Interpreter& interpreter) {
   interpreter.operands().top() = interpreter.memory().newArray(writer.elements).asExecutable();
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kUserPathOperators[] = {
     {"uappend", "array", uAppend},
     {"ufill", "array", uFill},
     {"ueofill", "array", uEoFill},
@@ -144,7 +144,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addUserPathOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kUserPathOperators);
 }
 
 }  // namespace quillpress::level3

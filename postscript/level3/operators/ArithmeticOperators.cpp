@@ -200,7 +200,7 @@ void rrand(Interpreter& interpreter) {
   interpreter.operands().push(Object::integer(interpreter.random().state()));
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kArithmeticOperators[] = {
     {"add", "num num", add},
     {"sub", "num num", sub},
     {"mul", "num num", mul},
@@ -228,7 +228,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addArithmeticOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kArithmeticOperators);
 }
 
 }  // namespace quillpress::level3

@@ -68,7 +68,7 @@ void currentpacking(Interpreter& interpreter) {
   interpreter.operands().push(Object::boolean(interpreter.scanner().isPacking()));
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kArrayOperators[] = {
     {"array", "int", array},
     {"]", "", closeBracket},
     {"packedarray", "int", packedarray},
@@ -81,7 +81,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addArrayOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kArrayOperators);
 }
 
 }  // namespace quillpress::level3

@@ -31,7 +31,7 @@ void writeobject(Interpreter& interpreter) {
   interpreter.operands().pop(3);
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kBinaryOutputOperators[] = {
     {"printobject", "any int", printobject},
     {"writeobject", "file any int", writeobject},
 };
@@ -39,7 +39,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addBinaryOutputOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kBinaryOutputOperators);
 }
 
 }  // namespace quillpress::level3

@@ -57,12 +57,12 @@ void bind(Interpreter& interpreter) {
   Binding(interpreter).run(procedure);
 }
 
-constexpr OperatorRow kRows[] = {{"bind", "array", bind}};
+constexpr OperatorRow kBindOperator[] = {{"bind", "array", bind}};
 
 }  // namespace
 
 void addBindOperator(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kBindOperator);
 }
 
 }  // namespace quillpress::level3

@@ -98,7 +98,7 @@ void putinterval(Interpreter& interpreter) {
   operands.pop(3);
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kCompositeOperators[] = {
     {"length", "array|dict|string|name", length},
     {"get", "array|dict|string any", get},
     {"put", "array|dict|string any any", put},
@@ -109,7 +109,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addCompositeOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kCompositeOperators);
 }
 
 }  // namespace quillpress::level3

@@ -68,7 +68,7 @@ void execstack(Interpreter& interpreter) {
   operands.top() = array.interval(0, static_cast<std::uint32_t>(frames.size()));
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kControlOperators[] = {
     {"exec", "any", exec},
     {"if", "bool proc", ifTrue},
     {"ifelse", "bool proc proc", ifElse},
@@ -83,7 +83,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addControlOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kControlOperators);
 }
 
 }  // namespace quillpress::level3

@@ -98,7 +98,7 @@ void cvrs(Interpreter& interpreter) {
   writeInto(interpreter, inRadix(static_cast<std::uint64_t>(value), static_cast<unsigned>(radix)), 3);
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kConversionOperators[] = {
     {"cvi", "num|string", cvi}, {"cvr", "num|string", cvr},       {"cvn", "string", cvn},
     {"cvs", "any string", cvs}, {"cvrs", "num int string", cvrs},
 };
@@ -106,7 +106,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addConversionOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kConversionOperators);
 }
 
 }  // namespace quillpress::level3

@@ -152,7 +152,7 @@ void cleardictstack(Interpreter& interpreter) {
   interpreter.dictionaries().clear();
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kDictionaryOperators[] = {
     {"dict", "int", dict},
     {">>", "", closeDictionary},
     {"maxlength", "dict", maxlength},
@@ -173,7 +173,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addDictionaryOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kDictionaryOperators);
   interpreter.define("systemdict", Object::dictionary(&interpreter.systemDictionary()));
   interpreter.define("globaldict", Object::dictionary(&interpreter.globalDictionary()));
   interpreter.define("userdict", Object::dictionary(&interpreter.userDictionary()));

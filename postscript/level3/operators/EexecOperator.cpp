@@ -36,13 +36,13 @@ void eexec(Interpreter& interpreter) {
   interpreter.operands().pop();
 }
 
-constexpr OperatorRow kRows[] = {{"eexec", "file|string", eexec}};
+constexpr OperatorRow kEexecOperator[] = {{"eexec", "file|string", eexec}};
 
 }  // namespace
 
 void addEexecOperator(Interpreter& interpreter) {
   interpreter.addInternal("eexec", endEexec);
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kEexecOperator);
 }
 
 }  // namespace quillpress::level3

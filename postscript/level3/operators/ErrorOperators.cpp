@@ -34,7 +34,7 @@ void handleerror(Interpreter& interpreter) {
   interpreter.output().write(bytesOf(line));
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kErrorOperators[] = {
     {".recorderror", "any name", recordError},
 };
 
@@ -78,7 +78,7 @@ void fillErrorState(Interpreter& interpreter) {
 }  // namespace
 
 void addErrorOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kErrorOperators);
   interpreter.addOperators(kHandler);
   fillErrorDictionary(interpreter);
   fillErrorState(interpreter);

@@ -65,13 +65,13 @@ void filenameforall(Interpreter& interpreter) {
   operands.pop(3);
 }
 
-constexpr OperatorRow kRows[] = {{"filenameforall", "string proc string", filenameforall}};
+constexpr OperatorRow kFileListOperator[] = {{"filenameforall", "string proc string", filenameforall}};
 
 }  // namespace
 
 void addFileListOperator(Interpreter& interpreter) {
   interpreter.addInternal("filenameforall", turnFiles, OperatorKind::kLoop, 4);
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kFileListOperator);
 }
 
 }  // namespace quillpress::level3

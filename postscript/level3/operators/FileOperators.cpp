@@ -160,7 +160,7 @@ void renamefile(Interpreter& interpreter) {
   raise(ErrorName::kInvalidFileAccess);
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kFileOperators[] = {
     {"file", "string string", file},
     {"closefile", "file", closefile},
     {"status", "file|string", status},
@@ -175,7 +175,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addFileOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kFileOperators);
 }
 
 }  // namespace quillpress::level3

@@ -48,12 +48,12 @@ void filter(Interpreter& interpreter) {
   operands.push(file);
 }
 
-constexpr OperatorRow kRows[] = {{"filter", "name|string", filter}};
+constexpr OperatorRow kFilterOperators[] = {{"filter", "name|string", filter}};
 
 }  // namespace
 
 void addFilterOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kFilterOperators);
 }
 
 }  // namespace quillpress::level3

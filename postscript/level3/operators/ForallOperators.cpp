@@ -54,14 +54,14 @@ void forall(Interpreter& interpreter) {
   operands.pop(2);
 }
 
-constexpr OperatorRow kRows[] = {{"forall", "array|dict|string proc", forall}};
+constexpr OperatorRow kForallOperators[] = {{"forall", "array|dict|string proc", forall}};
 
 }  // namespace
 
 void addForallOperators(Interpreter& interpreter) {
   interpreter.addInternal("forall", turnForallElements, OperatorKind::kLoop, 3);
   interpreter.addInternal("forall", turnForallEntries, OperatorKind::kLoop, 4);
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kForallOperators);
 }
 
 }  // namespace quillpress::level3

@@ -124,7 +124,7 @@ void forLoop(Interpreter& interpreter) {
   operands.pop(4);
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kLoopOperators[] = {
     {"loop", "proc", loop},
     {"repeat", "int proc", repeat},
     {"for", "num num num proc", forLoop},
@@ -137,7 +137,7 @@ void addLoopOperators(Interpreter& interpreter) {
   interpreter.addInternal("repeat", turnRepeat, OperatorKind::kLoop, 3);
   interpreter.addInternal("for", turnForInteger, OperatorKind::kLoop, 5);
   interpreter.addInternal("for", turnForReal, OperatorKind::kLoop, 5);
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kLoopOperators);
 }
 
 }  // namespace quillpress::level3

@@ -101,7 +101,7 @@ void startjob(Interpreter& interpreter) {
   interpreter.operands().top() = Object::boolean(false);
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kMemoryOperators[] = {
     {"save", "", save},
     {"restore", "save", restore},
     {"setglobal", "bool", setglobal},
@@ -120,7 +120,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addMemoryOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kMemoryOperators);
   interpreter.addInternal("restore", restoreNow, "save");
   interpreter.define("shareddict", Object::dictionary(&interpreter.globalDictionary()));
 }

@@ -47,7 +47,7 @@ void flush(Interpreter& interpreter) {
   if (!interpreter.output().flush()) raise(ErrorName::kIoError);
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kOutputOperators[] = {
     {"print", "string", print}, {"=", "any", showPlain}, {"==", "any", showSyntax},
     {"stack", "", stack},       {"pstack", "", pstack},  {"flush", "", flush},
 };
@@ -55,7 +55,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addOutputOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kOutputOperators);
 }
 
 }  // namespace quillpress::level3

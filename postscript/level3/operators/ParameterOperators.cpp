@@ -155,7 +155,7 @@ void currentdevparams(Interpreter& interpreter) {
   interpreter.operands().top() = interpreter.memory().newDictionary(0);
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kParameterOperators[] = {
     {"setuserparams", "dict", setuserparams},      {"currentuserparams", "", currentuserparams},
     {"setsystemparams", "dict", setsystemparams},  {"currentsystemparams", "", currentsystemparams},
     {"setdevparams", "string dict", setdevparams}, {"currentdevparams", "string", currentdevparams},
@@ -182,7 +182,7 @@ void defineSet(Interpreter& interpreter, std::string_view set, const Integers& i
 }  // namespace
 
 void addParameterOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kParameterOperators);
   // In local memory, so that restore brings the user's parameters back; the system's are for all jobs.
   defineSet(interpreter, ".userparams", kUserIntegers, kUserBooleans, kUserTexts);
   interpreter.memory().setGlobal(true);

@@ -163,7 +163,7 @@ void resetfile(Interpreter& interpreter) {
   interpreter.operands().pop();
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kReadOperators[] = {
     {"read", "file", read},
     {"readstring", "file string", readstring},
     {"readhexstring", "file string", readhexstring},
@@ -176,7 +176,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addReadOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kReadOperators);
 }
 
 }  // namespace quillpress::level3

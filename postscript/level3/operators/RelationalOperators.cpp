@@ -99,7 +99,7 @@ void bitshift(Interpreter& interpreter) {
   replaceTwo(interpreter, Object::integer(shifted));
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kRelationalOperators[] = {
     {"eq", "any any", eq},
     {"ne", "any any", ne},
     {"gt", "num|string num|string", compareWith<isGreater>},
@@ -116,7 +116,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addRelationalOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kRelationalOperators);
   interpreter.define("true", Object::boolean(true));
   interpreter.define("false", Object::boolean(false));
   interpreter.define("null", Object::null());

@@ -217,7 +217,7 @@ void resourceforall(Interpreter& interpreter) {
   workOfOperator<enumerateInstances>(interpreter, "ResourceForAll");
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kResourceOperators[] = {
     {"defineresource", "any any name", defineresource},
     {"findresource", "any name", findresource},
     {"undefineresource", "any name", undefineresource},
@@ -228,7 +228,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addResourceOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kResourceOperators);
   interpreter.addInternal("resourceforall", turnInstances, OperatorKind::kLoop, 4);
   interpreter.addInternal("endcategory", endCategory);
   const CategoryProcedures procedures = {

@@ -94,7 +94,7 @@ void counttomark(Interpreter& interpreter) {
   interpreter.operands().push(Object::integer(static_cast<std::int64_t>(countToMark(interpreter))));
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kStackOperators[] = {
     {"pop", "any", pop},
     {"exch", "any any", exch},
     {"dup", "any", dup},
@@ -113,7 +113,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addStackOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kStackOperators);
 }
 
 }  // namespace quillpress::level3

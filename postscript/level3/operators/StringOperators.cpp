@@ -54,7 +54,7 @@ void search(Interpreter& interpreter) {
   operands.push(Object::boolean(true));
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kStringOperators[] = {
     {"string", "int", string},
     {"anchorsearch", "string string", anchorsearch},
     {"search", "string string", search},
@@ -63,7 +63,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addStringOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kStringOperators);
 }
 
 }  // namespace quillpress::level3

@@ -75,7 +75,7 @@ void defineusername(Interpreter& interpreter) {
 // ->
 void nothing(Interpreter& /*interpreter*/) {}
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kSystemOperators[] = {
     {"realtime", "", realtime},
     {"usertime", "", usertime},
     {"internaldict", "int", internaldict},
@@ -95,7 +95,7 @@ Object text(Interpreter& interpreter, std::string_view characters) {
 }  // namespace
 
 void addSystemOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kSystemOperators);
   setSystemNames(interpreter);
   VirtualMemory& memory = interpreter.memory();
   interpreter.define(".internaldict", memory.newDictionary(10));

@@ -79,7 +79,7 @@ void wcheck(Interpreter& interpreter) {
   operand = Object::boolean(canWrite(operand));
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kTypeOperators[] = {
     {"type", "any", type},
     {"cvlit", "any", cvlit},
     {"cvx", "any", cvx},
@@ -94,7 +94,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addTypeOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kTypeOperators);
 }
 
 }  // namespace quillpress::level3

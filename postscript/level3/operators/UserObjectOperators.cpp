@@ -59,7 +59,7 @@ void execuserobject(Interpreter& interpreter) {
   interpreter.operands().pop();
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kUserObjectOperators[] = {
     {"defineuserobject", "int any", defineuserobject},
     {"undefineuserobject", "int", undefineuserobject},
     {"execuserobject", "int", execuserobject},
@@ -68,7 +68,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addUserObjectOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kUserObjectOperators);
 }
 
 }  // namespace quillpress::level3

@@ -61,7 +61,7 @@ void flushfile(Interpreter& interpreter) {
   interpreter.operands().pop();
 }
 
-constexpr OperatorRow kRows[] = {
+constexpr OperatorRow kWriteOperators[] = {
     {"write", "file int", writeByte},
     {"writestring", "file string", writestring},
     {"writehexstring", "file string", writehexstring},
@@ -71,7 +71,7 @@ constexpr OperatorRow kRows[] = {
 }  // namespace
 
 void addWriteOperators(Interpreter& interpreter) {
-  interpreter.addOperators(kRows);
+  interpreter.addOperators(kWriteOperators);
 }
 
 }  // namespace quillpress::level3

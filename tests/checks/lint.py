@@ -1,10 +1,18 @@
-"""clang-tidy finds nothing in the sources of the given folders.
+"""clang-tidy finds nothing in the sources that a build compiles.
 
-The compile database is GCC's. Each run makes one of its own from it: of the sources that it looks at, with
-what clang must know about a cross compiler and without what only GCC understands.
+Most of clang-tidy's time goes into the system's headers, so sources with the same options are looked at in batches: one
+translation unit that includes them all. What only the neighbours in a batch can have caused, such as two local
+functions of one name, is asked again of the source alone. A source is not looked at twice as long as neither it, nor
+a header of the project that it includes, nor the configuration has changed; a note in the build folder keeps that.
+
+The compile database is GCC's: clang gets what it must know about a cross compiler besides, and does not get what
+only GCC understands.
 """
 
 import argparse
+import concurrent.futures
+import dataclasses
+import hashlib
 import json
 import os
 import pathlib
@@ -13,24 +21,29 @@ import shlex
 import subprocess
 import sys
 
-# Headers of these folders are looked at along with the sources that include them.
-OURS = ["postscript/lib", "postscript/level3", "cli", "umpd", "tools", "include"]
+from sources import FOLDERS
+
+BATCH = 40
 
 # Clang has other warnings under the same names.
-FOR_CLANG = ["-Wno-ignored-optimization-argument", "-Wno-sign-conversion"]
-ONLY_FOR_GCC = {"-fno-keep-inline-dllexport"}
+FOR_CLANG = ["-Wno-ignored-optimization-argument", "-Wno-sign-conversion", "-ferror-limit=0"]
+ONLY_FOR_GCC = {"-fno-keep-inline-dllexport", "-Winvalid-pch"}
 
 COLOUR = re.compile(r"\x1b\[[0-9;]*m")
-FINDING = re.compile(r"^(\S+):\d+:\d+: (?:error|warning): (.*)$|^error: (.*)$")
+FINDING = re.compile(r"^(?P<file>[^\s:]+):\d+:\d+: (?:error|warning): .*\[(?P<checks>[^\]]+)\]$|^error: .*$")
+INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*"([^"]+)"', re.MULTILINE)
 
 # A header of libqpdf holds a vector of a type that is not finished yet. With GCC 12's library in C++20 clang
 # refuses that and goes on; GCC takes it.
 NOT_OURS = re.compile(r"(arithmetic on a pointer to an incomplete type|static_assert failed due).*\bJSON\b")
 
 
-def sources(options):
-    found = {str(path) for folder in options.folders for path in (options.project / folder).rglob("*.cpp")}
-    return sorted((found | set(options.also)) - set(options.without))
+@dataclasses.dataclass
+class Source:
+    path: str
+    arguments: list
+    reads: set  # Itself and the headers of the project.
+    digest: str
 
 
 def standard_library_folders(compiler):
@@ -48,62 +61,152 @@ def options_for_target(compiler, target):
     return [f"--target={target}", "-nostdinc++", *(f"-isystem{folder}" for folder in folders)]
 
 
-def write_database(build, files, folder, target):
-    """Makes a compile database for clang, in a folder of its own."""
-    with open(build / "compile_commands.json", encoding="utf-8") as file:
+def arguments_for_clang(entry):
+    """What the compiler is given for a source, without the source and without the compiler."""
+    arguments = shlex.split(entry["command"])[1:]
+    output = arguments.index("-o")
+    del arguments[output:output + 2]
+    return [argument for argument in arguments
+            if argument not in ONLY_FOR_GCC and argument not in ("-c", entry["file"])]
+
+
+def files_read(project, path, known):
+    """A file with all files of the project that it includes. Paths are written from the top folder."""
+    found = {path}
+    waiting = [path]
+    while waiting:
+        file = waiting.pop()
+        if file not in known:
+            text = pathlib.Path(file).read_text(encoding="utf-8")
+            places = [place / name for name in INCLUDE.findall(text)
+                      for place in (project, project / "include", pathlib.Path(file).parent)]
+            known[file] = {str(place.resolve()) for place in places if place.is_file()}
+        waiting += known[file] - found
+        found |= known[file]
+    return found
+
+
+def digest_of(files, *others):
+    digest = hashlib.sha256()
+    for file in sorted(files):
+        digest.update(file.encode() + b"\0" + pathlib.Path(file).read_bytes() + b"\0")
+    digest.update(repr(others).encode())
+    return digest.hexdigest()
+
+
+def sources_below(path):
+    return path.rglob("*") if path.is_dir() else [path]
+
+
+def sources(options):
+    with open(options.build / "compile_commands.json", encoding="utf-8") as file:
         entries = {entry["file"]: entry for entry in json.load(file)}
-    if forgotten := [file for file in files if file not in entries]:
+    wanted = {str(path) for folder in options.folders for path in sources_below(options.project / folder)
+              if path.suffix in {".c", ".cpp"}}
+    skipped = tuple(str(options.project / folder) for folder in options.without)
+    wanted = sorted(path for path in wanted if not path.startswith(skipped))
+    if forgotten := [path for path in wanted if path not in entries]:
         sys.exit(f"not in the compile database, configure again: {forgotten}")
-    extra = FOR_CLANG
-    if target:
-        extra = extra + options_for_target(shlex.split(entries[files[0]]["command"])[0], target)
-    database = []
-    for file in files:
-        compiler, *arguments = shlex.split(entries[file]["command"])
-        arguments = [argument for argument in arguments if argument not in ONLY_FOR_GCC]
-        database.append({"directory": entries[file]["directory"], "file": file,
-                         "arguments": [compiler, *extra, *arguments]})
-    folder.mkdir(exist_ok=True)
-    (folder / "compile_commands.json").write_text(json.dumps(database, indent=1), encoding="utf-8")
+
+    extra = []
+    if options.target:
+        extra = options_for_target(shlex.split(entries[wanted[0]]["command"])[0], options.target)
+    version = subprocess.run([options.clang_tidy, "--version"], check=True, text=True, capture_output=True).stdout
+    known = {}
+    for path in wanted:
+        arguments = [*extra, *arguments_for_clang(entries[path]), *FOR_CLANG]
+        reads = files_read(options.project, path, known)
+        digest = digest_of(reads | {str(options.project / ".clang-tidy"), __file__}, arguments, version)
+        yield Source(path, arguments, reads, digest)
 
 
-def lint(options, database):
-    ours = "^" + re.escape(str(options.project)) + "/(" + "|".join(OURS) + ")/"
-    command = [options.run_clang_tidy, f"-clang-tidy-binary={options.clang_tidy}", f"-p={database}", "-quiet",
-               f"-j{os.cpu_count()}", f"-header-filter={ours}"]
-    return subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+class Notes:
+    """The sources in which nothing was found, with their digests."""
+
+    def __init__(self, path):
+        self.path = path
+        self.digests = json.loads(path.read_text(encoding="utf-8")) if path.exists() else {}
+
+    def has(self, source):
+        return self.digests.get(source.path) == source.digest
+
+    def add(self, clean):
+        self.digests.update({source.path: source.digest for source in clean})
+        unfinished = self.path.with_suffix(".new")
+        unfinished.write_text(json.dumps(self.digests, indent=1), encoding="utf-8")
+        unfinished.replace(self.path)
+
+
+def batches(files):
+    alike = {}
+    for source in files:
+        alike.setdefault((pathlib.Path(source.path).suffix, *source.arguments), []).append(source)
+    for group in alike.values():
+        count = -(-len(group) // BATCH)
+        yield from (group[place::count] for place in range(count))
+
+
+def look_at(options, batch):
+    """What clang-tidy says of some sources of ours, as lines by source or header."""
+    unit = options.build / "lint" / (hashlib.sha256(repr([source.path for source in batch]).encode()).hexdigest()[:16]
+                                     + pathlib.Path(batch[0].path).suffix)
+    unit.write_text("".join(f'#include "{source.path}"\n' for source in batch), encoding="utf-8")
+    ours = "^" + re.escape(str(options.project)) + "/(" + "|".join(FOLDERS) + ")/"
+    command = [options.clang_tidy, "--quiet", f"--config-file={options.project}/.clang-tidy",
+               f"--header-filter={ours}", str(unit), "--", *batch[0].arguments]
+    result = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, cwd=options.build)
+    unit.unlink()
+    output = COLOUR.sub("", result.stdout)
+    findings = [found for found in map(FINDING.match, output.splitlines()) if found and not NOT_OURS.search(found[0])]
+    if result.returncode != 0 and not any(map(FINDING.match, output.splitlines())):
+        sys.exit(f"{shlex.join(command)}\n{output}\nended with status {result.returncode}")
+    # The unit itself includes sources, which no source should do.
+    return [found for found in findings if found["file"] != str(unit)]
+
+
+def lint(options, batch):
+    findings = look_at(options, batch)
+    compiler = {found["file"] for found in findings if "clang-diagnostic" in (found["checks"] or "clang-diagnostic")}
+    if compiler and len(batch) > 1:
+        again = [source for source in batch if source.path in compiler]
+        # An error in a header may come from any of its users.
+        if compiler - {source.path for source in again}:
+            again = batch
+        findings = [found for found in findings if found["file"] not in compiler]
+        findings += [found for source in again for found in look_at(options, [source])]
+    named = {found["file"] for found in findings}
+    return findings, [source for source in batch if None not in named and not source.reads & named]
 
 
 def parse_arguments():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--run-clang-tidy", required=True)
     parser.add_argument("--clang-tidy", required=True)
     parser.add_argument("--project", required=True, type=pathlib.Path)
     parser.add_argument("--build", required=True, type=pathlib.Path)
     parser.add_argument("--target", help="what a cross compiler compiles for, as clang calls it")
-    parser.add_argument("--also", nargs="*", default=[], help="sources beside those of the folders")
-    parser.add_argument("--without", nargs="*", default=[], help="sources that another run looks at")
+    parser.add_argument("--without", nargs="*", default=[], help="sources and folders that another build looks at")
     parser.add_argument("--folders", nargs="+", required=True)
     return parser.parse_args()
 
 
 def main():
     options = parse_arguments()
-    files = sources(options)
-    if not files:
-        sys.exit(f"{options.project}: no sources found")
-    database = options.build / "lint"
-    write_database(options.build, files, database, options.target)
+    (options.build / "lint").mkdir(exist_ok=True)
+    notes = Notes(options.build / "lint" / "clean.json")
+    files = list(sources(options))
+    changed = [source for source in files if not notes.has(source)]
+    print(f"{len(files)} sources, {len(changed)} to look at", flush=True)
+    said = set()
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        waiting = [pool.submit(lint, options, batch) for batch in sorted(batches(changed), key=len, reverse=True)]
+        for done in concurrent.futures.as_completed(waiting):
+            findings, clean = done.result()
+            notes.add(clean)
+            for line in sorted({found[0] for found in findings} - said):
+                print(line, flush=True)
+                said.add(line)
+    sys.exit(1 if said else 0)
 
-    result = lint(options, database)
-    output = COLOUR.sub("", result.stdout)
-    findings = [line for line in output.splitlines() if FINDING.match(line)]
-    ours = sorted({line for line in findings if not NOT_OURS.search(line)})
-    print("\n".join(ours))
-    if result.returncode != 0 and not findings:
-        print(output)
-        sys.exit(f"run-clang-tidy ended with status {result.returncode}")
-    sys.exit(1 if ours else 0)
 
-
-main()
+if __name__ == "__main__":
+    main()

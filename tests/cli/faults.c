@@ -13,7 +13,7 @@
 #include <sys/types.h>
 
 // The number that stands for `call`, 0 without one.
-static int fault_of(const char *call) {
+static int faultOf(const char *call) {
   const char *rest = getenv("QUILLPRESS_FAULTS");
   const size_t length = strlen(call);
   while (rest != NULL && *rest != '\0') {
@@ -26,7 +26,7 @@ static int fault_of(const char *call) {
 
 // Whether `call` fails now, with errno set; sends the signal when there is to be one.
 static int fails(const char *call) {
-  const int fault = fault_of(call);
+  const int fault = faultOf(call);
   if (fault < 0) raise(-fault);
   if (fault > 0) errno = fault;
   return fault > 0;
@@ -44,10 +44,10 @@ int rename(const char *from, const char *to) {
   return fails("rename") ? -1 : next(from, to);
 }
 
-int linkat(int from_folder, const char *from, int to_folder, const char *to, int flags) {
+int linkat(int fromFolder, const char *from, int toFolder, const char *to, int flags) {
   int (*next)(int, const char *, int, const char *, int);
   *(void **)&next = dlsym(RTLD_NEXT, "linkat");
-  return fails("linkat") ? -1 : next(from_folder, from, to_folder, to, flags);
+  return fails("linkat") ? -1 : next(fromFolder, from, toFolder, to, flags);
 }
 
 int open(const char *path, int flags, ...) {
@@ -57,6 +57,6 @@ int open(const char *path, int flags, ...) {
   va_end(arguments);
   int (*next)(const char *, int, ...);
   *(void **)&next = dlsym(RTLD_NEXT, "open");
-  const int is_nameless = (flags & O_TMPFILE) == O_TMPFILE;
-  return is_nameless && fails("nameless") ? -1 : next(path, flags, mode);
+  const int isNameless = (flags & O_TMPFILE) == O_TMPFILE;
+  return isNameless && fails("nameless") ? -1 : next(path, flags, mode);
 }

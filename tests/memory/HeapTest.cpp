@@ -98,7 +98,7 @@ TEST(HeapTest, GoesBackToTheCheckpoint) {
 TEST(HeapTest, BringsBackObjectsOutsideTheHeap) {
   static std::string text;
   heap::Checkpoint moment([] { text = "a text that is too long to stand in the string itself"; });
-  moment.add(&text, sizeof text);
+  moment.add(&text, sizeof(std::string));
   {
     const heap::Watch watch;
     text = std::string(1000, 'x');

@@ -113,8 +113,8 @@ constexpr std::string_view kPhrases[] = {
     "2 2 8 matrix {<00ff>} false 3 colorimage",
     "1 1 8 matrix {(a)} {(b)} {(c)} true 3 colorimage",
     "4 4 8 matrix {currentfile 8 string readhexstring pop} image 00112233445566778899aabbccddeeff",
-    "9 dict begin /PaintType 1 def /BBox [0 0 8 8] def /XStep 8 def /YStep 8 def /PaintProc {pop 0 0 4 4 "
-    "rectfill} def currentdict end matrix makepattern setpattern",
+    R"(9 dict begin /PaintType 1 def /BBox [0 0 8 8] def /XStep 8 def /YStep 8 def
+       /PaintProc {pop 0 0 4 4 rectfill} def currentdict end matrix makepattern setpattern)",
     "5 dict begin # end",
 };
 

@@ -68,7 +68,7 @@ TEST(InterpreterTest, TypedPopsNameThemselves) {
   Interpreter interpreter;
   const auto messageOfPop = [&](auto pop) {
     interpreter.operandStack().push(make<NullObject>());
-    const std::string message = messageOf([&] { (interpreter.*pop)(); });
+    std::string message = messageOf([&] { (interpreter.*pop)(); });
     EXPECT_TRUE(interpreter.operandStack().empty());
     return message;
   };

@@ -25,11 +25,11 @@ bool isBatchFile(std::wstring_view program) {
 }
 
 // Puts the values in for the placeholders from left to right, counting in `next` through all arguments.
-template <std::size_t count>
-std::wstring filledIn(std::wstring_view argument, const std::array<std::wstring_view, count>& values,
+template <std::size_t kCount>
+std::wstring filledIn(std::wstring_view argument, const std::array<std::wstring_view, kCount>& values,
                       std::size_t& next) {
   std::wstring text;
-  while (next < count) {
+  while (next < kCount) {
     const std::size_t place = argument.find(kPlaceholder);
     if (place == std::wstring_view::npos) break;
     text.append(argument.substr(0, place)).append(values[next++]);

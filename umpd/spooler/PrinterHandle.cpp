@@ -10,9 +10,9 @@
 namespace quillpress::driver {
 namespace {
 
-template <std::size_t Size>
-void copyText(wchar_t (&field)[Size], std::wstring_view text) {
-  const std::wstring_view part = fitting(text, Size);
+template <std::size_t kSize>
+void copyText(wchar_t (&field)[kSize], std::wstring_view text) {
+  const std::wstring_view part = fitting(text, kSize);
   std::copy(part.begin(), part.end(), std::begin(field));
 }
 

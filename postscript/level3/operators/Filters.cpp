@@ -138,10 +138,11 @@ SourcePointer decodeBeforeReuse(SourcePointer source, const FilterParameters& pa
 SourcePointer decodeReusably(SourcePointer source, const FilterParameters& parameters,
                              Operands /*operands*/) {
   const FilterClosing closing = parameters.closing(kCloseSource);
-  const SourcePointer decoded = decodeBeforeReuse(source, parameters);
+  const SourcePointer plain = std::move(source);
+  const SourcePointer decoded = decodeBeforeReuse(plain, parameters);
   SourcePointer result = reusable(*decoded);
   if (result == nullptr) raise(ErrorName::kIoError);
-  if (closing == FilterClosing::kSourceOrTargetToo) source->close();
+  if (closing == FilterClosing::kSourceOrTargetToo) plain->close();
   return result;
 }
 

@@ -93,8 +93,6 @@ void appendSyntax(std::string& text, const Object& object, int depth) {
       text += "null";
       return;
     case Type::kInteger:
-      text += numberText(object, 9);
-      return;
     case Type::kReal:
       text += numberText(object, 9);
       return;

@@ -28,9 +28,9 @@ enum SequenceType : Byte {
   raise(ErrorName::kSyntaxError);
 }
 
-template <std::size_t N>
-std::array<Byte, N> readBytes(ScanInput& input) {
-  std::array<Byte, N> bytes{};
+template <std::size_t kSize>
+std::array<Byte, kSize> readBytes(ScanInput& input) {
+  std::array<Byte, kSize> bytes{};
   for (Byte& byte : bytes) {
     const int next = input.get();
     if (next == ScanInput::kEnd) syntaxError();

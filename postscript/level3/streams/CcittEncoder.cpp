@@ -36,7 +36,8 @@ CcittMode verticalMode(int distance) {
                                                       CcittMode::kVerticalLeft1,  CcittMode::kVertical0,
                                                       CcittMode::kVerticalRight1, CcittMode::kVerticalRight2,
                                                       CcittMode::kVerticalRight3};
-  return kModes[static_cast<std::size_t>(distance + 3)];
+  const int place = distance + 3;
+  return kModes[static_cast<std::size_t>(place)];
 }
 
 }  // namespace

@@ -25,8 +25,9 @@ Unwrapped unwrap(const std::string& file, std::size_t pieceSize) {
 }
 
 void expectJob(const std::string& before, const std::string& job, const std::string& after) {
+  const std::string file = before + job + after;
   for (const std::size_t pieceSize : {std::size_t{1}, std::size_t{2}, std::size_t{7}, std::size_t{100000}}) {
-    const Unwrapped result = unwrap(before + job + after, pieceSize);
+    const Unwrapped result = unwrap(file, pieceSize);
     EXPECT_EQ(result.text, job) << pieceSize;
     EXPECT_EQ(result.begin, before.size()) << pieceSize;
     EXPECT_FALSE(result.moreJobsFollow) << pieceSize;

@@ -28,7 +28,7 @@ void Steps::countNoMore() {
 }
 
 // The linker directs the calls here (libFuzzer has a function of that name that does nothing).
-extern "C" void __wrap___sanitizer_cov_trace_pc();  // NOLINT(bugprone-reserved-identifier)
+extern "C" void __wrap___sanitizer_cov_trace_pc();
 extern "C" void __wrap___sanitizer_cov_trace_pc() {
   if (left < 0) return;
   if (left > 0) {

@@ -20,7 +20,7 @@ inline std::wstring wideText(Choices& choices, std::size_t most) {
 inline std::string utf8Of(const std::wstring& text) {
   std::string bytes;
   for (const wchar_t character : text) {
-    const auto code = static_cast<std::uint32_t>(character);
+    const auto code = static_cast<std::uint32_t>(static_cast<char32_t>(character));
     if (code < 0x80) {
       bytes += static_cast<char>(code);
     } else if (code < 0x800) {

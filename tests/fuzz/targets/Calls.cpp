@@ -44,9 +44,8 @@ constexpr std::string_view kPhrases[] = {
     "2 2 8 matrix {(abcd)} image ",
     "100 100 8 matrix {currentfile 100 string readhexstring pop} image ",
     "8 8 8 matrix {64 string} image ",
-    "9 dict dup /BBox [0 0 8 8] put dup /XStep 8 put dup /YStep 8 put dup /PaintType 1 put dup /PaintProc "
-    "{pop 0 0 4 "
-    "4 rectfill} put matrix makepattern setpattern ",
+    R"(9 dict dup /BBox [0 0 8 8] put dup /XStep 8 put dup /YStep 8 put dup /PaintType 1 put
+       dup /PaintProc {pop 0 0 4 4 rectfill} put matrix makepattern setpattern )",
 };
 
 struct Calls {
@@ -131,7 +130,8 @@ class Caller {
 
   void startPage() {
     float matrix[6];
-    for (float& each : matrix) each = choices_.flag() ? choices_.number<float>() : choices_.byte();
+    for (float& each : matrix)
+      each = choices_.flag() ? choices_.number<float>() : static_cast<float>(choices_.byte());
     const bool isNull = choices_.below(8) == 0;
     if (isCalled_) PSStartPage(handles_[handle_], isNull ? nullptr : matrix);
   }

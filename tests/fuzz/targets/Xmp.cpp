@@ -88,7 +88,7 @@ std::wstring now(Choices& choices) {
   time.tm_hour = static_cast<int>(choices.below(24));
   time.tm_min = static_cast<int>(choices.below(60));
   time.tm_sec = static_cast<int>(choices.below(61));
-  const std::wstring text = driver::formatXmpDate(time, choices.number<std::int16_t>());
+  std::wstring text = driver::formatXmpDate(time, choices.number<std::int16_t>());
   FUZZ_CHECK(text.size() >= 20 && text.find(L'T') != std::wstring::npos);
   return text;
 }

@@ -61,7 +61,7 @@ inline Decoded decodeInPieces(const MakeDecoder& make, const std::string& data, 
 
 // Decodes `data` as a whole and cut into pieces of several sizes: the cuts must not matter.
 inline Decoded decodeText(const MakeDecoder& make, const std::string& data) {
-  const Decoded whole = decodeInPieces(make, data, std::max<std::size_t>(data.size(), 1));
+  Decoded whole = decodeInPieces(make, data, std::max<std::size_t>(data.size(), 1));
   for (const std::size_t size : {1, 2, 3, 5, 64, 1000}) {
     const Decoded cut = decodeInPieces(make, data, size);
     EXPECT_EQ(cut.text, whole.text) << "in pieces of " << size;
@@ -89,7 +89,7 @@ inline std::string encodeInPieces(const MakeEncoder& make, const std::string& da
 
 // Encodes `data` as a whole and cut into pieces of several sizes: the cuts must not matter.
 inline std::string encodeText(const MakeEncoder& make, const std::string& data) {
-  const std::string whole = encodeInPieces(make, data, std::max<std::size_t>(data.size(), 1));
+  std::string whole = encodeInPieces(make, data, std::max<std::size_t>(data.size(), 1));
   for (const std::size_t size : {1, 3, 1000}) {
     EXPECT_EQ(encodeInPieces(make, data, size), whole) << "in pieces of " << size;
   }

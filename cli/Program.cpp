@@ -124,7 +124,7 @@ ExitCode convert(const Options& options) {
   // Before anything is opened for writing, which might already empty the job.
   if (job.isSameAs(options.output)) throw UsageError("the output would replace the job itself");
   AtomicOutput output(options.output);
-  if (options.full) return convertFully(options, output);
+  if (options.dialect == Dialect::kFull) return convertFully(options, output);
   Spool spool(output.folder());
   return options.content ? convertToText(options, job, output, spool)
                          : convertToPdf(options, job, output, spool);

@@ -14,12 +14,13 @@ namespace quillpress::cli {
 
 namespace {
 
-constexpr const char* kDescription =
-    "Converts a PostScript print job to PDF. Drawing becomes vector PDF; text is not drawn.";
+constexpr const char* kDescription = "Converts a PostScript job to PDF.";
 
 constexpr const char* kFooter =
-    "Exit codes: 0 done, 1 error in the job (complete pages are written), 2 usage, 3 input, 4 output,\n"
-    "5 the job is cut off (what there is of it is written).\n"
+    "Exit codes: 0 done, 1 error in the job (nothing is written), 2 usage, 3 input, 4 output,\n"
+    "5 done with warnings: the job is cut off, or something of it is not kept,\n"
+    "6 error in the job (the complete pages before it are written).\n"
+    "With --dialect driver, 1 stands for both kinds of error.\n"
     "Byte offsets in messages count from 0 at the start of JOB.";
 
 // The texts of options whose values need a look of our own.
@@ -41,29 +42,36 @@ void define(CLI::App& app, Options& options, RawOptions& raw) {
                  "JOB is standard input)")
       ->type_name("FILE");
   app.add_option("--media", raw.media,
-                 "Page size, instead of what the job says:\n" + mediaNames() +
+                 "Page size of jobs that ask for none; with --dialect\ndriver of all jobs: " + mediaNames() +
                      ",\nor WIDTHxHEIGHT in points or with a unit (pt, mm,\ncm, in), as in 210x297mm")
       ->type_name("SIZE");
-  app.add_option("--chunk", raw.chunk,
-                 "Bytes handed to the converter at a time, with K\nor M behind the number (default: 64K)")
-      ->type_name("BYTES");
-  app.add_flag("--keep-going", options.keepGoing, "After an error go on with the next page");
-  app.add_flag("--content", options.content, "Write the page content text instead of a PDF");
-  app.add_flag("--objects", options.objects, "List images and patterns on standard error");
   app.add_option(
-         "--dialect", raw.dialect,
-         "driver: what the Windows driver writes (default);\nfull: the whole language, LanguageLevel 3")
+         "--chunk", raw.chunk,
+         "Driver: bytes handed to the converter at a time, with\nK or M behind the number (default: 64K)")
+      ->type_name("BYTES");
+  app.add_flag("--keep-going", options.keepGoing, "Driver: after an error go on with the next page");
+  app.add_flag("--content", options.content, "Driver: write the page content text instead of a PDF");
+  app.add_flag("--objects", options.objects, "Driver: list images and patterns on standard error");
+  app.add_option("--dialect", raw.dialect,
+                 "full: the whole language, LanguageLevel 3 (default);\ndriver: the dialect of the six "
+                 "converter functions,\n"
+                 "which the options marked so imply")
       ->type_name("DIALECT")
       ->check(CLI::IsMember({"driver", "full"}));
   app.add_flag("--run", options.run,
                "Interpret JOB as LanguageLevel 3; what it prints\ngoes to standard output");
-  app.add_option("--timeout", options.timeout, "With --run: end the program after so many seconds")
+  app.add_option("--timeout", options.timeout, "End the job after so many seconds")
       ->type_name("SECONDS")
       ->check(CLI::PositiveNumber);
-  app.add_option("--max-memory", raw.maxMemory,
-                 "With --run: megabytes that its values may take\n(default: 1024)")
+  app.add_option("--max-memory", raw.maxMemory, "Megabytes that the job's values may take (default: 1024)")
       ->type_name("MB")
       ->check(CLI::Range(1, 1024 * 1024));
+  app.add_option("--allow-read", options.readableFolders,
+                 "A folder whose files the job may read (default: none);\ncan be given more than once")
+      ->type_name("DIR")
+      ->check(CLI::ExistingDirectory)
+      ->expected(1);
+  app.add_flag("!--no-eps-crop", options.cropsEncapsulated, "Leave EPS jobs on their page");
   app.add_flag("--messages", options.messages, "Show what the job prints on standard error");
 }
 
@@ -85,6 +93,15 @@ std::string defaultOutput(const Options& options) {
   return "-";
 }
 
+// Some options mean something to the driver's dialect alone.
+void chooseDialect(Options& options, const RawOptions& raw) {
+  const bool impliesDriver = options.content || options.objects || options.keepGoing || !raw.chunk.empty();
+  if (impliesDriver && raw.dialect == "full") {
+    throw CLI::ValidationError("--content, --objects, --keep-going and --chunk want --dialect driver");
+  }
+  if (impliesDriver || raw.dialect == "driver") options.dialect = Dialect::kDriver;
+}
+
 void finish(Options& options, const RawOptions& raw) {
   if (!raw.media.empty()) {
     options.media = parseMedia(raw.media);
@@ -95,7 +112,7 @@ void finish(Options& options, const RawOptions& raw) {
     if (!size) throw CLI::ValidationError("--chunk: not a number of bytes: \"" + raw.chunk + "\"");
     options.chunkSize = *size;
   }
-  options.full = raw.dialect == "full";
+  chooseDialect(options, raw);
   constexpr std::size_t kMegabyte = 1024UL * 1024;
   if (raw.maxMemory != 0) options.maxMemory = raw.maxMemory * kMegabyte;
   if (options.output.empty() && !options.run) options.output = defaultOutput(options);

@@ -3,11 +3,18 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "cli/base/Box.h"
 #include "cli/base/ExitCode.h"
 
 namespace quillpress::cli {
+
+// Which language a job is taken to be in.
+enum class Dialect {
+  kFull,    // PostScript, LanguageLevel 3
+  kDriver,  // what the six functions of the library understand
+};
 
 // What the user asked for.
 struct Options {
@@ -16,10 +23,12 @@ struct Options {
   std::optional<Box> media;
   std::size_t chunkSize = 64UL * 1024;
   bool keepGoing = false;
-  bool full = false;                     // the full language instead of the driver's dialect
-  bool run = false;                      // interpret only
-  std::optional<double> timeout;         // seconds
-  std::optional<std::size_t> maxMemory;  // bytes
+  Dialect dialect = Dialect::kFull;
+  bool cropsEncapsulated = true;             // EPS jobs get their bounding box as page
+  bool run = false;                          // interpret only
+  std::optional<double> timeout;             // seconds
+  std::optional<std::size_t> maxMemory;      // bytes
+  std::vector<std::string> readableFolders;  // whose files a job may read
   bool content = false;
   bool objects = false;
   bool messages = false;

@@ -3,6 +3,7 @@
 #include <quillpress/document.h>
 
 #include <cstdio>
+#include <exception>
 #include <filesystem>
 #include <memory>
 #include <new>
@@ -42,8 +43,31 @@ int64_t readJob(void* context, void* buffer, size_t size) {
   return count == 0 && std::ferror(file) != 0 ? -1 : static_cast<int64_t>(count);
 }
 
+// The output is opened when the first bytes come, so that a job without pages leaves no trace.
+struct Target {
+  AtomicOutput& output;
+  std::exception_ptr error;  // no exception may pass through the C functions
+};
+
+int writeOutput(void* context, const void* data, size_t size) {
+  auto* const target = static_cast<Target*>(context);
+  try {
+    return std::fwrite(data, 1, size, target->output.file()) == size ? 0 : 1;
+  } catch (const OutputError&) {
+    target->error = std::current_exception();
+    return 1;
+  }
+}
+
 int writeTo(void* context, const void* data, size_t size) {
   return std::fwrite(data, 1, size, static_cast<std::FILE*>(context)) == size ? 0 : 1;
+}
+
+// A name says as much as the job's first line.
+int cropOf(const Options& options) {
+  if (!options.cropsEncapsulated) return QUILLPRESS_CROP_NEVER;
+  const std::string ending = std::filesystem::path(options.job).extension();
+  return ending == ".eps" || ending == ".EPS" ? QUILLPRESS_CROP_ALWAYS : QUILLPRESS_CROP_ENCAPSULATED;
 }
 
 void apply(const Options& options, QuillpressDocument* document) {
@@ -53,6 +77,10 @@ void apply(const Options& options, QuillpressDocument* document) {
   }
   if (options.timeout) QuillpressDocumentSetTimeout(document, *options.timeout);
   if (options.maxMemory) QuillpressDocumentSetMaxMemory(document, *options.maxMemory);
+  for (const std::string& folder : options.readableFolders) {
+    QuillpressDocumentAllowRead(document, folder.c_str());
+  }
+  QuillpressDocumentSetCrop(document, cropOf(options));
   if (options.messages) QuillpressDocumentSetMessages(document, writeTo, stderr);
 }
 
@@ -72,13 +100,19 @@ ExitCode convertFully(const Options& options, AtomicOutput& output) {
   const DocumentHandle document(QuillpressDocumentNew());
   if (!document) throw std::bad_alloc();
   apply(options, document.get());
-  const int status = QuillpressDocumentConvert(document.get(), readJob, job.get(), writeTo, output.file());
+  Target target{output, nullptr};
+  const int status = QuillpressDocumentConvert(document.get(), readJob, job.get(), writeOutput, &target);
+  if (target.error) std::rethrow_exception(target.error);
   if (status == QUILLPRESS_DOCUMENT_INPUT) throw InputError("cannot be read: " + systemReason());
   if (status == QUILLPRESS_DOCUMENT_OUTPUT) throw OutputError("cannot be written: " + systemReason());
   sayAll(options, document.get());
   if (status == QUILLPRESS_DOCUMENT_NO_PAGES) return ExitCode::kConversion;
   output.commit();
-  if (status == QUILLPRESS_DOCUMENT_FAILED) return ExitCode::kPartial;
+  if (status == QUILLPRESS_DOCUMENT_FAILED) {
+    const uint64_t pages = QuillpressDocumentPageCount(document.get());
+    say(outputName(options.output) + ": " + counted(pages, "complete page") + " written");
+    return ExitCode::kPartial;
+  }
   return status == QUILLPRESS_DOCUMENT_INCOMPLETE ? ExitCode::kCutOff : ExitCode::kDone;
 }
 

@@ -35,6 +35,7 @@ level3::SourcePointer openProgram(const std::string& path) {
 }
 
 void applyLimits(Interpreter& interpreter, const Options& options) {
+  for (const std::string& folder : options.readableFolders) interpreter.fileAccess().allow(folder);
   if (options.maxMemory) interpreter.memory().setLimit(*options.maxMemory);
   if (options.timeout) {
     const std::chrono::duration<double> time(*options.timeout);

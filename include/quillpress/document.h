@@ -14,7 +14,8 @@
  *   Errors     No C++ exception leaves these functions. A conversion returns one of the values below;
  *              QuillpressDocumentError and QuillpressDocumentWarning say more, a line each.
  *   Pages      Pages that were complete before an error are in the PDF file, which is whole then, too.
- *   Safety     A job reads and writes no file and runs no command.
+ *   Safety     A job writes no file and runs no command, and it reads no file but those in folders that
+ *              QuillpressDocumentAllowRead names.
  */
 #ifndef QUILLPRESS_DOCUMENT_H
 #define QUILLPRESS_DOCUMENT_H
@@ -77,6 +78,8 @@ QUILLPRESS_DOCUMENT_API void QuillpressDocumentSetCrop(QuillpressDocument *docum
 QUILLPRESS_DOCUMENT_API void QuillpressDocumentSetTimeout(QuillpressDocument *document, double seconds);
 /* Bytes that the values of a job may take; 0 is the default of one gibibyte. */
 QUILLPRESS_DOCUMENT_API void QuillpressDocumentSetMaxMemory(QuillpressDocument *document, size_t bytes);
+/* Lets jobs read the files in a folder and in those below it. Can be called for several folders. */
+QUILLPRESS_DOCUMENT_API void QuillpressDocumentAllowRead(QuillpressDocument *document, const char *folder);
 /* What the job prints; NULL drops it. */
 QUILLPRESS_DOCUMENT_API void QuillpressDocumentSetMessages(QuillpressDocument *document,
                                                            QuillpressWrite write, void *context);

@@ -11,6 +11,8 @@ import unittest
 PROGRAM = os.environ["QUILLPRESS_CLI"]
 SECONDS = 120
 
+DRIVER = ("--dialect", "driver")
+
 HEADER = "%!PS-Adobe-3.0\n"
 
 
@@ -78,6 +80,9 @@ class Pdf:
 class CommandLineTest(unittest.TestCase):
     """Gives each test a folder of its own, in which the program runs."""
 
+    # Most tests are about the driver's dialect.
+    dialect = DRIVER
+
     def setUp(self):
         folder = tempfile.TemporaryDirectory(prefix="quillpress-test-")
         self.addCleanup(folder.cleanup)
@@ -100,7 +105,7 @@ class CommandLineTest(unittest.TestCase):
 
     def run_program(self, *arguments, stdin=b"", **environment):
         process = subprocess.run(
-            [PROGRAM, *arguments],
+            [PROGRAM, *self.dialect, *arguments],
             input=stdin,
             capture_output=True,
             cwd=self.folder,

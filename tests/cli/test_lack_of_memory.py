@@ -13,7 +13,7 @@ class LackOfMemoryTest(support.CommandLineTest):
     def run_limited(self, job, *arguments):
         self.write("job.ps", job)
         process = subprocess.run(
-            [support.PROGRAM, "job.ps", "-o", "job.pdf", *arguments], capture_output=True, cwd=self.folder,
+            [support.PROGRAM, *support.DRIVER, "job.ps", "-o", "job.pdf", *arguments], capture_output=True, cwd=self.folder,
             timeout=support.SECONDS, preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (LIMIT, LIMIT)))
         return support.Result(process)
 

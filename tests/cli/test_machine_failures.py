@@ -101,7 +101,7 @@ class SignalTest(MachineFailureTest):
         for faults in ("", f"nameless={errno.EOPNOTSUPP}"):
             environment = {**os.environ, "LD_PRELOAD": LIBRARY, "QUILLPRESS_FAULTS": faults,
                            "ASAN_OPTIONS": SANITIZER}
-            command = [support.PROGRAM, "-", "-o", "job.pdf"]
+            command = [support.PROGRAM, *support.DRIVER, "-", "-o", "job.pdf"]
             process = subprocess.Popen(command, cwd=self.folder, stdin=subprocess.PIPE, env=environment)
             process.stdin.write(JOB.encode() * 2000)
             process.stdin.flush()
@@ -114,7 +114,7 @@ class SignalTest(MachineFailureTest):
     def test_ignored_signal_changes_nothing(self):
         environment = {**os.environ, "LD_PRELOAD": LIBRARY, "ASAN_OPTIONS": SANITIZER,
                        "QUILLPRESS_FAULTS": f"nameless={errno.EOPNOTSUPP},fsync=-{signal.SIGHUP.value}"}
-        command = f"trap '' HUP; exec {support.PROGRAM} job.ps -o job.pdf"
+        command = f"trap '' HUP; exec {support.PROGRAM} --dialect driver job.ps -o job.pdf"
         process = subprocess.run(["sh", "-c", command], cwd=self.folder, env=environment, timeout=support.SECONDS)
         self.assertEqual(process.returncode, 0)
         self.assert_pdf()
@@ -132,7 +132,7 @@ class SignalTest(MachineFailureTest):
 
 class StandardStreamTest(MachineFailureTest):
     def run_shell(self, command):
-        process = subprocess.run(["sh", "-c", command.replace("quillpress", support.PROGRAM)], cwd=self.folder,
+        process = subprocess.run(["sh", "-c", command.replace("quillpress", " ".join([support.PROGRAM, *support.DRIVER]))], cwd=self.folder,
                                  stdout=subprocess.PIPE, stderr=subprocess.PIPE, timeout=support.SECONDS)
         return support.Result(process)
 

@@ -13,7 +13,7 @@ JOB = pages(line(1), line(2))
 
 def run(*arguments, **options):
     """For runs whose standard streams are special."""
-    command = [support.PROGRAM, *arguments]
+    command = [support.PROGRAM, *support.DRIVER, *arguments]
     return subprocess.run(command, stderr=subprocess.PIPE, timeout=support.SECONDS, **options)
 
 
@@ -24,7 +24,7 @@ class OutputTest(support.CommandLineTest):
 
     def start_long_job(self):
         """Starts the program on a job that has not ended yet."""
-        command = [support.PROGRAM, "-", "-o", "job.pdf"]
+        command = [support.PROGRAM, *support.DRIVER, "-", "-o", "job.pdf"]
         pipes = {"stdin": subprocess.PIPE, "stderr": subprocess.DEVNULL}
         process = subprocess.Popen(command, cwd=self.folder, **pipes)
         process.stdin.write(JOB.encode() * 5000)
@@ -127,7 +127,7 @@ class OutputTest(support.CommandLineTest):
 
     def test_named_pipe_gets_the_pdf(self):
         os.mkfifo(self.path("pipe"))
-        process = subprocess.Popen([support.PROGRAM, "job.ps", "-o", "pipe"], cwd=self.folder)
+        process = subprocess.Popen([support.PROGRAM, *support.DRIVER, "job.ps", "-o", "pipe"], cwd=self.folder)
         data = self.read("pipe")
         self.assertEqual(process.wait(support.SECONDS), 0)
         self.write("out.pdf", data)
@@ -179,7 +179,7 @@ class OutputErrorTest(support.CommandLineTest):
     def test_disk_that_fills_up_on_the_way(self):
         body = "/r {0.1 add dup sin} def 1 1 100000 {r exch r moveto 1 2 lineto stroke} for\n"
         self.write("job.ps", pages(body))
-        command = f"ulimit -f 100; trap '' XFSZ; exec {support.PROGRAM} job.ps -o job.pdf"
+        command = f"ulimit -f 100; trap '' XFSZ; exec {support.PROGRAM} --dialect driver job.ps -o job.pdf"
         process = subprocess.run(["sh", "-c", command], stderr=subprocess.PIPE, cwd=self.folder)
         self.assertEqual(process.returncode, 4)
         message = b"job.pdf cannot be written: the temporary file beside it: File too large"

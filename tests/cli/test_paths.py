@@ -15,7 +15,7 @@ def page_operators(program, *options):
         job, pdf, plain = (os.path.join(folder, name) for name in ("job.ps", "job.pdf", "plain.pdf"))
         with open(job, "w", encoding="latin-1") as file:
             file.write("%!PS-Adobe-3.0\n" + program + "\n")
-        subprocess.run([CLI, job, "-o", pdf, *options], check=True)
+        subprocess.run([CLI, "--dialect", "driver", job, "-o", pdf, *options], check=True)
         subprocess.run(["qpdf", "--check", pdf], check=True, stdout=subprocess.DEVNULL)
         subprocess.run(["qpdf", "--stream-data=uncompress", pdf, plain], check=True)
         with open(plain, "rb") as file:

@@ -35,7 +35,7 @@ class PictureTest(unittest.TestCase):
 
     def convert(self, job):
         pdf = self.folder / f"{job.stem}.pdf"
-        compare.run(self.command, job, "-o", pdf)
+        compare.run(self.command, "--dialect", "driver", job, "-o", pdf)
         compare.run("qpdf", "--check", pdf)
         return pdf
 

@@ -113,6 +113,10 @@ void QuillpressDocumentSetMaxMemory(QuillpressDocument* document, size_t bytes) 
   document->options.maxMemory = bytes > 0 ? std::optional(bytes) : std::nullopt;
 }
 
+void QuillpressDocumentAllowRead(QuillpressDocument* document, const char* folder) {
+  document->options.readableFolders.emplace_back(folder);
+}
+
 void QuillpressDocumentSetMessages(QuillpressDocument* document, QuillpressWrite write, void* context) {
   document->options.messages = nullptr;
   if (write == nullptr) return;

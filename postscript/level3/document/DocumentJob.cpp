@@ -57,6 +57,7 @@ class Conversion {
  private:
   void setUp() {
     if (options_.maxMemory) interpreter_.memory().setLimit(*options_.maxMemory);
+    for (const std::string& folder : options_.readableFolders) interpreter_.fileAccess().allow(folder);
     device_.onPage([this](std::size_t pages) {
       if (isCancelled_ || (options_.progress && !options_.progress(pages))) interpreter_.interrupt();
     });

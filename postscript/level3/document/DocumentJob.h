@@ -22,6 +22,7 @@ struct DocumentOptions {
   enum class Crop { kWhenEncapsulated, kAlways, kNever } crop = Crop::kWhenEncapsulated;
   std::optional<double> timeoutSeconds;
   std::optional<std::size_t> maxMemory;
+  std::vector<std::string> readableFolders;
   // What the job prints; dropped when null.
   SinkPointer messages;
   // Called after each page with their number; false ends the job.

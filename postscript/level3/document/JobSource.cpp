@@ -4,6 +4,8 @@
 #include <array>
 #include <string_view>
 
+#include "postscript/level3/streams/CharacterClass.h"
+
 namespace quillpress::level3 {
 
 namespace {
@@ -23,6 +25,13 @@ std::uint32_t littleEndian(const std::vector<Byte>& bytes, std::size_t place) {
 
 JobSource::JobSource(SourcePointer inner, Observer observer)
     : inner_(std::move(inner)), observer_(std::move(observer)) {}
+
+std::uint64_t JobSource::reached() const {
+  std::uint64_t place = std::min(position(), length_);
+  const bool isBuffered = place > presentStart_ && place - presentStart_ <= present_.size();
+  if (isBuffered && isWhiteSpace(present_[static_cast<std::size_t>(place - presentStart_) - 1])) --place;
+  return start_ + place;
+}
 
 // False when there is nothing more.
 bool JobSource::fill(std::vector<Byte>& block) {
@@ -71,6 +80,7 @@ Bytes JobSource::nextBlock() {
     skipWrapping();
   }
   if (isOver_) return {};
+  presentStart_ += present_.size();
   present_.swap(ahead_);
   if (!fill(ahead_)) isOver_ = true;
   const std::string_view text = textOf(Bytes(present_));

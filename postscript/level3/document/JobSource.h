@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <functional>
 #include <vector>
 
@@ -22,8 +21,8 @@ class JobSource final : public ByteSource {
   const CommentScanner& comments() const { return comments_; }
   // How far the file goes before the PostScript begins, so that offsets count from the file's start.
   std::uint64_t start() const { return start_; }
-  // How far into the file the job has been read.
-  std::uint64_t reached() const { return start_ + std::min(position(), length_); }
+  // How far into the file the job has been read; the white space that ended the last word does not count.
+  std::uint64_t reached() const;
   // True when the file behind the job could not be read to its end.
   bool isUnreadable() const { return isUnreadable_; }
 
@@ -38,6 +37,7 @@ class JobSource final : public ByteSource {
   Observer observer_;
   CommentScanner comments_;
   std::vector<Byte> present_;
+  std::uint64_t presentStart_ = 0;  // its place in what has been handed out
   std::vector<Byte> ahead_;
   std::uint64_t start_ = 0;
   std::uint64_t left_ = UINT64_MAX;

@@ -27,7 +27,11 @@ int bytesFor(std::uint64_t value) {
 
 }  // namespace
 
-PdfFile::PdfFile(Output& output) : places_(1), output_(output) {
+PdfFile::PdfFile(Output& output) : places_(1), output_(output) {}
+
+// Before the first object, so that a job that fails early leaves nothing at all.
+void PdfFile::begin() {
+  if (offset_ > 0) return;
   // Bytes above 127 in the second line tell transfer programs that the file is no text.
   put("%PDF-1.7\n%\xE2\xE3\xCF\xD3\n");
 }
@@ -44,6 +48,7 @@ ObjectNumber PdfFile::reserve() {
 }
 
 void PdfFile::beginObject(ObjectNumber number) {
+  begin();
   places_[number] = offset_;
   std::string text;
   appendInteger(text, number);
@@ -168,6 +173,7 @@ std::string PdfFile::crossReferences(std::uint64_t lastOffset) const {
 
 void PdfFile::finish(ObjectNumber root, ObjectNumber info) {
   flushBatch();
+  begin();
   const ObjectNumber number = reserve();
   const std::uint64_t start = offset_;
   places_[number] = start;

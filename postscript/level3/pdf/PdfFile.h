@@ -58,6 +58,7 @@ class PdfFile {
 
  private:
   void put(std::string_view bytes);
+  void begin();
   void beginObject(ObjectNumber number);
   void flushBatch();
   std::string crossReferences(std::uint64_t lastOffset) const;

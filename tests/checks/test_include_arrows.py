@@ -100,12 +100,12 @@ class Headers(Case):
         self.report("umpd/job/UmDriver.cpp", "windows.h", "<")
 
     def test_system_headers_stand_beside_it(self):
-        self.allow("umpd/spooler/FindPort.cpp", "winspool.h", "<", beside=[WINDOWS_HEADER])
-        self.report("umpd/spooler/FindPort.cpp", "winspool.h", "<")
+        self.allow("umpd/spooler/Printer.cpp", "winspool.h", "<", beside=[WINDOWS_HEADER])
+        self.report("umpd/spooler/Printer.cpp", "winspool.h", "<")
         self.allow("cli/spool/Spool.cpp", "fcntl.h", "<")
 
     def test_headers_of_the_language_are_free(self):
-        self.allow("umpd/spooler/FindPort.cpp", "vector", "<")
+        self.allow("umpd/spooler/Printer.cpp", "vector", "<")
 
 
 if __name__ == "__main__":

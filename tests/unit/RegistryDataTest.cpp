@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "umpd/rules/RegistryData.h"
+#include "umpd/rules/SettingText.h"
 
 namespace quillpress::driver {
 namespace {

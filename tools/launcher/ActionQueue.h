@@ -5,8 +5,7 @@
 #include <functional>
 
 #include "tools/launcher/Message.h"
-#include "umpd/win32/CriticalSection.h"
-#include "umpd/win32/Handles.h"
+#include "umpd/win32/Resources.h"
 
 namespace quillpress::launcher {
 

@@ -4,8 +4,8 @@
 
 #include "tools/launcher/Deadline.h"
 #include "tools/launcher/LogLine.h"
-#include "umpd/win32/AnsiText.h"
 #include "umpd/win32/ProgramRunner.h"
+#include "umpd/win32/SystemInformation.h"
 #include "umpd/win32/Windows.h"
 
 namespace quillpress::launcher {

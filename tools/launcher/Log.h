@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "umpd/win32/Handles.h"
+#include "umpd/win32/Resources.h"
 
 namespace quillpress::launcher {
 

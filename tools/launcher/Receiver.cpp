@@ -3,8 +3,7 @@
 #include <array>
 #include <cstring>
 
-#include "umpd/win32/NamedEvent.h"
-#include "umpd/win32/SecurityAttributes.h"
+#include "umpd/win32/NamedObjects.h"
 
 namespace quillpress::launcher {
 namespace {

@@ -3,8 +3,8 @@
 #include <optional>
 
 #include "umpd/rules/LauncherStruct.h"
-#include "umpd/win32/Handles.h"
-#include "umpd/win32/SharedSection.h"
+#include "umpd/win32/NamedObjects.h"
+#include "umpd/win32/Resources.h"
 
 namespace quillpress::launcher {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "umpd/win32/Handles.h"
+#include "umpd/win32/Resources.h"
 
 namespace quillpress::launcher {
 

@@ -8,7 +8,6 @@
 #include "tools/launcher/StopSignal.h"
 #include "umpd/win32/SystemInformation.h"
 #include "umpd/win32/Windows.h"
-#include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress::launcher {
 namespace {

@@ -6,9 +6,9 @@
 
 #include "umpd/api/Guarded.h"
 #include "umpd/api/JobTable.h"
-#include "umpd/job/UmDriver2k.h"
+#include "umpd/job/UmDriver.h"
 #include "umpd/rules/Trace.h"
-#include "umpd/win32/ErrorBox.h"
+#include "umpd/win32/Diagnostics.h"
 
 namespace quillpress::driver {
 

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "umpd/api/Guarded.h"
-#include "umpd/win32/CriticalSection.h"
-#include "umpd/win32/ErrorBox.h"
+#include "umpd/win32/Diagnostics.h"
+#include "umpd/win32/Resources.h"
 
 namespace quillpress::driver {
 namespace {

@@ -5,7 +5,7 @@
 #include "umpd/api/Guarded.h"
 #include "umpd/api/JobTable.h"
 #include "umpd/rules/Trace.h"
-#include "umpd/win32/ErrorBox.h"
+#include "umpd/win32/Diagnostics.h"
 
 namespace quillpress::driver {
 

@@ -8,10 +8,9 @@
 #include "umpd/rules/OutputPath.h"
 #include "umpd/rules/Text.h"
 #include "umpd/rules/Trace.h"
-#include "umpd/win32/ErrorBox.h"
+#include "umpd/win32/Diagnostics.h"
 #include "umpd/win32/SystemInformation.h"
 #include "umpd/win32/SystemLibrary.h"
-#include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress::driver {
 namespace {
@@ -59,6 +58,33 @@ bool isProtectedModeProcess() {
 }
 
 }  // namespace
+
+bool OutFile::create(const std::wstring& path) {
+  // Readers are let in, so that a viewer can follow a long job; a second writer would mix two documents.
+  file_.reset(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                          FILE_ATTRIBUTE_NORMAL, nullptr));
+  // A system that hands out no handle at all has not even tried.
+  begun_ = file_.get() != nullptr;
+  if (!begun_) static_cast<void>(file_.release());
+  return isCreated();
+}
+
+bool OutFile::write(std::span<const std::byte> bytes) {
+  // Whether Windows fails or faults on bytes that are not there differs between its versions, so it is not
+  // asked.
+  const bool isReadable = bytes.data() != nullptr || bytes.empty();
+  if (!file_ || !isReadable) return false;
+  const auto size = static_cast<DWORD>(bytes.size());
+  DWORD written = 0;
+  // A full disk or a quota writes a part and may still report success, so the count is held against the
+  // block.
+  return WriteFile(file_.get(), bytes.data(), size, &written, nullptr) != 0 && written == size;
+}
+
+void OutFile::close() {
+  file_.reset();
+  begun_ = false;
+}
 
 bool JobOutput::begin(const DriverSettings& settings, const std::wstring& documentName) {
   const bool isFinishEventWanted = settings.getInt(L"FinishPrintEv", 0) != 0;

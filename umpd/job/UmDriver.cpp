@@ -2,17 +2,15 @@
 
 #include "postscript/lib/pdf/PdfObjectList.h"
 #include "umpd/channel/LauncherProxy.h"
+#include "umpd/output/SetupProgram.h"
 #include "umpd/rules/DocumentName.h"
 #include "umpd/rules/Text.h"
 #include "umpd/rules/Trace.h"
+#include "umpd/spooler/Identity.h"
 #include "umpd/spooler/JobQueue.h"
-#include "umpd/spooler/SpoolerIdentity.h"
-#include "umpd/win32/AnsiText.h"
-#include "umpd/win32/CriticalSection.h"
-#include "umpd/win32/ErrorBox.h"
-#include "umpd/win32/NamedEvent.h"
+#include "umpd/win32/Diagnostics.h"
+#include "umpd/win32/Resources.h"
 #include "umpd/win32/SystemInformation.h"
-#include "umpd/win32/WindowsVersion.h"
 
 namespace quillpress::driver {
 namespace {
@@ -226,6 +224,29 @@ void UmDriver::handOver() {
   // A launcher that has gone is not started again: its window went with it, and the file is there.
   if (launcher.isReceiverReady())
     launcher.sendStopPrint(settings_.naming().effectiveName(), name, output_.path());
+}
+
+bool UmDriver2k::init(HANDLE printer, DWORD jobId, const wchar_t* documentName) {
+  QUILLPRESS_TRACE(L"> UmDriver2k::init %x\n", this);
+  const NamedMutex::Lock lock(jobMutex());
+  if (!lock) return false;
+  // This interface always passes the handle on, so nothing is opened by name; a null one fails at the
+  // printer's name below.
+  setPrinter(printer, jobId);
+  const std::wstring printerName = readPrinterName();
+  if (printerName.empty()) {
+    showErrorBox("umpd - Could not retrieve printer info");
+    return false;
+  }
+  settings().setPrinterName(printerName);
+  setDocumentName(textOrEmpty(documentName));
+  // Before the settings are read: the set-up program may write some of them.
+  runSetupProgramIfNeeded(printerName, settings().user());
+  loadSettings();
+  setStateFlag(kInitialised);
+  QUILLPRESS_TRACE(L"< UmDriver2k::init %x finishprintev = %d\n", this,
+                   settings().getInt(L"FinishPrintEv", 0));
+  return true;
 }
 
 }  // namespace quillpress::driver

@@ -7,8 +7,8 @@
 
 #include "umpd/job/JobOutput.h"
 #include "umpd/settings/DriverSettings.h"
-#include "umpd/spooler/PrinterInformation.h"
-#include "umpd/win32/NamedMutex.h"
+#include "umpd/spooler/Printer.h"
+#include "umpd/win32/NamedObjects.h"
 
 namespace quillpress::driver {
 
@@ -88,6 +88,13 @@ class UmDriver {
   std::wstring userName_;      // at most 259 characters
   std::wstring documentName_;  // at most 259
   bool passThrough_ = false;
+};
+
+// A job of the newer spooler interface, which tells the document's name.
+class UmDriver2k final : public UmDriver {
+ public:
+  // Begins the job. False, after an error box, when the spooler does not know the printer.
+  bool init(HANDLE printer, DWORD jobId, const wchar_t* documentName);
 };
 
 }  // namespace quillpress::driver

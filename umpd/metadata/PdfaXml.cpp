@@ -1,7 +1,7 @@
 #include "umpd/metadata/PdfaXml.h"
 
 #include "umpd/rules/XmpPacket.h"
-#include "umpd/settings/RegistryValues.h"
+#include "umpd/settings/Registry.h"
 #include "umpd/win32/Windows.h"
 
 namespace quillpress::driver {

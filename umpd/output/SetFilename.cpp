@@ -4,8 +4,8 @@
 
 #include "umpd/rules/OutputPath.h"
 #include "umpd/rules/Text.h"
-#include "umpd/win32/AnsiText.h"
-#include "umpd/win32/Handles.h"
+#include "umpd/win32/Resources.h"
+#include "umpd/win32/SystemInformation.h"
 #include "umpd/win32/Windows.h"
 
 namespace quillpress::driver {

@@ -1,10 +1,8 @@
 #include "umpd/output/SetupProgram.h"
 
 #include "umpd/rules/Trace.h"
-#include "umpd/settings/InstallFolder.h"
-#include "umpd/settings/RegistryKeys.h"
-#include "umpd/settings/RegistryValues.h"
-#include "umpd/settings/UserRoot.h"
+#include "umpd/settings/Installation.h"
+#include "umpd/settings/Registry.h"
 #include "umpd/win32/ProgramRunner.h"
 
 namespace quillpress::driver {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "umpd/spooler/UserSid.h"
+#include "umpd/spooler/Identity.h"
 
 namespace quillpress::driver {
 

@@ -1,7 +1,7 @@
 #include "umpd/rules/SettingText.h"
 
 #include <algorithm>
-#include <cstdint>
+#include <cstring>
 #include <limits>
 
 namespace quillpress::driver {
@@ -9,6 +9,17 @@ namespace {
 
 bool isDigit(wchar_t character) {
   return character >= L'0' && character <= L'9';
+}
+
+constexpr std::wstring_view kWanted[] = {
+    L"resolution",       L"PrinterData4",      L"pdfTemplate", L"pdfTemplateOnTop",  L"imageDPI",
+    L"jpegImageQuality", L"watermarkFontName", L"watermark",   L"watermarkFontSize",
+};
+
+// Kept: the case counts here, unlike in the map, so a setting stored as "printerdata4" is not passed on
+// (DriverConfigTextTest.TheCaseOfNamesCounts).
+bool isWanted(std::wstring_view key) {
+  return std::find(std::begin(kWanted), std::end(kWanted), key) != std::end(kWanted);
 }
 
 }  // namespace
@@ -41,6 +52,39 @@ std::vector<IniLine> parseIniSection(std::wstring_view texts) {
     lines.push_back({line.substr(0, equals), line.substr(equals + 1)});
   }
   return lines;
+}
+
+std::wstring textOfRegistryBytes(std::span<const std::uint8_t> bytes) {
+  std::wstring text;
+  for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+    const auto character = static_cast<wchar_t>(bytes[i] | bytes[i + 1] << 8U);
+    if (character == L'\0') break;
+    text += character;
+  }
+  return text;
+}
+
+std::optional<int> numberOfRegistryBytes(std::span<const std::uint8_t> bytes) {
+  int number = 0;
+  if (bytes.size() != sizeof number) return std::nullopt;
+  std::memcpy(&number, bytes.data(), sizeof number);
+  return number;
+}
+
+std::optional<std::wstring> settingOfRegistryValue(std::uint32_t kind, std::span<const std::uint8_t> bytes) {
+  if (kind == kRegistryText) return textOfRegistryBytes(bytes);
+  if (kind != kRegistryNumber) return std::nullopt;
+  const std::optional<int> number = numberOfRegistryBytes(bytes);
+  return number ? std::optional(std::to_wstring(*number)) : std::nullopt;
+}
+
+std::wstring driverConfigText(const StringMap& settings) {
+  std::wstring text;
+  for (const StringMap::Entry& entry : settings) {
+    if (!isWanted(entry.key) || entry.value.empty()) continue;
+    text.append(entry.key).append(L"=").append(entry.value).append(L"&");
+  }
+  return text;
 }
 
 }  // namespace quillpress::driver

@@ -1,15 +1,11 @@
 #include "umpd/settings/DriverSettings.h"
 
 #include "umpd/rules/DefaultSettings.h"
-#include "umpd/rules/DriverConfigText.h"
 #include "umpd/rules/SettingText.h"
-#include "umpd/settings/InstallFolder.h"
-#include "umpd/settings/RegistryKeys.h"
-#include "umpd/settings/RegistryValues.h"
-#include "umpd/settings/UserRoot.h"
-#include "umpd/spooler/FindPort.h"
-#include "umpd/spooler/PrinterHandle.h"
-#include "umpd/win32/DriverDebugOutput.h"
+#include "umpd/settings/Installation.h"
+#include "umpd/settings/Registry.h"
+#include "umpd/spooler/Printer.h"
+#include "umpd/win32/Diagnostics.h"
 #include "umpd/win32/SystemInformation.h"
 
 namespace quillpress::driver {

@@ -5,10 +5,10 @@
 
 #include "umpd/rules/PrinterNaming.h"
 #include "umpd/rules/StringMap.h"
-#include "umpd/settings/IniFile.h"
-#include "umpd/spooler/PrinterHandle.h"
-#include "umpd/spooler/UserSid.h"
-#include "umpd/win32/Handles.h"
+#include "umpd/settings/Installation.h"
+#include "umpd/spooler/Identity.h"
+#include "umpd/spooler/Printer.h"
+#include "umpd/win32/Resources.h"
 
 namespace quillpress::driver {
 

@@ -3,10 +3,9 @@
 #include <algorithm>
 
 #include "umpd/rules/Trace.h"
-#include "umpd/rules/TryResize.h"
-#include "umpd/spooler/PrinterInformation.h"
-#include "umpd/win32/AnsiText.h"
-#include "umpd/win32/WindowsVersion.h"
+#include "umpd/spooler/Printer.h"
+#include "umpd/win32/Resources.h"
+#include "umpd/win32/SystemInformation.h"
 
 namespace quillpress::driver {
 namespace {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "umpd/rules/QueuedJob.h"
-#include "umpd/spooler/PrinterHandle.h"
+#include "umpd/spooler/Printer.h"
 
 namespace quillpress::driver {
 

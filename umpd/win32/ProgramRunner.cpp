@@ -1,8 +1,8 @@
 #include "umpd/win32/ProgramRunner.h"
 
 #include "umpd/rules/Trace.h"
-#include "umpd/win32/DriverDebugOutput.h"
-#include "umpd/win32/Handles.h"
+#include "umpd/win32/Diagnostics.h"
+#include "umpd/win32/Resources.h"
 
 namespace quillpress::driver {
 namespace {

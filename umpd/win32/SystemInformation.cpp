@@ -7,7 +7,7 @@
 #include <array>
 
 #include "umpd/rules/Text.h"
-#include "umpd/win32/Handles.h"
+#include "umpd/win32/Resources.h"
 
 namespace quillpress::driver {
 namespace {
@@ -31,6 +31,16 @@ std::wstring shellFolder(int folder) {
 }
 
 }  // namespace
+
+WindowsVersion windowsVersion() {
+  OSVERSIONINFOA information{};
+  // The short structure, which Windows 95 and NT 4.0 without service packs know too.
+  information.dwOSVersionInfoSize = sizeof information;
+  // Since Windows 8.1 the answer is 6.2 for programs without a manifest, which decides none of the questions
+  // asked here differently.
+  if (GetVersionExA(&information) == 0) return {};
+  return {information.dwPlatformId == VER_PLATFORM_WIN32_NT, information.dwMajorVersion};
+}
 
 std::wstring systemMessage(unsigned long errorCode) {
   wchar_t* text = nullptr;
@@ -66,6 +76,25 @@ std::wstring applicationDataFolder() {
   std::wstring folder = shellFolder(CSIDL_LOCAL_APPDATA);
   // Shells before version 5 know the roaming folder only.
   return folder.empty() ? shellFolder(CSIDL_APPDATA) : folder;
+}
+
+std::string toAnsi(std::wstring_view text) {
+  const int length = static_cast<int>(text.size());
+  // No flags: the system's substitutes are what users of the code page are used to.
+  const int needed = WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+  if (needed <= 0) return {};
+  std::string narrow(static_cast<std::size_t>(needed), '\0');
+  WideCharToMultiByte(CP_ACP, 0, text.data(), length, narrow.data(), needed, nullptr, nullptr);
+  return narrow;
+}
+
+std::wstring fromAnsi(std::string_view text) {
+  const int length = static_cast<int>(text.size());
+  const int needed = MultiByteToWideChar(CP_ACP, 0, text.data(), length, nullptr, 0);
+  if (needed <= 0) return {};
+  std::wstring wide(static_cast<std::size_t>(needed), L'\0');
+  MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), needed);
+  return wide;
 }
 
 }  // namespace quillpress::driver

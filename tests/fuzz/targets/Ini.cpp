@@ -8,7 +8,6 @@
 #include "tests/fuzz/support/Check.h"
 #include "tests/fuzz/support/Target.h"
 #include "tests/fuzz/support/WideText.h"
-#include "umpd/rules/DriverConfigText.h"
 #include "umpd/rules/SettingText.h"
 #include "umpd/rules/StringMap.h"
 

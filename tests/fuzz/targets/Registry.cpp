@@ -3,7 +3,7 @@
 #include "tests/fuzz/support/Check.h"
 #include "tests/fuzz/support/Target.h"
 #include "tests/fuzz/support/WideText.h"
-#include "umpd/rules/RegistryData.h"
+#include "umpd/rules/SettingText.h"
 
 namespace quillpress::fuzz {
 

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "umpd/rules/DomainControllerRecord.h"
+#include "umpd/rules/Account.h"
 
 namespace quillpress::driver {
 namespace {

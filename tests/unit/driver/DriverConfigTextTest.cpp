@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "umpd/rules/DriverConfigText.h"
+#include "umpd/rules/SettingText.h"
 
 namespace quillpress::driver {
 namespace {

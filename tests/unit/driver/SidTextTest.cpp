@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "umpd/rules/SidText.h"
+#include "umpd/rules/Account.h"
 
 namespace quillpress::driver {
 namespace {

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <string>
 
-#include "umpd/spooler/PrinterHandle.h"
+#include "umpd/spooler/Printer.h"
 
 namespace quillpress::driver {
 namespace {

@@ -1,5 +1,5 @@
 #include "tests/unit/win32/support/ClassTest.h"
-#include "umpd/win32/ErrorBox.h"
+#include "umpd/win32/Diagnostics.h"
 #include "umpd/win32/SystemInformation.h"
 
 namespace quillpress::driver {

@@ -3,7 +3,7 @@
 #include "tests/umpd/harness/Printer.h"
 #include "tests/umpd/harness/Text.h"
 #include "tests/unit/win32/support/ClassTest.h"
-#include "umpd/spooler/FindPort.h"
+#include "umpd/spooler/Printer.h"
 
 namespace quillpress::driver {
 namespace {

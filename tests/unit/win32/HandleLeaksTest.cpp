@@ -6,19 +6,12 @@
 #include "tests/umpd/harness/Watchdog.h"
 #include "tests/unit/win32/support/JobTest.h"
 #include "umpd/api/SpoolerInterface.h"
-#include "umpd/settings/RegistryValues.h"
-#include "umpd/settings/UserRoot.h"
-#include "umpd/spooler/FindPort.h"
+#include "umpd/settings/Registry.h"
+#include "umpd/spooler/Identity.h"
 #include "umpd/spooler/JobQueue.h"
-#include "umpd/spooler/PrinterHandle.h"
-#include "umpd/spooler/PrinterInformation.h"
-#include "umpd/spooler/SpoolerIdentity.h"
-#include "umpd/spooler/UserSid.h"
-#include "umpd/win32/NamedEvent.h"
-#include "umpd/win32/NamedMutex.h"
+#include "umpd/spooler/Printer.h"
+#include "umpd/win32/NamedObjects.h"
 #include "umpd/win32/ProgramRunner.h"
-#include "umpd/win32/SecurityAttributes.h"
-#include "umpd/win32/SharedSection.h"
 
 namespace quillpress::driver {
 namespace {

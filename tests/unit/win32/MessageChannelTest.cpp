@@ -1,8 +1,8 @@
 #include "tests/umpd/launcher/support/Thread.h"
 #include "tests/unit/win32/support/ClassTest.h"
-#include "umpd/channel/MessageChannel.h"
+#include "umpd/channel/LauncherProxy.h"
 #include "umpd/rules/LauncherStruct.h"
-#include "umpd/win32/Handles.h"
+#include "umpd/win32/Resources.h"
 #include "umpd/win32/SystemInformation.h"
 
 namespace quillpress::driver {

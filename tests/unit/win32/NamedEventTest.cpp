@@ -1,6 +1,6 @@
 #include "tests/umpd/launcher/support/Thread.h"
 #include "tests/unit/win32/support/ClassTest.h"
-#include "umpd/win32/NamedEvent.h"
+#include "umpd/win32/NamedObjects.h"
 
 namespace quillpress::driver {
 namespace {

@@ -1,6 +1,6 @@
 #include "tests/umpd/launcher/support/Thread.h"
 #include "tests/unit/win32/support/ClassTest.h"
-#include "umpd/win32/NamedMutex.h"
+#include "umpd/win32/NamedObjects.h"
 #include "umpd/win32/SystemInformation.h"
 
 namespace quillpress::driver {

@@ -2,7 +2,7 @@
 
 #include "tests/umpd/launcher/support/TemporaryFolder.h"
 #include "tests/unit/win32/support/ClassTest.h"
-#include "umpd/job/OutFile.h"
+#include "umpd/job/JobOutput.h"
 
 namespace quillpress::driver {
 namespace {

@@ -1,6 +1,6 @@
 #include "tests/umpd/harness/Printer.h"
 #include "tests/unit/win32/support/ClassTest.h"
-#include "umpd/spooler/PrinterInformation.h"
+#include "umpd/spooler/Printer.h"
 
 namespace quillpress::driver {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "tests/umpd/launcher/support/TemporaryFolder.h"
 #include "umpd/output/SetFilename.h"
-#include "umpd/win32/Handles.h"
+#include "umpd/win32/Resources.h"
 
 namespace quillpress::driver {
 namespace {

@@ -2,8 +2,8 @@
 
 #include "tests/umpd/harness/SettingsKey.h"
 #include "tests/unit/win32/support/ClassTest.h"
-#include "umpd/settings/RegistryValues.h"
-#include "umpd/win32/Handles.h"
+#include "umpd/settings/Registry.h"
+#include "umpd/win32/Resources.h"
 
 namespace quillpress::driver {
 namespace {

@@ -2,10 +2,7 @@
 
 #include "tests/umpd/launcher/support/ObjectSecurity.h"
 #include "tests/unit/win32/support/ClassTest.h"
-#include "umpd/win32/NamedEvent.h"
-#include "umpd/win32/NamedMutex.h"
-#include "umpd/win32/SecurityAttributes.h"
-#include "umpd/win32/SharedSection.h"
+#include "umpd/win32/NamedObjects.h"
 #include "umpd/win32/SystemInformation.h"
 
 namespace quillpress::driver {

@@ -4,7 +4,7 @@
 #include "tests/unit/win32/support/ClassTest.h"
 #include "tests/unit/win32/support/NoteStart.h"
 #include "umpd/output/SetupProgram.h"
-#include "umpd/spooler/PrinterHandle.h"
+#include "umpd/spooler/Printer.h"
 
 namespace quillpress::driver {
 namespace {

@@ -3,7 +3,7 @@
 
 #include "tests/umpd/harness/FreshProcess.h"
 #include "tests/unit/win32/support/ClassTest.h"
-#include "umpd/win32/SharedSection.h"
+#include "umpd/win32/NamedObjects.h"
 
 namespace quillpress::driver {
 namespace {

@@ -1,7 +1,6 @@
 #include "postscript/lib/pdf/PdfObjectList.h"
 #include "tests/unit/win32/support/JobTest.h"
 #include "umpd/job/UmDriver.h"
-#include "umpd/job/UmDriver2k.h"
 
 namespace quillpress::driver {
 namespace {

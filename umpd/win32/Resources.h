@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstddef>
+#include <exception>
 #include <utility>
+#include <vector>
 
 #include "umpd/win32/Windows.h"
 
@@ -86,5 +89,41 @@ using MappedView = UniqueHandle<MappedViewTraits>;
 using RegistryKey = UniqueHandle<RegistryKeyTraits>;
 using Library = UniqueHandle<LibraryTraits>;
 using LocalMemory = UniqueHandle<LocalMemoryTraits>;
+
+// Excludes the threads of one process from each other.
+class CriticalSection {
+ public:
+  class Lock {
+   public:
+    explicit Lock(CriticalSection& section) : section_(&section.section_) { EnterCriticalSection(section_); }
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+    ~Lock() { LeaveCriticalSection(section_); }
+
+   private:
+    CRITICAL_SECTION* section_;
+  };
+
+  CriticalSection() { InitializeCriticalSection(&section_); }
+  CriticalSection(const CriticalSection&) = delete;
+  CriticalSection& operator=(const CriticalSection&) = delete;
+  ~CriticalSection() { DeleteCriticalSection(&section_); }
+
+ private:
+  CRITICAL_SECTION section_;
+};
+
+// Gives the buffer so many elements, all zero. False, with the buffer empty, when there is not that much
+// memory: sizes that another program tells may be anything.
+template <typename Element>
+bool tryResize(std::vector<Element>& buffer, std::size_t size) {
+  buffer.clear();
+  try {
+    buffer.resize(size);
+    return true;
+  } catch (const std::exception&) {
+    return false;
+  }
+}
 
 }  // namespace quillpress::driver

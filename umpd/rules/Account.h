@@ -2,7 +2,9 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -28,5 +30,17 @@ void storeName(DomainControllerRecord& record, std::wstring_view name);
 
 // The name; nothing when it has no end: another program has written into the record.
 std::optional<std::wstring> readName(const DomainControllerRecord& record);
+
+// A security identifier taken apart.
+struct SecurityIdentifier {
+  std::array<std::uint8_t, 6> authority{};  // most significant byte first
+  std::span<const std::uint32_t> subAuthorities;
+};
+
+// The number of characters that is certainly enough for the text, its final zero included.
+std::size_t sidTextSize(const SecurityIdentifier& sid);
+
+// The identifier's text, "S-1-5-21-..."; nothing when `size` is less than sidTextSize.
+std::optional<std::wstring> sidText(const SecurityIdentifier& sid, std::size_t size);
 
 }  // namespace quillpress::driver

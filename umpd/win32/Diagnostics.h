@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace quillpress::driver {
@@ -14,5 +15,9 @@ namespace quillpress::driver {
 // extra text, when there is one, after an empty line. REQUIRES: nothing has changed the last error since the
 // failure.
 void showSystemErrorBox(std::wstring_view caption, std::wstring_view extraText = {});
+
+// What goes wrong without concerning the user is written to the debugger output.
+void writeDriverDebugOutput(const std::string& text);
+void writeDriverDebugOutput(const std::wstring& text);
 
 }  // namespace quillpress::driver

@@ -1,6 +1,9 @@
-#include "umpd/rules/SidText.h"
+#include "umpd/rules/Account.h"
 
+#include <algorithm>
 #include <cwchar>
+
+#include "umpd/rules/Text.h"
 
 namespace quillpress::driver {
 namespace {
@@ -21,6 +24,21 @@ std::wstring authorityText(const std::array<std::uint8_t, 6>& authority) {
 }
 
 }  // namespace
+
+void storeName(DomainControllerRecord& record, std::wstring_view name) {
+  const std::wstring_view part = fitting(name, record.name.size());
+  // All of it, so that no longer name of before shows behind the new one's end.
+  record.name.fill(u'\0');
+  std::transform(part.begin(), part.end(), record.name.begin(),
+                 [](wchar_t character) { return static_cast<char16_t>(character); });
+}
+
+std::optional<std::wstring> readName(const DomainControllerRecord& record) {
+  const auto end = std::find(record.name.begin(), record.name.end(), u'\0');
+  // Any process of the session may write here, so the end is looked for and not assumed.
+  if (end == record.name.end()) return std::nullopt;
+  return std::wstring(record.name.begin(), end);
+}
 
 std::size_t sidTextSize(const SecurityIdentifier& sid) {
   // More than is ever needed: a number of 32 bits takes eleven characters with its dash.

@@ -1,11 +1,13 @@
-#include "umpd/settings/RegistryValues.h"
+#include "umpd/settings/Registry.h"
 
 #include <algorithm>
 #include <cstring>
 #include <vector>
 
-#include "umpd/rules/RegistryData.h"
-#include "umpd/rules/TryResize.h"
+#include "umpd/rules/SettingText.h"
+#include "umpd/rules/Trace.h"
+#include "umpd/win32/SystemInformation.h"
+#include "umpd/win32/SystemLibrary.h"
 
 namespace quillpress::driver {
 namespace {
@@ -30,7 +32,33 @@ DWORD readBytes(HKEY key, const wchar_t* name, std::vector<BYTE>& bytes) {
   return type;
 }
 
+// Whether the administrator spares this machine the question for the domain controller.
+bool isLookupDisabled() {
+  const RegistryKey key = openKey(HKEY_LOCAL_MACHINE, kProductKey, KEY_READ);
+  return key && hasValue(key.get(), L"DisableDomainControllerLookup");
+}
+
 }  // namespace
+
+// What a failed call stores is no handle.
+
+RegistryKey openKey(HKEY root, const std::wstring& path, REGSAM access) {
+  HKEY key = nullptr;
+  return RegistryKey(RegOpenKeyExW(root, path.c_str(), 0, access, &key) == ERROR_SUCCESS ? key : nullptr);
+}
+
+RegistryKey openOrCreateKey(HKEY root, const std::wstring& path, REGSAM access, bool* isNew) {
+  HKEY key = nullptr;
+  DWORD disposition = 0;
+  // All missing keys of the path are made, so the product's own need not be made before a printer's.
+  if (RegCreateKeyExW(root, path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, access, nullptr, &key,
+                      &disposition) != ERROR_SUCCESS) {
+    return RegistryKey();
+  }
+  // Set on success alone; the system's word is the only one that holds when two jobs make the key at once.
+  if (isNew != nullptr) *isNew = disposition == REG_CREATED_NEW_KEY;
+  return RegistryKey(key);
+}
 
 bool hasValue(HKEY key, const wchar_t* name) {
   return RegQueryValueExW(key, name, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
@@ -106,6 +134,45 @@ bool readAllValues(HKEY key, StringMap& map, unsigned& refused) {
     if (value && !map.set({name.data(), nameLength}, *value)) ++refused;
   }
   return true;
+}
+
+UserRoot::UserRoot(REGSAM access, UserSid& user) {
+  // One user at a time, and no service that prints for others.
+  if (windowsVersion().is9x()) {
+    key_ = HKEY_CURRENT_USER;
+    return;
+  }
+  if (openCurrentUser(access)) return;
+  // Of NT 4.0 only: a machine far from its domain would wait for the network with every job.
+  if (isLookupDisabled()) {
+    key_ = HKEY_CURRENT_USER;
+    return;
+  }
+  openBySid(access, user);
+}
+
+// False when the system has no such function; one that fails leaves no root.
+bool UserRoot::openCurrentUser(REGSAM access) {
+  const SystemLibrary advapi(kRegOpenCurrentUser.library);
+  auto* const open = advapi.find(kRegOpenCurrentUser);
+  if (open == nullptr) return false;
+  HKEY key = nullptr;
+  // A printer's key may have to be made. Users who may only read their registry still get their settings.
+  if (open(access | KEY_CREATE_SUB_KEY, &key) == ERROR_SUCCESS || open(access, &key) == ERROR_SUCCESS) {
+    owned_.reset(key);
+  } else {
+    QUILLPRESS_TRACE(L"getHKCU - 2 regOpenHKCU failed \n");
+  }
+  key_ = owned_.get();
+  return true;
+}
+
+void UserRoot::openBySid(REGSAM access, UserSid& user) {
+  // HKEY_CURRENT_USER is cached for the process and would be the spooler's own, whoever the thread acts for.
+  const std::wstring& sid = user.text();
+  if (!sid.empty()) owned_ = openKey(HKEY_USERS, sid, access);
+  if (!owned_) QUILLPRESS_TRACE(L"getHKCU - 1 RegOpenKeyEx failed \n");
+  key_ = owned_.get();
 }
 
 }  // namespace quillpress::driver

@@ -1,10 +1,10 @@
-#include "umpd/win32/ErrorBox.h"
+#include "umpd/win32/Diagnostics.h"
 
 #include <array>
 #include <cstdarg>
 #include <cstdio>
-#include <string>
 
+#include "umpd/rules/Trace.h"
 #include "umpd/win32/SystemInformation.h"
 #include "umpd/win32/Windows.h"
 
@@ -31,6 +31,21 @@ void showSystemErrorBox(std::wstring_view caption, std::wstring_view extraText) 
   std::wstring body = systemMessage(GetLastError());
   if (!extraText.empty()) body.append(L"\n\n").append(extraText);
   MessageBoxW(nullptr, body.c_str(), std::wstring(caption).c_str(), kStyle);
+}
+
+void writeDriverDebugOutput(const std::string& text) {
+  OutputDebugStringA(text.c_str());
+}
+
+void writeDriverDebugOutput(const std::wstring& text) {
+  OutputDebugStringW(text.c_str());
+}
+
+void writeTrace(const std::wstring& text) {
+  // A trace between a failure and the box that explains it must not change the explanation.
+  const DWORD error = GetLastError();
+  writeDriverDebugOutput(text);
+  SetLastError(error);
 }
 
 }  // namespace quillpress::driver

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "umpd/rules/LauncherStruct.h"
+#include "umpd/spooler/Identity.h"
 #include "umpd/win32/NamedObjects.h"
 
 namespace quillpress::driver {
@@ -70,5 +71,9 @@ class LauncherProxy {
  private:
   InterProcessComms<LauncherStruct> channel_;
 };
+
+// A user whose log-on still starts the launcher of the old driver interface gets the new one: the set-up
+// program runs for the printer, and this call waits for its end.
+void runSetupProgramIfNeeded(const std::wstring& printerName, UserSid& user);
 
 }  // namespace quillpress::driver

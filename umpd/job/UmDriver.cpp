@@ -2,7 +2,6 @@
 
 #include "postscript/lib/pdf/PdfObjectList.h"
 #include "umpd/channel/LauncherProxy.h"
-#include "umpd/output/SetupProgram.h"
 #include "umpd/rules/DocumentName.h"
 #include "umpd/rules/Text.h"
 #include "umpd/rules/Trace.h"

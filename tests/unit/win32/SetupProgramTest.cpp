@@ -3,7 +3,7 @@
 #include "tests/umpd/harness/SettingsKey.h"
 #include "tests/unit/win32/support/ClassTest.h"
 #include "tests/unit/win32/support/NoteStart.h"
-#include "umpd/output/SetupProgram.h"
+#include "umpd/channel/LauncherProxy.h"
 #include "umpd/spooler/Printer.h"
 
 namespace quillpress::driver {

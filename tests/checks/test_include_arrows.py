@@ -78,6 +78,8 @@ class Exceptions(Case):
         self.allow("umpd/job/UmDriver.cpp", "postscript/lib/pdf/PdfObjectList.h")
         self.report("umpd/rules/Text.cpp", "postscript/lib/pdf/PdfObjectList.h")
         self.report("umpd/job/UmDriver.cpp", "postscript/lib/pdf/Postscript2Pdf.h")
+        self.allow("umpd/api/JobTable.cpp", "postscript/lib/base/Guarded.h")
+        self.report("umpd/job/UmDriver.cpp", "postscript/lib/base/Guarded.h")
 
     def test_exceptions_name_folders_or_files_of_the_table(self):
         for holder in include_arrows.EXCEPTIONS:

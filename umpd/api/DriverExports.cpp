@@ -7,7 +7,7 @@
 #include <memory>
 #include <string_view>
 
-#include "umpd/api/Guarded.h"
+#include "postscript/lib/base/Guarded.h"
 #include "umpd/api/JobTable.h"
 #include "umpd/metadata/PdfaXml.h"
 #include "umpd/rules/Text.h"

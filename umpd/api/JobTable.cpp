@@ -4,7 +4,7 @@
 #include <map>
 #include <utility>
 
-#include "umpd/api/Guarded.h"
+#include "postscript/lib/base/Guarded.h"
 #include "umpd/win32/Diagnostics.h"
 #include "umpd/win32/Resources.h"
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "umpd/api/Guarded.h"
+#include "postscript/lib/base/Guarded.h"
 #include "umpd/api/JobTable.h"
 #include "umpd/rules/Trace.h"
 #include "umpd/win32/Diagnostics.h"

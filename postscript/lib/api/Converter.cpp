@@ -4,10 +4,12 @@
 
 #include <new>
 
+#include "postscript/lib/base/Guarded.h"
 #include "postscript/lib/pdf/Postscript2Pdf.h"
 
 namespace {
 
+using quillpress::guarded;
 using quillpress::Matrix;
 using quillpress::Postscript2Pdf;
 
@@ -19,17 +21,6 @@ Matrix matrixOf(const float* values) {
 
 Postscript2Pdf* converterOf(void* handle) {
   return static_cast<Postscript2Pdf*>(handle);
-}
-
-// The result of an exported function's body, or `failed` for whatever it throws: memory that ran out, mostly.
-// An exception must not reach a caller who need not even be C++.
-template <typename Result, typename Body>
-Result guarded(Result failed, Body body) {
-  try {
-    return body();
-  } catch (...) {
-    return failed;
-  }
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <memory>
 
 #include "postscript/lib/base/Guarded.h"
-#include "umpd/api/JobTable.h"
 #include "umpd/rules/Trace.h"
 #include "umpd/win32/Diagnostics.h"
 

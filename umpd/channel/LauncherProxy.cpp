@@ -6,7 +6,6 @@
 #include "umpd/win32/Diagnostics.h"
 #include "umpd/win32/ProgramRunner.h"
 #include "umpd/win32/SystemInformation.h"
-#include "umpd/win32/Windows.h"
 
 namespace quillpress::driver {
 namespace {

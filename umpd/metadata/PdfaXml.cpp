@@ -2,7 +2,6 @@
 
 #include "umpd/rules/XmpPacket.h"
 #include "umpd/settings/Registry.h"
-#include "umpd/win32/Windows.h"
 
 namespace quillpress::driver {
 namespace {

@@ -6,7 +6,6 @@
 #include "umpd/rules/Text.h"
 #include "umpd/win32/Resources.h"
 #include "umpd/win32/SystemInformation.h"
-#include "umpd/win32/Windows.h"
 
 namespace quillpress::driver {
 namespace {

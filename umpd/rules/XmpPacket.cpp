@@ -3,7 +3,6 @@
 #include <array>
 #include <cstdlib>
 #include <cwchar>
-#include <string_view>
 
 #include "umpd/rules/Text.h"
 

@@ -2,9 +2,7 @@
 
 #include "umpd/rules/DefaultSettings.h"
 #include "umpd/rules/SettingText.h"
-#include "umpd/settings/Installation.h"
 #include "umpd/settings/Registry.h"
-#include "umpd/spooler/Printer.h"
 #include "umpd/win32/Diagnostics.h"
 #include "umpd/win32/SystemInformation.h"
 

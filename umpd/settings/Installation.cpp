@@ -7,7 +7,6 @@
 #include "umpd/rules/SettingText.h"
 #include "umpd/spooler/Printer.h"
 #include "umpd/win32/SystemInformation.h"
-#include "umpd/win32/Windows.h"
 
 namespace quillpress::driver {
 namespace {

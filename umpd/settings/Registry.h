@@ -6,7 +6,6 @@
 #include "umpd/rules/StringMap.h"
 #include "umpd/spooler/Identity.h"
 #include "umpd/win32/Resources.h"
-#include "umpd/win32/Windows.h"
 
 namespace quillpress::driver {
 

@@ -10,7 +10,6 @@
 #include "umpd/win32/NamedObjects.h"
 #include "umpd/win32/Resources.h"
 #include "umpd/win32/SystemInformation.h"
-#include "umpd/win32/Windows.h"
 
 namespace quillpress::driver {
 namespace {

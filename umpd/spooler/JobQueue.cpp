@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "umpd/rules/Trace.h"
-#include "umpd/spooler/Printer.h"
 #include "umpd/win32/Resources.h"
 #include "umpd/win32/SystemInformation.h"
 

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "umpd/win32/Resources.h"
-#include "umpd/win32/Windows.h"
 
 namespace quillpress::driver {
 

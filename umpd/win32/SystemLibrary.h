@@ -1,7 +1,6 @@
 #pragma once
 
 #include "umpd/win32/Resources.h"
-#include "umpd/win32/Windows.h"
 
 namespace quillpress::driver {
 

@@ -16,7 +16,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 // Not a setting: the name by which the XMP packet is asked for. The case counts.
 constexpr std::wstring_view kPdfaXml = L"pdfaXML";
 constexpr std::string_view kPdfaXmlNarrow = "pdfaXML";
@@ -47,11 +46,9 @@ bool copyPacketAsUtf8(UmDriver& job, char* buffer, unsigned length) {
   *buffer = '\0';
   return false;
 }
-
 }  // namespace
 
 extern "C" {
-
 unsigned long QUILLPRESS_CALL DocStart(wchar_t* printerName) {
   if (printerName == nullptr) {
     // Kept: the text ends in a line break, as if it were a trace
@@ -128,7 +125,5 @@ unsigned QUILLPRESS_CALL getStringMultibyte(unsigned long job, const char* name,
   if (name == nullptr || name != kPdfaXmlNarrow) return 1;
   return guarded(0U, [&] { return copyPacketAsUtf8(*driver, buffer, length) ? 1U : 0U; });
 }
-
 }  // extern "C"
-
 }  // namespace quillpress::driver

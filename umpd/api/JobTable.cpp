@@ -10,7 +10,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 struct Jobs {
   CriticalSection section;
   std::map<JobHandle, std::unique_ptr<UmDriver>> byHandle;
@@ -22,7 +21,6 @@ Jobs& jobs() {
   static Jobs& living = *new Jobs;
   return living;
 }
-
 }  // namespace
 
 JobHandle JobTable::add(std::unique_ptr<UmDriver> job) {
@@ -68,5 +66,4 @@ bool writeBlock(UmDriver& job, const void* bytes, unsigned long count) {
   if (!isWritten) job.setStateFlag(UmDriver::kWriteFailed);
   return isWritten;
 }
-
 }  // namespace quillpress::driver

@@ -5,7 +5,6 @@
 #include "umpd/job/UmDriver.h"
 
 namespace quillpress::driver {
-
 // What the driver knows a job by.
 using JobHandle = unsigned long;
 
@@ -28,5 +27,4 @@ UmDriver* validJob(JobHandle handle, const char* messageIfInvalid);
 
 // A block of bytes becomes part of the job. Once a block has failed, all that follow fail at once.
 bool writeBlock(UmDriver& job, const void* bytes, unsigned long count);
-
 }  // namespace quillpress::driver

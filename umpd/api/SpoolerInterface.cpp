@@ -7,7 +7,6 @@
 #include "umpd/win32/Diagnostics.h"
 
 namespace quillpress::driver {
-
 JobHandle DrvSplStartDoc(void* printer, unsigned long jobId) {
   QUILLPRESS_TRACE(L"DrvSplStartDoc hPrinter=%d\n", printer);
   return guarded(JobHandle{0}, [&]() -> JobHandle {
@@ -60,5 +59,4 @@ int DrvSplAbort(JobHandle job) {
   driver->setStateFlag(UmDriver::kAborted);
   return 1;
 }
-
 }  // namespace quillpress::driver

@@ -3,7 +3,6 @@
 #include "umpd/api/JobTable.h"
 
 namespace quillpress::driver {
-
 // The same jobs behind the names and steps of the spooler's own driver interface, for a driver that is called
 // by the spooler directly. They are not exported. An invalid handle shows an error box and gives 0.
 
@@ -24,5 +23,4 @@ int DrvSplEndPage(JobHandle job);
 
 // Marks the job as aborted; nothing else happens.
 int DrvSplAbort(JobHandle job);
-
 }  // namespace quillpress::driver

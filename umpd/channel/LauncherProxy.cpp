@@ -9,7 +9,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 bool startsOldLauncher(UserSid& user) {
   const UserRoot root(KEY_QUERY_VALUE | KEY_SET_VALUE, user);
   if (!root) return false;
@@ -20,7 +19,6 @@ bool startsOldLauncher(UserSid& user) {
   // Drivers of the old interface live in the folder 2, those of the newer one in 3.
   return command && command->find(L"\\2\\twsmsnd") != std::wstring::npos;
 }
-
 }  // namespace
 
 MessageChannel::MessageChannel(ChannelNames names, std::size_t recordSize, unsigned long waitMilliseconds)
@@ -115,5 +113,4 @@ void runSetupProgramIfNeeded(const std::wstring& printerName, UserSid& user) {
   run.waitForEnd = true;
   runProgram(run);
 }
-
 }  // namespace quillpress::driver

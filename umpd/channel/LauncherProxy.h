@@ -11,7 +11,6 @@
 #include "umpd/win32/NamedObjects.h"
 
 namespace quillpress::driver {
-
 // The sender's side of a channel to another process of the same user: a record in shared memory, an event
 // that says that it is there, and one that says that it has been taken. The record has no lock: senders
 // exclude each other by other means.
@@ -75,5 +74,4 @@ class LauncherProxy {
 // A user whose log-on still starts the launcher of the old driver interface gets the new one: the set-up
 // program runs for the printer, and this call waits for its end.
 void runSetupProgramIfNeeded(const std::wstring& printerName, UserSid& user);
-
 }  // namespace quillpress::driver

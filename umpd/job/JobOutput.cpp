@@ -14,7 +14,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 // Room for a virtualised path, which holds the folder of the application data twice.
 constexpr std::size_t kPathSize = 780;
 // Together some five seconds, in which a process comes up even while a log-on starts many others.
@@ -56,7 +55,6 @@ bool isProtectedModeProcess() {
   BOOL isProtected = FALSE;
   return ask != nullptr && SUCCEEDED(ask(&isProtected)) && isProtected == TRUE;
 }
-
 }  // namespace
 
 bool OutFile::create(const std::wstring& path) {
@@ -142,5 +140,4 @@ void JobOutput::reset() {
   path_.clear();
   bytesWritten_ = 0;
 }
-
 }  // namespace quillpress::driver

@@ -9,7 +9,6 @@
 #include "umpd/win32/Resources.h"
 
 namespace quillpress::driver {
-
 // The file that a job's bytes go into. A file that could not be created counts as begun: writing to it fails,
 // and the end of the job takes its course.
 class OutFile {
@@ -65,5 +64,4 @@ class JobOutput {
   OutFile file_;
   std::uint32_t bytesWritten_ = 0;
 };
-
 }  // namespace quillpress::driver

@@ -13,7 +13,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 // The field of the record that the launcher reads the name from, its final zero included.
 constexpr std::size_t kDocumentNameSize = 260;
 
@@ -41,7 +40,6 @@ void signalFinished() {
 std::string shown(const wchar_t* name) {
   return name == nullptr ? "(null)" : toAnsi(name);
 }
-
 }  // namespace
 
 UmDriver::UmDriver() : jobMutex_(jobMutexName()) {
@@ -247,5 +245,4 @@ bool UmDriver2k::init(HANDLE printer, DWORD jobId, const wchar_t* documentName) 
                    settings().getInt(L"FinishPrintEv", 0));
   return true;
 }
-
 }  // namespace quillpress::driver

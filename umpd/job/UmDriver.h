@@ -11,7 +11,6 @@
 #include "umpd/win32/NamedObjects.h"
 
 namespace quillpress::driver {
-
 // One print job, from its first byte to the hand-over of the finished file to the launcher. The jobs of all
 // processes take turns: whatever touches the spooler, the settings or the file happens under one mutex of the
 // machine.
@@ -96,5 +95,4 @@ class UmDriver2k final : public UmDriver {
   // Begins the job. False, after an error box, when the spooler does not know the printer.
   bool init(HANDLE printer, DWORD jobId, const wchar_t* documentName);
 };
-
 }  // namespace quillpress::driver

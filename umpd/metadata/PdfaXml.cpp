@@ -5,7 +5,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 // Other programs may store longer texts. They are cut, not left out: half a subject is better than none.
 constexpr std::size_t kLongestText = 2000;
 
@@ -50,12 +49,10 @@ long standardBias() {
   GetTimeZoneInformation(&zone);
   return zone.Bias;
 }
-
 }  // namespace
 
 std::wstring buildPdfaXml(DriverSettings& settings, std::wstring_view documentName) {
   const std::wstring now = formatXmpDate(localTime(), standardBias());
   return xmpPacket(xmpContentOf(readDocumentInfo(settings), documentName, now));
 }
-
 }  // namespace quillpress::driver

@@ -9,7 +9,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 // The fields that the settings are read into, final zero included; a longer setting counts as absent.
 constexpr std::size_t kTextSize = 520;
 constexpr std::size_t kExtensionSize = 40;
@@ -62,7 +61,6 @@ void makeFolders(const std::wstring& path) {
   // is as good; what really is missing shows when the file is created.
   for (const std::wstring& folder : folderChain(folderOf(path))) CreateDirectoryW(folder.c_str(), nullptr);
 }
-
 }  // namespace
 
 std::optional<std::wstring> SetFilename::chooseOutputFilename(const std::wstring& documentName,
@@ -90,5 +88,4 @@ std::optional<std::wstring> readFirstLine(const std::wstring& path, std::size_t 
   text.resize(size);
   return fromAnsi(firstLine(text));
 }
-
 }  // namespace quillpress::driver

@@ -7,7 +7,6 @@
 #include "umpd/settings/DriverSettings.h"
 
 namespace quillpress::driver {
-
 // Chooses where the output of a job goes, by the settings of its printer, and makes the folder.
 class SetFilename {
  public:
@@ -26,5 +25,4 @@ class SetFilename {
 // The first line of a text file in the ANSI code page, less than `bufferSize` characters of it, without
 // blanks and tabs at its end. Nothing when the file cannot be opened.
 std::optional<std::wstring> readFirstLine(const std::wstring& path, std::size_t bufferSize);
-
 }  // namespace quillpress::driver

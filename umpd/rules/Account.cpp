@@ -7,7 +7,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 constexpr unsigned long kRevision = 1;
 
 std::wstring authorityText(const std::array<std::uint8_t, 6>& authority) {
@@ -22,7 +21,6 @@ std::wstring authorityText(const std::array<std::uint8_t, 6>& authority) {
   for (std::size_t i = 2; i < authority.size(); ++i) number = (number << 8) | authority[i];
   return std::to_wstring(number);
 }
-
 }  // namespace
 
 void storeName(DomainControllerRecord& record, std::wstring_view name) {
@@ -51,5 +49,4 @@ std::optional<std::wstring> sidText(const SecurityIdentifier& sid, std::size_t s
   for (const std::uint32_t subAuthority : sid.subAuthorities) text += L"-" + std::to_wstring(subAuthority);
   return text;
 }
-
 }  // namespace quillpress::driver

@@ -9,7 +9,6 @@
 #include <string_view>
 
 namespace quillpress::driver {
-
 // The name of the domain controller, in memory that all processes of a session map. The state is the
 // only coordination between them.
 struct DomainControllerRecord {
@@ -42,5 +41,4 @@ std::size_t sidTextSize(const SecurityIdentifier& sid);
 
 // The identifier's text, "S-1-5-21-..."; nothing when `size` is less than sidTextSize.
 std::optional<std::wstring> sidText(const SecurityIdentifier& sid, std::size_t size);
-
 }  // namespace quillpress::driver

@@ -2,7 +2,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 DefaultSetting number(const wchar_t* name, int value) {
   return {name, value, std::nullopt};
 }
@@ -10,7 +9,6 @@ DefaultSetting number(const wchar_t* name, int value) {
 DefaultSetting text(const wchar_t* name, std::wstring value) {
   return {name, 0, std::move(value)};
 }
-
 }  // namespace
 
 std::wstring defaultSaveFolder(const std::wstring& applicationData) {
@@ -40,5 +38,4 @@ std::vector<DefaultSetting> defaultSettings(const DefaultFolders& folders) {
                                   });
   return settings;
 }
-
 }  // namespace quillpress::driver

@@ -5,7 +5,6 @@
 #include <vector>
 
 namespace quillpress::driver {
-
 // A setting that a printer has from its first use on.
 struct DefaultSetting {
   std::wstring name;
@@ -25,5 +24,4 @@ std::wstring defaultSaveFolder(const std::wstring& applicationData);
 
 // All of them in the order in which they are written.
 std::vector<DefaultSetting> defaultSettings(const DefaultFolders& folders);
-
 }  // namespace quillpress::driver

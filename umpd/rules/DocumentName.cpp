@@ -4,7 +4,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 // Blanks and percent signs are fine in a file's name; quotes, colons and separators are not on every file
 // system.
 constexpr std::wstring_view kAllowedSigns = L",()[].$%`-@{}~!#()&_^ ";
@@ -47,7 +46,6 @@ std::wstring_view withoutShortExtension(std::wstring_view name) {
   if (dot == std::wstring_view::npos || dot == 0 || name.size() - dot - 1 > 3) return name;
   return name.substr(0, dot);
 }
-
 }  // namespace
 
 bool isAllowedNameCharacter(wchar_t character) {
@@ -89,5 +87,4 @@ std::wstring cleanedName(std::wstring_view name, wchar_t trimCharacter, std::wst
       cleaned.begin(), cleaned.end(), [](wchar_t each) { return !isAllowedNameCharacter(each); }, L'_');
   return cleaned.append(extension);
 }
-
 }  // namespace quillpress::driver

@@ -5,7 +5,6 @@
 #include <string_view>
 
 namespace quillpress::driver {
-
 // Whether a character may stand in the name of an output file. The character code 0 counts as one.
 bool isAllowedNameCharacter(wchar_t character);
 
@@ -18,5 +17,4 @@ std::wstring decodeDocumentName(std::wstring_view name);
 // extension. `room` is the number of characters that the path still has room for, its final zero included.
 std::wstring cleanedName(std::wstring_view name, wchar_t trimCharacter, std::wstring_view extension,
                          std::size_t room);
-
 }  // namespace quillpress::driver

@@ -4,7 +4,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 // Writes the text and its final zero, and nothing behind.
 void copyText(LauncherText& field, std::string_view text) {
   const std::string_view part = text.substr(0, field.size() - 1);
@@ -15,7 +14,6 @@ void clearAndCopyText(LauncherText& field, std::string_view text) {
   field.fill('\0');
   copyText(field, text);
 }
-
 }  // namespace
 
 void writeStartPrint(LauncherStruct& record, std::string_view printerName) {
@@ -40,5 +38,4 @@ ChannelNames channelNames(std::wstring_view sessionPrefix, std::wstring_view cha
   base.append(channel).append(L"_").append(userName);
   return {base + L"_event", base + L"_event_end", base + L"_mutex", base + L"_sm"};
 }
-
 }  // namespace quillpress::driver

@@ -6,7 +6,6 @@
 #include <string_view>
 
 namespace quillpress::driver {
-
 // One field of the record: text in the ANSI code page with its final zero.
 using LauncherText = std::array<char, 260>;
 
@@ -55,5 +54,4 @@ struct ChannelNames {
 // `sessionPrefix` is "Local\" or empty. An unknown user has the empty name.
 ChannelNames channelNames(std::wstring_view sessionPrefix, std::wstring_view channel,
                           std::wstring_view userName);
-
 }  // namespace quillpress::driver

@@ -6,7 +6,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 constexpr std::wstring_view kSeparators = L"\\/";
 
 struct PathParts {
@@ -96,7 +95,6 @@ bool isTaken(const NamingRules& rules, const std::wstring& path, const NamingWor
       path.ends_with(L'\\') || path.ends_with(L'/') || nameSource(rules.action) == NameSource::kNone;
   return !namesFolder || !world.isFolder(path);
 }
-
 }  // namespace
 
 std::wstring withinPathLimit(std::wstring_view path) {
@@ -160,5 +158,4 @@ std::wstring virtualizedPath(std::wstring_view path, std::wstring_view applicati
   if (!result.ends_with(L'\\')) result += L'\\';
   return result.append(lastComponent(path, L"\\"));
 }
-
 }  // namespace quillpress::driver

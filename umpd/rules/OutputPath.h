@@ -8,7 +8,6 @@
 #include <vector>
 
 namespace quillpress::driver {
-
 // Kept: a path of exactly this length is left alone, though Windows opens 259 characters at most
 // (PathRulesTest.APathOf260CharactersStays).
 inline constexpr std::size_t kLongestPath = 260;
@@ -54,5 +53,4 @@ std::optional<std::wstring> uniquePath(const NamingRules& rules, std::wstring pa
 // Where a browser process in protected mode can write what was meant for `path`: the browser's own copy of
 // the user's folders below the application data. Empty when the user has no such folder.
 std::wstring virtualizedPath(std::wstring_view path, std::wstring_view applicationData);
-
 }  // namespace quillpress::driver

@@ -3,7 +3,6 @@
 #include "umpd/rules/Text.h"
 
 namespace quillpress::driver {
-
 std::wstring PrinterNaming::effectiveName() const {
   if (!portResolvedName.empty()) return portResolvedName;
   return printerName.empty() ? kDefaultPrinterName : printerName;
@@ -25,5 +24,4 @@ bool isPrinterOnPort(std::wstring_view driverName, std::wstring_view portName, s
   return equalsIgnoringCase(portName, soughtPort) ||
          equalsIgnoringCase(backslashesToCommas(portName), soughtPort);
 }
-
 }  // namespace quillpress::driver

@@ -4,7 +4,6 @@
 #include <string_view>
 
 namespace quillpress::driver {
-
 // How the front end calls one printer.
 struct PrinterNaming {
   std::wstring printerName;       // as given, or as the settings say
@@ -30,5 +29,4 @@ inline constexpr wchar_t kDriverName[] = L"Tarnwick Quillpress";
 // Whether a printer of this product sits on the sought port. The port may be written with commas for
 // backslashes, as in registry keys. Case does not matter.
 bool isPrinterOnPort(std::wstring_view driverName, std::wstring_view portName, std::wstring_view soughtPort);
-
 }  // namespace quillpress::driver

@@ -6,7 +6,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 struct BadStatus {
   std::uint32_t bit;
   const wchar_t* message;
@@ -30,7 +29,6 @@ bool isStatusOk(std::uint32_t status) {
   }
   return ok;
 }
-
 }  // namespace
 
 const QueuedJob* lastInQueue(std::span<const QueuedJob> jobs) {
@@ -51,5 +49,4 @@ bool isStatusOk(std::span<const QueuedJob> jobs, std::uint32_t jobId) {
   // A job that is no longer listed has nothing that holds it up.
   return job == jobs.end() || isStatusOk(job->status);
 }
-
 }  // namespace quillpress::driver

@@ -5,7 +5,6 @@
 #include <string>
 
 namespace quillpress::driver {
-
 // A job in a printer's queue, as far as the front end looks at it.
 struct QueuedJob {
   std::uint32_t id = 0;
@@ -19,5 +18,4 @@ const QueuedJob* lastInQueue(std::span<const QueuedJob> jobs);
 
 // Whether nothing holds the job up. A job that is not in the queue, or being deleted, is fine.
 bool isStatusOk(std::span<const QueuedJob> jobs, std::uint32_t jobId);
-
 }  // namespace quillpress::driver

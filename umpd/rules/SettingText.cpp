@@ -6,7 +6,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 bool isDigit(wchar_t character) {
   return character >= L'0' && character <= L'9';
 }
@@ -21,7 +20,6 @@ constexpr std::wstring_view kWanted[] = {
 bool isWanted(std::wstring_view key) {
   return std::find(std::begin(kWanted), std::end(kWanted), key) != std::end(kWanted);
 }
-
 }  // namespace
 
 int toInteger(std::wstring_view text) {
@@ -86,5 +84,4 @@ std::wstring driverConfigText(const StringMap& settings) {
   }
   return text;
 }
-
 }  // namespace quillpress::driver

@@ -10,7 +10,6 @@
 #include "umpd/rules/StringMap.h"
 
 namespace quillpress::driver {
-
 // The integer that a text begins with: an optional minus sign and digits. Without digits it is 0; beyond
 // 32 bits it is the nearest integer there is.
 int toInteger(std::wstring_view text);
@@ -47,5 +46,4 @@ std::optional<std::wstring> settingOfRegistryValue(std::uint32_t kind, std::span
 // What the driver configuration file of NT 4.0 tells the rendering side: NAME=VALUE& for each setting that it
 // wants, in the order of the map.
 std::wstring driverConfigText(const StringMap& settings);
-
 }  // namespace quillpress::driver

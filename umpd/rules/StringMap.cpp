@@ -6,7 +6,6 @@
 #include "umpd/rules/Text.h"
 
 namespace quillpress::driver {
-
 std::size_t StringMap::indexOf(std::wstring_view key) const {
   const Entry* entry =
       std::find_if(begin(), end(), [&](const Entry& each) { return equalsIgnoringCase(each.key, key); });
@@ -44,5 +43,4 @@ void StringMap::clear() {
   for (std::size_t i = 0; i < size_; ++i) entries_[i] = {};
   size_ = 0;
 }
-
 }  // namespace quillpress::driver

@@ -7,7 +7,6 @@
 #include <string_view>
 
 namespace quillpress::driver {
-
 // The settings of a printer by name, in the order in which they came. Names are compared without regard to
 // the case of A-Z. There is room for kCapacity names and no more.
 class StringMap {
@@ -42,5 +41,4 @@ class StringMap {
   std::array<Entry, kCapacity> entries_;
   std::size_t size_ = 0;
 };
-
 }  // namespace quillpress::driver

@@ -4,12 +4,10 @@
 
 namespace quillpress::driver {
 namespace {
-
 wchar_t folded(wchar_t character) {
   // Not the C library's towlower, whose answer depends on the locale that the host process has set.
   return character >= L'A' && character <= L'Z' ? static_cast<wchar_t>(character - L'A' + L'a') : character;
 }
-
 }  // namespace
 
 bool equalsIgnoringCase(std::wstring_view left, std::wstring_view right) {
@@ -44,5 +42,4 @@ std::string_view firstLine(std::string_view text) {
   const std::size_t last = line.find_last_not_of("\r\n\t ");
   return line.substr(0, last + 1);  // none: npos + 1 is 0
 }
-
 }  // namespace quillpress::driver

@@ -5,7 +5,6 @@
 #include <string_view>
 
 namespace quillpress::driver {
-
 // Compares texts, folding only the letters A-Z.
 bool equalsIgnoringCase(std::wstring_view left, std::wstring_view right);
 
@@ -28,5 +27,4 @@ std::string_view firstLine(std::string_view text);
 inline std::wstring_view textOrEmpty(const wchar_t* text) {
   return text == nullptr ? L"" : text;
 }
-
 }  // namespace quillpress::driver

@@ -5,7 +5,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 // Windows' own integers and handles have 32 bits.
 std::wstring hexadecimal(std::int64_t number) {
   std::array<wchar_t, 24> text{};
@@ -23,7 +22,6 @@ std::wstring converted(wchar_t conversion, const TraceArgument& argument) {
       return std::to_wstring(argument.number());
   }
 }
-
 }  // namespace
 
 // Not the C library's own formatting: what %s means in a wide format differs between systems.
@@ -37,5 +35,4 @@ std::wstring traceText(std::wstring_view format, std::initializer_list<TraceArgu
   }
   return text.append(format);
 }
-
 }  // namespace quillpress::driver

@@ -18,7 +18,6 @@
   } while (false)
 
 namespace quillpress::driver {
-
 #ifdef QUILLPRESS_TRACE_DRIVER
 inline constexpr bool kIsTraceOn = true;
 #else
@@ -95,5 +94,4 @@ template <typename... Types>
 void trace(TraceFormat<std::type_identity_t<std::decay_t<Types>>...> format, const Types&... arguments) {
   writeTrace(traceText(format.text(), {TraceArgument(arguments)...}));
 }
-
 }  // namespace quillpress::driver

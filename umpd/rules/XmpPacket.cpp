@@ -8,7 +8,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 // Null for characters that stand for themselves.
 const wchar_t* entityOf(wchar_t character) {
   switch (character) {
@@ -102,7 +101,6 @@ std::wstring dublinCoreBlock(const XmpContent& content) {
                  L"</rdf:li></rdf:Alt></dc:description>") +
          L"</rdf:Description>\n";
 }
-
 }  // namespace
 
 std::wstring xmlEscape(std::wstring_view text) {
@@ -151,5 +149,4 @@ XmpContent xmpContentOf(const DocumentInfo& info, std::wstring_view documentName
   content.modifyDate = now;
   return content;
 }
-
 }  // namespace quillpress::driver

@@ -5,7 +5,6 @@
 #include <string_view>
 
 namespace quillpress::driver {
-
 // The text as it stands in XML content and in attribute values of either quote.
 std::wstring xmlEscape(std::wstring_view text);
 
@@ -44,5 +43,4 @@ struct DocumentInfo {
 // What the packet of a document says. A document without a title is called by the last component of its
 // name. Both dates are `now`.
 XmpContent xmpContentOf(const DocumentInfo& info, std::wstring_view documentName, std::wstring_view now);
-
 }  // namespace quillpress::driver

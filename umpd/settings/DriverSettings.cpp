@@ -8,7 +8,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 constexpr wchar_t kPrinterNameValue[] = L"printerName";
 
 void reportFullMap() {
@@ -24,7 +23,6 @@ std::vector<DefaultSetting> usersDefaultSettings() {
     CreateDirectoryW(defaultSaveFolder(folders.applicationData).c_str(), nullptr);
   return defaultSettings(folders);
 }
-
 }  // namespace
 
 void DriverSettings::resetPrinterName() {
@@ -183,5 +181,4 @@ void DriverSettings::copyIniSection(const IniFile& file, const std::wstring& sec
 void DriverSettings::remember(std::wstring_view name, std::wstring_view value) {
   if (!map_.set(name, value)) reportFullMap();
 }
-
 }  // namespace quillpress::driver

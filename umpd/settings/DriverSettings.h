@@ -11,7 +11,6 @@
 #include "umpd/win32/Resources.h"
 
 namespace quillpress::driver {
-
 // The settings of one printer, for one job: read from the current user's registry, where they get their
 // defaults when the printer is used for the first time. An unreadable registry means no settings; every
 // question then gets its default.
@@ -76,5 +75,4 @@ class DriverSettings {
   PrinterHandle printer_;
   StringMap map_;
 };
-
 }  // namespace quillpress::driver

@@ -10,7 +10,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 constexpr std::size_t kPathSize = 260;
 
 // Threads that race for the first use store the same text.
@@ -30,7 +29,6 @@ std::wstring askForFolder() {
 
 // A longer section is cut by the system, which ends it with two zeros all the same.
 constexpr std::size_t kSectionRoom = 5000;
-
 }  // namespace
 
 std::optional<std::wstring> installFolder() {
@@ -73,5 +71,4 @@ std::vector<IniFile::Setting> IniFile::section(const std::wstring& name) const {
   }
   return settings;
 }
-
 }  // namespace quillpress::driver

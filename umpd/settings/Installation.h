@@ -6,7 +6,6 @@
 #include <vector>
 
 namespace quillpress::driver {
-
 // Where the driver and its programs are installed, with a final backslash; nothing when the spooler does not
 // tell. The answer is kept for the life of the process.
 std::optional<std::wstring> installFolder();
@@ -33,5 +32,4 @@ class IniFile {
  private:
   std::wstring path_;  // empty without an install folder
 };
-
 }  // namespace quillpress::driver

@@ -11,7 +11,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 constexpr std::size_t kLeastRoom = 10 * sizeof(wchar_t);
 constexpr std::size_t kOrdinaryRoom = 65'536;
 
@@ -37,7 +36,6 @@ bool isLookupDisabled() {
   const RegistryKey key = openKey(HKEY_LOCAL_MACHINE, kProductKey, KEY_READ);
   return key && hasValue(key.get(), L"DisableDomainControllerLookup");
 }
-
 }  // namespace
 
 // What a failed call stores is no handle.
@@ -174,5 +172,4 @@ void UserRoot::openBySid(REGSAM access, UserSid& user) {
   if (!owned_) QUILLPRESS_TRACE(L"getHKCU - 1 RegOpenKeyEx failed \n");
   key_ = owned_.get();
 }
-
 }  // namespace quillpress::driver

@@ -8,7 +8,6 @@
 #include "umpd/win32/Resources.h"
 
 namespace quillpress::driver {
-
 // The key of the front end in the registry of a user or of the machine. Below a user's, each printer has one
 // of its own.
 inline constexpr wchar_t kProductKey[] = L"Software\\Quillpress\\";
@@ -61,5 +60,4 @@ class UserRoot {
   RegistryKey owned_;  // none for a root that the system keeps open anyway
   HKEY key_ = nullptr;
 };
-
 }  // namespace quillpress::driver

@@ -13,7 +13,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 constexpr DWORD kPollMilliseconds = 876;
 // Who works longer than this has most likely died, and nothing else would end the wait.
 constexpr DWORD kPatienceMilliseconds = 60'000;
@@ -120,7 +119,6 @@ std::wstring askForText() {
   std::vector<BYTE> sid = lookUpAccount(domainControllerName(), userName());
   return sid.empty() ? std::wstring() : textOf(sid.data());
 }
-
 }  // namespace
 
 const std::wstring& UserSid::text() {
@@ -153,5 +151,4 @@ SpoolerIdentity::~SpoolerIdentity() {
   auto* const impersonate = spooler_.find(kImpersonatePrinterClient);
   if (impersonate != nullptr && clientToken_ != nullptr) impersonate(clientToken_);
 }
-
 }  // namespace quillpress::driver

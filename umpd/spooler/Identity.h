@@ -6,7 +6,6 @@
 #include "umpd/win32/SystemLibrary.h"
 
 namespace quillpress::driver {
-
 // The calling user's security identifier as text, which names the user's key below HKEY_USERS.
 class UserSid {
  public:
@@ -31,5 +30,4 @@ class SpoolerIdentity {
   SystemLibrary spooler_;
   HANDLE clientToken_ = nullptr;
 };
-
 }  // namespace quillpress::driver

@@ -8,7 +8,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 // A spooler that counts more jobs than this is not believed.
 constexpr DWORD kMostJobs = 1'000'000;
 
@@ -22,7 +21,6 @@ QueuedJob toQueuedJob(const JOB_INFO_2A& record) {
   return {record.JobId, record.pDocument == nullptr ? std::wstring() : fromAnsi(record.pDocument),
           record.Status, static_cast<std::int32_t>(record.Position)};
 }
-
 }  // namespace
 
 std::vector<QueuedJob> readJobQueue(HANDLE printer) {
@@ -84,5 +82,4 @@ void removeJob(HANDLE printer, DWORD jobId) {
   const DWORD command = windowsVersion().is9x() ? JOB_CONTROL_CANCEL : JOB_CONTROL_DELETE;
   SetJobW(printer, jobId, 0, nullptr, command);
 }
-
 }  // namespace quillpress::driver

@@ -8,7 +8,6 @@
 #include "umpd/spooler/Printer.h"
 
 namespace quillpress::driver {
-
 // The jobs of a printer; empty when the spooler does not tell. There are as many as the printer's own
 // record counts: those that the spooler does not list are all zero.
 std::vector<QueuedJob> readJobQueue(HANDLE printer);
@@ -24,5 +23,4 @@ std::optional<std::wstring> readDocumentName(HANDLE printer, DWORD jobId);
 
 // Takes a job out of the queue: the front end has all of it, the spooled copy is not wanted.
 void removeJob(HANDLE printer, DWORD jobId);
-
 }  // namespace quillpress::driver

@@ -11,7 +11,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 template <std::size_t kSize>
 void copyText(wchar_t (&field)[kSize], std::wstring_view text) {
   const std::wstring_view part = fitting(text, kSize);
@@ -21,7 +20,6 @@ void copyText(wchar_t (&field)[kSize], std::wstring_view text) {
 std::wstring wide(const char* text) {
   return text == nullptr ? std::wstring() : fromAnsi(text);
 }
-
 }  // namespace
 
 DeviceMode fixedDeviceMode(std::wstring_view printerName) {
@@ -129,5 +127,4 @@ std::optional<std::wstring> findPrinterOnPort(const std::wstring& port) {
   if (!iteratePrinters(callback)) return std::nullopt;
   return callback.printerName();
 }
-
 }  // namespace quillpress::driver

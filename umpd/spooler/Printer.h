@@ -13,7 +13,6 @@
 #include "umpd/win32/Resources.h"
 
 namespace quillpress::driver {
-
 struct PrinterHandleTraits {
   using Handle = HANDLE;
   static Handle none() { return nullptr; }
@@ -80,5 +79,4 @@ class FindPort final : public PrinterIteratorCallback {
 
 // The name of the first such printer, or nothing.
 std::optional<std::wstring> findPrinterOnPort(const std::wstring& port);
-
 }  // namespace quillpress::driver

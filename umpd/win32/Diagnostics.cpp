@@ -10,10 +10,8 @@
 
 namespace quillpress::driver {
 namespace {
-
 // A service has no desktop that anybody sees; with this style the system shows its boxes on the user's.
 constexpr UINT kStyle = MB_OK | MB_SERVICE_NOTIFICATION;
-
 }  // namespace
 
 void showErrorBox(const char* format, ...) {
@@ -47,5 +45,4 @@ void writeTrace(const std::wstring& text) {
   writeDriverDebugOutput(text);
   SetLastError(error);
 }
-
 }  // namespace quillpress::driver

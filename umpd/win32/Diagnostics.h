@@ -4,7 +4,6 @@
 #include <string_view>
 
 namespace quillpress::driver {
-
 // Message boxes without an owner, in the style of service notifications: they appear even from the
 // spooler's process. Both wait for the user.
 
@@ -19,5 +18,4 @@ void showSystemErrorBox(std::wstring_view caption, std::wstring_view extraText =
 // What goes wrong without concerning the user is written to the debugger output.
 void writeDriverDebugOutput(const std::string& text);
 void writeDriverDebugOutput(const std::wstring& text);
-
 }  // namespace quillpress::driver

@@ -12,12 +12,10 @@
 
 namespace quillpress::driver {
 namespace {
-
 // Mandatory label, low level, no write-up.
 // A browser in protected mode prints at the low level and may not open what has no label, which counts as
 // medium.
 constexpr char kLowIntegrity[] = "S:(ML;;NW;;;LW)";
-
 }  // namespace
 
 SecurityAttributes::SecurityAttributes() {
@@ -152,5 +150,4 @@ bool SharedSection::isWritable() const {
          information.State == MEM_COMMIT && information.Type == MEM_MAPPED &&
          information.Protect == PAGE_READWRITE && information.RegionSize >= size_;
 }
-
 }  // namespace quillpress::driver

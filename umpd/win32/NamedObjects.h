@@ -7,7 +7,6 @@
 #include "umpd/win32/Resources.h"
 
 namespace quillpress::driver {
-
 // The security attributes that every event, mutex and section of the front end is created with: everybody
 // has access, and where there are integrity labels, processes of low integrity have it too. They are
 // needed until the object has been created.
@@ -127,5 +126,4 @@ class SharedSection {
   KernelHandle section_;
   MappedView view_;
 };
-
 }  // namespace quillpress::driver

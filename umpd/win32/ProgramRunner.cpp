@@ -6,7 +6,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 // SW_FORCEMINIMIZE, which is meant for the windows of hung threads and not for how a program starts.
 constexpr int kForceMinimise = 11;
 
@@ -23,7 +22,6 @@ STARTUPINFOW startupFor(const ProgramRun& run) {
 const wchar_t* orNull(const std::wstring& text) {
   return text.empty() ? nullptr : text.c_str();
 }
-
 }  // namespace
 
 bool startProgram(const ProgramRun& run, unsigned long* exitCode) {
@@ -53,5 +51,4 @@ bool runProgram(ProgramRun run, unsigned long* exitCode) {
   writeDriverDebugOutput(L"CreateProcess failed.  Cmd Line : " + run.commandLine + L"\n");
   return false;
 }
-
 }  // namespace quillpress::driver

@@ -4,7 +4,6 @@
 #include <string>
 
 namespace quillpress::driver {
-
 // A program to start, without handles of this process.
 struct ProgramRun {
   std::wstring
@@ -23,5 +22,4 @@ bool startProgram(const ProgramRun& run, unsigned long* exitCode = nullptr);
 // Runs a helper of the product: the same, detached, with a message in the debugger output when it cannot be
 // started.
 bool runProgram(ProgramRun run, unsigned long* exitCode = nullptr);
-
 }  // namespace quillpress::driver

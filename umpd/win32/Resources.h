@@ -8,7 +8,6 @@
 #include "umpd/win32/Windows.h"
 
 namespace quillpress::driver {
-
 // Sole owner of a system handle. Traits name the handle's type, its value for "none", and how it is closed.
 template <typename Traits>
 class UniqueHandle {
@@ -125,5 +124,4 @@ bool tryResize(std::vector<Element>& buffer, std::size_t size) {
     return false;
   }
 }
-
 }  // namespace quillpress::driver

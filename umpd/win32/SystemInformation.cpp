@@ -11,7 +11,6 @@
 
 namespace quillpress::driver {
 namespace {
-
 void freeItemList(ITEMIDLIST* list) {
   IMalloc* allocator = nullptr;
   // The shell's lists go back to the shell's allocator. CoTaskMemFree would need the library of COM.
@@ -29,7 +28,6 @@ std::wstring shellFolder(int folder) {
   freeItemList(list);
   return known ? std::wstring(path.data()) : std::wstring();
 }
-
 }  // namespace
 
 WindowsVersion windowsVersion() {
@@ -96,5 +94,4 @@ std::wstring fromAnsi(std::string_view text) {
   MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), needed);
   return wide;
 }
-
 }  // namespace quillpress::driver

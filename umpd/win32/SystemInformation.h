@@ -4,7 +4,6 @@
 #include <string_view>
 
 namespace quillpress::driver {
-
 // The family and version of Windows, and what the front end makes depend on them.
 struct WindowsVersion {
   bool isNtFamily = true;  // false: the 9x family
@@ -56,5 +55,4 @@ std::wstring applicationDataFolder();
 // lacks become its substitute; what cannot be converted at all becomes the empty text.
 std::string toAnsi(std::wstring_view text);
 std::wstring fromAnsi(std::string_view text);
-
 }  // namespace quillpress::driver

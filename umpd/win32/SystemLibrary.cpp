@@ -3,7 +3,6 @@
 #include "umpd/win32/SystemInformation.h"
 
 namespace quillpress::driver {
-
 SystemLibrary::SystemLibrary(const wchar_t* fileName) {
   // Loading by the bare name then finds that very library and counts one user more, so it stays while it is
   // used.
@@ -19,5 +18,4 @@ void* SystemLibrary::address(const char* name) const {
   // With a null module the system would search the program itself.
   return library_ ? reinterpret_cast<void*>(GetProcAddress(library_.get(), name)) : nullptr;
 }
-
 }  // namespace quillpress::driver

@@ -3,7 +3,6 @@
 #include "umpd/win32/Resources.h"
 
 namespace quillpress::driver {
-
 // A function of a system library, by names. Type is that of the function itself.
 template <typename Type>
 struct NamedFunction {
@@ -54,5 +53,4 @@ inline constexpr NamedFunction<BOOL WINAPI(HANDLE)> kImpersonatePrinterClient{L"
 // Whether this is a browser process that may write to few folders. Without it: it is none.
 inline constexpr NamedFunction<HRESULT WINAPI(BOOL*)> kIEIsProtectedModeProcess{L"ieframe.dll",
                                                                                 "IEIsProtectedModeProcess"};
-
 }  // namespace quillpress::driver

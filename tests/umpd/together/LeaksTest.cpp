@@ -227,7 +227,7 @@ TEST_F(SoakTest, OfJobsWithTheFinishEvent) {
 // The library's own share of the memory, to the byte.
 class HeapTest : public SoakTest {
  protected:
-  // 200 rounds leave no more on the library's heap than 5: what is kept for the life of a process is kept by
+  // 50 rounds leave no more on the library's heap than 5: what is kept for the life of a process is kept by
   // then.
   void expectNothingStays(const std::function<void()>& round) {
     const HeapCount heap(library);
@@ -235,10 +235,10 @@ class HeapTest : public SoakTest {
     const std::size_t blocks = HeapCount::blocks();
     const std::size_t bytes = HeapCount::bytes();
     const std::size_t taken = HeapCount::taken();
-    for (int i = 0; i < 195; ++i) round();
+    for (int i = 0; i < 45; ++i) round();
     EXPECT_EQ(HeapCount::blocks(), blocks);
     EXPECT_EQ(HeapCount::bytes(), bytes);
-    EXPECT_GT(HeapCount::taken(), taken + 195) << "the rounds are not counted";
+    EXPECT_GT(HeapCount::taken(), taken + 45) << "the rounds are not counted";
   }
 
   void printWithMetadata() {

@@ -3,8 +3,9 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <charconv>
 #include <filesystem>
-#include <iostream>
+#include <system_error>
 
 #include "cli/base/ByteCount.h"
 #include "cli/base/Media.h"
@@ -23,56 +24,91 @@ constexpr const char* kFooter =
     "With --dialect driver, 1 stands for both kinds of error.\n"
     "Byte offsets in messages count from 0 at the start of JOB.";
 
-// The texts of options whose values need a look of our own.
-struct RawOptions {
-  std::string media;
-  std::string chunk;
-  std::string dialect;
-  std::size_t maxMemory = 0;
-};
+// What options make of their texts. A mistake is told with the text as the user wrote it.
 
-void define(CLI::App& app, Options& options, RawOptions& raw) {
+[[noreturn]] void refuse(const std::string& complaint, const std::string& text) {
+  throw CLI::ValidationError(complaint + " \"" + text + "\"");
+}
+
+std::string asText(const std::string& text) {
+  return text;
+}
+
+Box asMedia(const std::string& text) {
+  const std::optional<Box> media = parseMedia(text);
+  if (!media) refuse("--media: unknown page size", text);
+  return *media;
+}
+
+std::size_t asByteCount(const std::string& text) {
+  const std::optional<std::size_t> size = parseByteCount(text);
+  if (!size) refuse("--chunk: not a number of bytes:", text);
+  return *size;
+}
+
+// The whole text as a number.
+template <typename Number>
+std::optional<Number> numberOf(const std::string& text) {
+  Number number{};
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return number;
+}
+
+double asSeconds(const std::string& text) {
+  // 30 years; clocks count further than that.
+  constexpr double kLongest = 1e9;
+  const std::optional<double> seconds = numberOf<double>(text);
+  if (!seconds || !(*seconds > 0 && *seconds <= kLongest))
+    refuse("--timeout: not a number of seconds:", text);
+  return *seconds;
+}
+
+std::size_t asMegabytes(const std::string& text) {
+  constexpr std::size_t kMegabyte = 1024UL * 1024;
+  const std::optional<std::size_t> count = numberOf<std::size_t>(text);
+  if (!count || *count < 1 || *count > kMegabyte) refuse("--max-memory: not a number of megabytes:", text);
+  return *count * kMegabyte;
+}
+
+Dialect asDialect(const std::string& text) {
+  if (text == "driver") return Dialect::kDriver;
+  if (text != "full") refuse("--dialect: neither driver nor full:", text);
+  return Dialect::kFull;
+}
+
+std::string asFolder(const std::string& text) {
+  if (!std::filesystem::is_directory(text)) refuse("--allow-read: not a folder:", text);
+  return text;
+}
+
+template <typename Field, typename Read>
+CLI::Option* addOption(CLI::App& app, const char* name, Field& field, Read read, const std::string& help) {
+  const auto set = [&field, read](const std::string& text) { field = read(text); };
+  return app.add_option_function<std::string>(name, set, help);
+}
+
+// Each text behind the option is one more element.
+template <typename Element, typename Read>
+CLI::Option* addOption(CLI::App& app, const char* name, std::vector<Element>& field, Read read,
+                       const std::string& help) {
+  const auto set = [&field, read](const std::vector<std::string>& texts) {
+    for (const std::string& text : texts) field.push_back(read(text));
+  };
+  return app.add_option_function<std::vector<std::string>>(name, set, help)->allow_extra_args(false);
+}
+
+void define(CLI::App& app, Options& options) {
   app.footer(kFooter);
   app.set_version_flag("--version", "quillpress " QUILLPRESS_VERSION, "Show the version and exit");
   app.set_help_flag("-h,--help", "Show this help and exit");
   app.add_option("JOB", options.job, "The PostScript job; - is standard input")->required()->type_name("");
-  app.add_option("-o,--output", options.output,
-                 "Where the PDF goes; - is standard output (default:\n"
-                 "beside JOB, ending in .pdf; standard output when\n"
-                 "JOB is standard input)")
-      ->type_name("FILE");
-  app.add_option("--media", raw.media,
-                 "Page size of jobs that ask for none; with --dialect\ndriver of all jobs: " + mediaNames() +
-                     ",\nor WIDTHxHEIGHT in points or with a unit (pt, mm,\ncm, in), as in 210x297mm")
-      ->type_name("SIZE");
-  app.add_option(
-         "--chunk", raw.chunk,
-         "Driver: bytes handed to the converter at a time, with\nK or M behind the number (default: 64K)")
-      ->type_name("BYTES");
-  app.add_flag("--keep-going", options.keepGoing, "Driver: after an error go on with the next page");
-  app.add_flag("--content", options.content, "Driver: write the page content text instead of a PDF");
-  app.add_flag("--objects", options.objects, "Driver: list images and patterns on standard error");
-  app.add_option("--dialect", raw.dialect,
-                 "full: the whole language, LanguageLevel 3 (default);\ndriver: the dialect of the six "
-                 "converter functions,\n"
-                 "which the options marked so imply")
-      ->type_name("DIALECT")
-      ->check(CLI::IsMember({"driver", "full"}));
-  app.add_flag("--run", options.run,
-               "Interpret JOB as LanguageLevel 3; what it prints\ngoes to standard output");
-  app.add_option("--timeout", options.timeout, "End the job after so many seconds")
-      ->type_name("SECONDS")
-      ->check(CLI::PositiveNumber);
-  app.add_option("--max-memory", raw.maxMemory, "Megabytes that the job's values may take (default: 1024)")
-      ->type_name("MB")
-      ->check(CLI::Range(1, 1024 * 1024));
-  app.add_option("--allow-read", options.readableFolders,
-                 "A folder whose files the job may read (default: none);\ncan be given more than once")
-      ->type_name("DIR")
-      ->check(CLI::ExistingDirectory)
-      ->expected(1);
-  app.add_flag("!--no-eps-crop", options.cropsEncapsulated, "Leave EPS jobs on their page");
-  app.add_flag("--messages", options.messages, "Show what the job prints on standard error");
+#define FLAG(field, name, help) app.add_flag(name, options.field, help);
+#define OPTION(type, field, initial, name, values, read, help) \
+  addOption(app, name, options.field, read, help)->type_name(values);
+#include "cli/base/Options.def"
+#undef FLAG
+#undef OPTION
 }
 
 std::filesystem::path withoutJobEnding(const std::filesystem::path& job) {
@@ -94,28 +130,14 @@ std::string defaultOutput(const Options& options) {
 }
 
 // Some options mean something to the driver's dialect alone.
-void chooseDialect(Options& options, const RawOptions& raw) {
-  const bool impliesDriver = options.content || options.objects || options.keepGoing || !raw.chunk.empty();
-  if (impliesDriver && raw.dialect == "full") {
+void chooseDialect(const CLI::App& app, Options& options) {
+  const bool impliesDriver =
+      options.content || options.objects || options.keepGoing || app.count("--chunk") > 0;
+  if (!impliesDriver) return;
+  if (app.count("--dialect") > 0 && options.dialect == Dialect::kFull) {
     throw CLI::ValidationError("--content, --objects, --keep-going and --chunk want --dialect driver");
   }
-  if (impliesDriver || raw.dialect == "driver") options.dialect = Dialect::kDriver;
-}
-
-void finish(Options& options, const RawOptions& raw) {
-  if (!raw.media.empty()) {
-    options.media = parseMedia(raw.media);
-    if (!options.media) throw CLI::ValidationError("--media: unknown page size \"" + raw.media + "\"");
-  }
-  if (!raw.chunk.empty()) {
-    const auto size = parseByteCount(raw.chunk);
-    if (!size) throw CLI::ValidationError("--chunk: not a number of bytes: \"" + raw.chunk + "\"");
-    options.chunkSize = *size;
-  }
-  chooseDialect(options, raw);
-  constexpr std::size_t kMegabyte = 1024UL * 1024;
-  if (raw.maxMemory != 0) options.maxMemory = raw.maxMemory * kMegabyte;
-  if (options.output.empty() && !options.run) options.output = defaultOutput(options);
+  options.dialect = Dialect::kDriver;
 }
 
 }  // namespace
@@ -123,11 +145,11 @@ void finish(Options& options, const RawOptions& raw) {
 std::optional<Options> parseOptions(int argc, const char* const* argv, ExitCode& exit) {
   CLI::App app(kDescription, "quillpress");
   Options options;
-  RawOptions raw;
-  define(app, options, raw);
+  define(app, options);
   try {
     app.parse(argc, argv);
-    finish(options, raw);
+    chooseDialect(app, options);
+    if (options.output.empty() && !options.run) options.output = defaultOutput(options);
     return options;
     // Help and version come as exceptions too.
   } catch (const CLI::Success& request) {

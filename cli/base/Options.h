@@ -16,22 +16,14 @@ enum class Dialect {
   kDriver,  // what the six functions of the library understand
 };
 
-// What the user asked for.
+// What the user asked for. Options.def has the options.
 struct Options {
-  std::string job;     // path, or "-" for standard input
-  std::string output;  // path, or "-" for standard output
-  std::optional<Box> media;
-  std::size_t chunkSize = 64UL * 1024;
-  bool keepGoing = false;
-  Dialect dialect = Dialect::kFull;
-  bool cropsEncapsulated = true;             // EPS jobs get their bounding box as page
-  bool run = false;                          // interpret only
-  std::optional<double> timeout;             // seconds
-  std::optional<std::size_t> maxMemory;      // bytes
-  std::vector<std::string> readableFolders;  // whose files a job may read
-  bool content = false;
-  bool objects = false;
-  bool messages = false;
+  std::string job;  // path, or "-" for standard input
+#define FLAG(field, name, help) bool field = false;
+#define OPTION(type, field, initial, name, values, read, help) type field = initial;
+#include "cli/base/Options.def"
+#undef FLAG
+#undef OPTION
 };
 
 // Reads the command line. When there is nothing to convert (--help, --version, a mistake) it has said so

@@ -65,7 +65,7 @@ int writeTo(void* context, const void* data, size_t size) {
 
 // A name says as much as the job's first line.
 int cropOf(const Options& options) {
-  if (!options.cropsEncapsulated) return QUILLPRESS_CROP_NEVER;
+  if (options.keepsPageOfEps) return QUILLPRESS_CROP_NEVER;
   const std::string ending = std::filesystem::path(options.job).extension();
   return ending == ".eps" || ending == ".EPS" ? QUILLPRESS_CROP_ALWAYS : QUILLPRESS_CROP_ENCAPSULATED;
 }

@@ -66,12 +66,44 @@ TEST(OptionsTest, EverythingCanBeSaid) {
   EXPECT_TRUE(options->keepGoing && options->content && options->objects && options->messages);
 }
 
+TEST(OptionsTest, AProgramIsRunWithinItsLimits) {
+  const auto options = parse({"job.ps", "--run", "--timeout=2.5", "--max-memory", "64"}).options;
+  ASSERT_TRUE(options);
+  EXPECT_TRUE(options->run);
+  EXPECT_EQ(options->output, "");
+  EXPECT_EQ(options->timeout, 2.5);
+  EXPECT_EQ(options->maxMemory, 64U * 1024 * 1024);
+}
+
+TEST(OptionsTest, FoldersToReadAddUp) {
+  const auto options = parse({"--allow-read", "/", "--allow-read=/tmp", "job.ps"}).options;
+  ASSERT_TRUE(options);
+  EXPECT_EQ(options->readableFolders, (std::vector<std::string>{"/", "/tmp"}));
+  EXPECT_EQ(options->job, "job.ps");
+}
+
+TEST(OptionsTest, TheWholeLanguageIsReadUnlessAnOptionOfTheDriversDialectSaysOtherwise) {
+  EXPECT_EQ(parse({"job.ps"}).options->dialect, Dialect::kFull);
+  EXPECT_EQ(parse({"job.ps", "--dialect=driver"}).options->dialect, Dialect::kDriver);
+  EXPECT_EQ(parse({"job.ps", "--chunk=1K"}).options->dialect, Dialect::kDriver);
+  EXPECT_EQ(parse({"job.ps", "--objects"}).options->dialect, Dialect::kDriver);
+  expectUsageError({"job.ps", "--dialect=full", "--content"}, "want --dialect driver");
+}
+
 TEST(OptionsTest, MistakesAreUsageErrors) {
   expectUsageError({}, "JOB is required");
   expectUsageError({"job.ps", "other.ps"}, "other.ps");
   expectUsageError({"job.ps", "--media", "A99"}, "unknown page size \"A99\"");
   expectUsageError({"job.ps", "--chunk", "0"}, "not a number of bytes: \"0\"");
   expectUsageError({"job.ps", "--wrong"}, "--wrong");
+  expectUsageError({"job.ps", "--dialect=Full"}, "neither driver nor full: \"Full\"");
+  expectUsageError({"job.ps", "--allow-read=/none/such"}, "not a folder: \"/none/such\"");
+  for (const char* const time : {"0", "-1", "nan", "inf", "1e10", "5s", ""}) {
+    expectUsageError({"job.ps", "--timeout", time}, "not a number of seconds: \"" + std::string(time));
+  }
+  for (const char* const size : {"0", "-1", "1.5", "1048577", "1M", ""}) {
+    expectUsageError({"job.ps", "--max-memory", size}, "not a number of megabytes: \"" + std::string(size));
+  }
 }
 
 TEST(OptionsTest, MistakesCannotWriteToTheTerminal) {
@@ -82,8 +114,8 @@ TEST(OptionsTest, HelpNamesEachExitCode) {
   const Parsed parsed = parse({"--help"});
   EXPECT_FALSE(parsed.options);
   EXPECT_EQ(parsed.exit, ExitCode::kDone);
-  for (const char* const code :
-       {"0 done", "1 error", "2 usage", "3 input", "4 output", "5 the job is cut off"}) {
+  for (const char* const code : {"0 done", "1 error", "2 usage", "3 input", "4 output",
+                                 "5 done with warnings", "6 error in the job"}) {
     EXPECT_NE(parsed.out.find(code), std::string::npos) << code;
   }
 }

@@ -73,4 +73,13 @@ std::vector<Row> rowsOf(const std::string& file) {
   return rows;
 }
 
+std::wstring filledIn(std::wstring text, const std::map<std::wstring, std::wstring>& values) {
+  for (const auto& [name, value] : values) {
+    const std::wstring place = L'{' + name + L'}';
+    const std::size_t found = text.find(place);
+    if (found != std::wstring::npos) text.replace(found, place.size(), value);
+  }
+  return text;
+}
+
 }  // namespace quillpress::rules

@@ -24,4 +24,7 @@ std::ostream& operator<<(std::ostream& out, const Row& row);
 // when there are no rows.
 std::vector<Row> rowsOf(const std::string& file);
 
+// The text with what stands for each {name} of `values` in it.
+std::wstring filledIn(std::wstring text, const std::map<std::wstring, std::wstring>& values);
+
 }  // namespace quillpress::rules

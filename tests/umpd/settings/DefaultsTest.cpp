@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/rules/Rows.h"
 #include "tests/umpd/harness/PrinterName.h"
 #include "tests/umpd/harness/RegistryWrites.h"
 #include "tests/umpd/settings/SettingsTest.h"
@@ -12,21 +13,15 @@ namespace quillpress::harness {
 namespace {
 
 // In the order in which they are written.
-const std::vector<std::wstring> kNames = {
-    L"printerName",      L"NextAction",  L"SaveFilenameAction",  L"DefaultSaveDir",
-    L"LastDir",          L"ExecCmdLine", L"DefaultSaveFilename", L"resIndex",
-    L"jpegImageQuality", L"imageDPI",    L"TrimNameChar",        L"showStashelButton",
-};
+std::vector<std::wstring> namesInOrder() {
+  std::vector<std::wstring> names = {L"printerName"};
+  for (const rules::Row& row : rules::rowsOf("default_settings.txt")) names.push_back(row.input);
+  return names;
+}
 
 class DefaultsTest : public SettingsTest {
  protected:
   void begin() { EXPECT_NE(Job(library, printer).handle(), 0U); }
-
-  void expectNumber(const std::wstring& name, int value) {
-    const Job job(library, printer);
-    EXPECT_EQ(key.number(name), static_cast<DWORD>(value));
-    EXPECT_EQ(job.number(name), value);
-  }
 
   void expectText(const std::wstring& name, const std::wstring& value) {
     const Job job(library, printer);
@@ -35,46 +30,28 @@ class DefaultsTest : public SettingsTest {
   }
 };
 
-TEST_F(DefaultsTest, NextActionIs3) {
-  expectNumber(L"NextAction", 3);
-}
-
-TEST_F(DefaultsTest, SaveFilenameActionIs3) {
-  expectNumber(L"SaveFilenameAction", 3);
-}
-
-TEST_F(DefaultsTest, DefaultSaveFilenameIsTmpPdf) {
-  expectText(L"DefaultSaveFilename", L"tmp.pdf");
-}
-
-TEST_F(DefaultsTest, ResIndexIs3) {
-  expectNumber(L"resIndex", 3);
-}
-
-TEST_F(DefaultsTest, JpegImageQualityIs75) {
-  expectNumber(L"jpegImageQuality", 75);
-}
-
-TEST_F(DefaultsTest, ImageDpiIs300) {
-  expectNumber(L"imageDPI", 300);
-}
-
-TEST_F(DefaultsTest, TrimNameCharIsTheHyphen) {
-  expectNumber(L"TrimNameChar", 45);
-}
-
-TEST_F(DefaultsTest, ShowStashelButtonIs0) {
-  expectNumber(L"showStashelButton", 0);
+TEST_F(DefaultsTest, AreThoseOfTheRows) {
+  const std::wstring driverFolder = folder.path().substr(0, folder.path().size() - 1);
+  const Job job(library, printer);
+  for (const rules::Row& row : rules::rowsOf("default_settings.txt")) {
+    const std::wstring value = rules::filledIn(row.output, {{L"local", shellFolder(CSIDL_LOCAL_APPDATA)},
+                                                            {L"documents", shellFolder(CSIDL_PERSONAL)},
+                                                            {L"driver", driverFolder}});
+    if (value.front() == L'\'') {
+      const std::wstring text = value.substr(1, value.size() - 2);
+      EXPECT_EQ(key.text(row.input), text) << row;
+      EXPECT_EQ(job.text(row.input), text) << row;
+    } else {
+      EXPECT_EQ(key.number(row.input), std::stoul(value)) << row;
+      EXPECT_EQ(job.number(row.input), std::stoi(value)) << row;
+    }
+  }
 }
 
 TEST_F(DefaultsTest, TheGlobalKeyHoldsThePrintersName) {
   begin();
   EXPECT_EQ(SettingsKey::global().text(L"printerName"), printer.name());
   EXPECT_EQ(key.type(L"printerName"), std::nullopt);
-}
-
-TEST_F(DefaultsTest, DefaultSaveDirLiesInTheLocalApplicationData) {
-  expectText(L"DefaultSaveDir", shellFolder(CSIDL_LOCAL_APPDATA) + L"\\Quillpress");
 }
 
 TEST_F(DefaultsTest, DefaultSaveDirIsMadeWhenItIsMissing) {
@@ -100,10 +77,6 @@ TEST_F(DefaultsTest, DefaultSaveDirIsTheDriveWithoutApplicationData) {
   expectText(L"DefaultSaveDir", L"c:\\");
 }
 
-TEST_F(DefaultsTest, LastDirIsTheDocumentsFolder) {
-  expectText(L"LastDir", shellFolder(CSIDL_PERSONAL));
-}
-
 TEST_F(DefaultsTest, LastDirIsDefaultSaveDirWithoutADocumentsFolder) {
   forgetShellFolders(library, {CSIDL_PERSONAL});
   expectText(L"LastDir", shellFolder(CSIDL_LOCAL_APPDATA) + L"\\Quillpress");
@@ -120,20 +93,16 @@ TEST_F(DefaultsTest, AFolderWithoutAPathIsNotKnown) {
   expectText(L"LastDir", L"c:\\");
 }
 
-TEST_F(DefaultsTest, ExecCmdLineRunsTheViewerBesideTheDriver) {
-  expectText(L"ExecCmdLine", folder.path() + L"twsview.exe -nav=\"%s\" -docname=\"%s\"");
-}
-
 TEST_F(DefaultsTest, AreWrittenInTheirOrder) {
   const RegistryWrites writes(library);
   begin();
-  EXPECT_EQ(writes.names(), kNames);
+  EXPECT_EQ(writes.names(), namesInOrder());
 }
 
 TEST_F(DefaultsTest, AreWrittenOnceWhenTheKeyIsMadeByAJobStartedByName) {
   const RegistryWrites writes(library);
   const Job job(library, printer.name());
-  EXPECT_EQ(writes.names(), kNames);
+  EXPECT_EQ(writes.names(), namesInOrder());
   EXPECT_EQ(job.number(L"imageDPI"), 300);
 }
 
@@ -179,7 +148,7 @@ TEST_F(DefaultsTest, AreFollowedByTheIniSectionOfAllPrintersAndThatOfThisOne) {
                   "]\nshared=printer\nsecond=x\n[Another printer]\nthird=3\n");
   const RegistryWrites writes(library);
   const Job job(library, printer);
-  std::vector<std::wstring> names = kNames;
+  std::vector<std::wstring> names = namesInOrder();
   names.insert(names.end(), {L"imageDPI", L"first", L"shared", L"shared", L"second"});
   EXPECT_EQ(writes.names(), names);
   EXPECT_EQ(job.number(L"imageDPI"), 600);

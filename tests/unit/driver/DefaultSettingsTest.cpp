@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
+#include "tests/rules/Rows.h"
 #include "umpd/rules/DefaultSettings.h"
 
 namespace quillpress::driver {
@@ -9,15 +8,9 @@ namespace {
 
 constexpr wchar_t kViewer[] = L"C:\\drivers\\3\\twsview.exe";
 
-// One line a setting: numbers bare, texts in quotes.
-std::wstring listed(const DefaultFolders& folders) {
-  std::wstring list;
-  for (const DefaultSetting& setting : defaultSettings(folders)) {
-    list += setting.name + L'=';
-    list += setting.text ? L"'" + *setting.text + L"'" : std::to_wstring(setting.number);
-    list += L'\n';
-  }
-  return list;
+// As the rows have it: numbers bare, texts in quotes.
+std::wstring valueOf(const DefaultSetting& setting) {
+  return setting.text ? L"'" + *setting.text + L"'" : std::to_wstring(setting.number);
 }
 
 std::optional<std::wstring> textOf(const DefaultFolders& folders, std::wstring_view name) {
@@ -28,18 +21,16 @@ std::optional<std::wstring> textOf(const DefaultFolders& folders, std::wstring_v
 }
 
 TEST(DefaultSettingsTest, HaveTheirOrderKindsAndValues) {
-  EXPECT_EQ(listed({L"C:\\Local", L"C:\\Documents", kViewer}),
-            L"NextAction=3\n"
-            L"SaveFilenameAction=3\n"
-            L"DefaultSaveDir='C:\\Local\\Quillpress'\n"
-            L"LastDir='C:\\Documents'\n"
-            L"ExecCmdLine='C:\\drivers\\3\\twsview.exe -nav=\"%s\" -docname=\"%s\"'\n"
-            L"DefaultSaveFilename='tmp.pdf'\n"
-            L"resIndex=3\n"
-            L"jpegImageQuality=75\n"
-            L"imageDPI=300\n"
-            L"TrimNameChar=45\n"
-            L"showStashelButton=0\n");
+  const std::vector<DefaultSetting> settings = defaultSettings({L"C:\\Local", L"C:\\Documents", kViewer});
+  const std::vector<rules::Row> rows = rules::rowsOf("default_settings.txt");
+  ASSERT_EQ(settings.size(), rows.size());
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    EXPECT_EQ(settings[i].name, rows[i].input);
+    EXPECT_EQ(valueOf(settings[i]), rules::filledIn(rows[i].output, {{L"local", L"C:\\Local"},
+                                                                     {L"documents", L"C:\\Documents"},
+                                                                     {L"driver", L"C:\\drivers\\3"}}))
+        << rows[i];
+  }
 }
 
 TEST(DefaultSettingsTest, WithoutApplicationDataFilesGoToTheRoot) {

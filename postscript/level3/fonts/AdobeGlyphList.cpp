@@ -38,7 +38,7 @@
 namespace quillpress::level3 {
 
 // clang-format off
-extern const std::string_view kAdobeGlyphList =
+const std::array<std::string_view, 2> kAdobeGlyphList{
 "A 0041;AE 00C6;AEacute 01FC;AEmacron 01E2;AEsmall F7E6;Aacute 00C1;Aacutesmall F7E1;Abreve 0102;"
 "Abreveacute 1EAE;Abrevecyrillic 04D0;Abrevedotbelow 1EB6;Abrevegrave 1EB0;Abrevehookabove 1EB2;"
 "Abrevetilde 1EB4;Acaron 01CD;Acircle 24B6;Acircumflex 00C2;Acircumflexacute 1EA4;"
@@ -441,7 +441,7 @@ extern const std::string_view kAdobeGlyphList =
 "ideographicresourceparen 323E;ideographicrightcircle 32A8;ideographicsecretcircle 3299;"
 "ideographicselfparen 3242;ideographicsocietyparen 3233;ideographicspace 3000;"
 "ideographicspecialparen 3235;ideographicstockparen 3231;ideographicstudyparen 323B;"
-"ideographicsunparen 3230;ideographicsuperviseparen 323C;ideographicwaterparen 322C;"
+"ideographicsunparen 3230;ideographicsuperviseparen 323C;ideographicwaterparen 322C;",
 "ideographicwoodparen 322D;ideographiczero 3007;ideographmetalcircle 328E;ideographmooncircle 328A;"
 "ideographnamecircle 3294;ideographsuncircle 3290;ideographwatercircle 328C;ideographwoodcircle 328D;"
 "ideva 0907;idieresis 00EF;idieresisacute 1E2F;idieresiscyrillic 04E5;idotbelow 1ECB;"
@@ -844,7 +844,7 @@ extern const std::string_view kAdobeGlyphList =
 "zhearmenian 056A;zhebrevecyrillic 04C2;zhecyrillic 0436;zhedescendercyrillic 0497;"
 "zhedieresiscyrillic 04DD;zihiragana 3058;zikatakana 30B8;zinorhebrew 05AE;zlinebelow 1E95;"
 "zmonospace FF5A;zohiragana 305E;zokatakana 30BE;zparen 24B5;zretroflexhook 0290;zstroke 01B6;"
-"zuhiragana 305A;zukatakana 30BA;";
+"zuhiragana 305A;zukatakana 30BA;"};
 // clang-format on
 
 }  // namespace quillpress::level3

@@ -14,7 +14,6 @@ namespace quillpress::level3 {
 
 namespace {
 
-constexpr Matrix kUsualMatrix{0.001, 0, 0, 0.001, 0, 0};
 constexpr std::size_t kMostGlyphs = 65535;
 
 bool isUsual(const Matrix& matrix) {
@@ -115,6 +114,7 @@ void CffWriter::addNotdef() {
   if (source_.notdef) {
     try {
       notdef = outputGlyph(*source_.notdef);
+      type2Charstring(notdef.program, 0, 0);
     } catch (const FontError&) {
       // A subset begins with .notdef, and an empty one does.
       notdef = {};

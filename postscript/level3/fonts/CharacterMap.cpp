@@ -44,7 +44,8 @@ void readFormat4(std::string_view table, ReverseMap& map) {
       std::uint32_t glyph = character;
       if (offset != 0) {
         glyph = ByteReader(table, offsets + 2 * i + offset + 2 * (character - start)).u16();
-        if (glyph == 0) continue;
+        // Nothing, and no delta makes something of it.
+        if (glyph == 0) glyph = 0x10000 - delta;
       }
       map.add(character, (glyph + delta) & 0xFFFF);
     }

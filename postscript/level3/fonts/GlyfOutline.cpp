@@ -98,6 +98,7 @@ std::vector<GlyfComponent> componentsOf(std::string_view data) {
   ByteReader reader(data, kHeaderSize);
   unsigned flags = kMoreComponents;
   while ((flags & kMoreComponents) != 0) {
+    if (components.size() >= kMostComponents) throw FontError("a composite glyph has too many components");
     flags = reader.u16();
     components.push_back(readComponent(reader, flags));
   }
@@ -147,13 +148,13 @@ void GlyfOutline::addSimple(std::string_view data) {
   const std::size_t first = points_.size();
   points_.resize(first + count);
   const std::span<OutlinePoint> added = std::span(points_).subspan(first);
-  int x = 0;
+  double x = 0;
   for (std::size_t i = 0; i < count; ++i) {
     x += readStep(reader, flags[i], kShortX, kSameOrPositiveX);
     added[i].point.x = x;
     added[i].isOnCurve = (flags[i] & kOnCurve) != 0;
   }
-  int y = 0;
+  double y = 0;
   for (std::size_t i = 0; i < count; ++i) {
     y += readStep(reader, flags[i], kShortY, kSameOrPositiveY);
     added[i].point.y = y;

@@ -34,8 +34,7 @@ struct Entry {
   std::string_view characters;
 };
 
-Entry entryAround(std::size_t place) {
-  const std::string_view list = kAdobeGlyphList;
+Entry entryAround(std::string_view list, std::size_t place) {
   const std::size_t before = place == 0 ? std::string_view::npos : list.rfind(';', place - 1);
   const std::size_t start = before == std::string_view::npos ? 0 : before + 1;
   const std::string_view entry = list.substr(start, list.find(';', start) - start);
@@ -45,10 +44,12 @@ Entry entryAround(std::size_t place) {
 
 // The characters of a listed name as hexadecimal digits, empty when it is not listed.
 std::string_view listed(std::string_view name) {
+  const auto& [earlier, later] = kAdobeGlyphList;
+  const std::string_view list = name < entryAround(later, 0).name ? earlier : later;
   std::size_t low = 0;
-  std::size_t high = kAdobeGlyphList.size() - 1;
+  std::size_t high = list.size() - 1;
   while (low < high) {
-    const Entry entry = entryAround(low + (high - low) / 2);
+    const Entry entry = entryAround(list, low + (high - low) / 2);
     if (entry.name == name) return entry.characters;
     if (entry.name < name) {
       low = entry.start + entry.name.size() + entry.characters.size() + 2;
@@ -179,10 +180,12 @@ std::string_view glyphNameOf(char32_t character) {
     addAll(isoLatin1Encoding());
     addAll(winAnsiEncoding());
     addAll(symbolEncoding());
-    for (std::size_t place = 0; place < kAdobeGlyphList.size();) {
-      const Entry entry = entryAround(place);
-      if (entry.characters.size() == 4) map.emplace(hexValue(entry.characters), entry.name);
-      place = entry.start + entry.name.size() + entry.characters.size() + 2;
+    for (const std::string_view list : kAdobeGlyphList) {
+      for (std::size_t place = 0; place < list.size();) {
+        const Entry entry = entryAround(list, place);
+        if (entry.characters.size() == 4) map.emplace(hexValue(entry.characters), entry.name);
+        place = entry.start + entry.name.size() + entry.characters.size() + 2;
+      }
     }
     return map;
   }();

@@ -15,6 +15,10 @@ constexpr std::size_t kMostStems = 512;
 constexpr std::size_t kMostGroups = 4096;
 constexpr double kLargestCoordinate = 1e7;
 
+bool isTooFar(Point point) {
+  return !(std::abs(point.x) < kLargestCoordinate && std::abs(point.y) < kLargestCoordinate);
+}
+
 }  // namespace
 
 Stem normalised(const Stem& stem) {
@@ -63,6 +67,7 @@ void GlyphRecorder::flex(const std::array<Point, 6>& points, double depth) {
   prepare();
   add(GlyphProgram::Kind::kFlex);
   for (const Point point : points) addPoint(point);
+  if (isTooFar({depth, 0})) throw FontError("a charstring's flex is too deep");
   program_.flexDepths.push_back(depth);
   current_ = points.back();
 }
@@ -75,6 +80,7 @@ void GlyphRecorder::close() {
 
 void GlyphRecorder::addStem(double position, double width, bool isVertical) {
   if (stems_.size() >= kMostStems) throw FontError("a charstring has too many stems");
+  if (isTooFar({position, width})) throw FontError("a charstring's stem is too large");
   const double start = isVertical ? origin_.x : origin_.y;
   stems_.push_back(normalised({start + position, width, isVertical}));
   stemsChanged_ = true;
@@ -102,8 +108,7 @@ void GlyphRecorder::flushStems() {
   stemsChanged_ = false;
   std::vector<Stem> group = stems_;
   std::ranges::sort(group);
-  const auto repeated = std::ranges::unique(group);
-  group.erase(repeated.begin(), repeated.end());
+  group.erase(std::unique(group.begin(), group.end()), group.end());
   if (!program_.hintGroups.empty() && program_.hintGroups.back() == group) return;
   if (program_.hintGroups.empty() && group.empty()) return;
   if (program_.hintGroups.size() >= kMostGroups) throw FontError("a charstring changes its stems too often");
@@ -113,9 +118,6 @@ void GlyphRecorder::flushStems() {
 
 GlyphProgram GlyphRecorder::finish() {
   close();
-  const auto isTooFar = [](Point point) {
-    return !(std::abs(point.x) < kLargestCoordinate && std::abs(point.y) < kLargestCoordinate);
-  };
   if (isTooFar(program_.advance) || std::ranges::any_of(program_.points, isTooFar)) {
     throw FontError("a glyph is too large");
   }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <optional>
 
 #include "postscript/level3/fonts/ByteReader.h"
@@ -83,7 +84,7 @@ class Words {
     const std::string_view word = next();
     double value = 0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
-    if (error == std::errc() && end == word.data() + word.size()) return value;
+    if (error == std::errc() && end == word.data() + word.size() && std::isfinite(value)) return value;
     at_ = start;
     return std::nullopt;
   }

@@ -45,6 +45,7 @@ using Fixed = std::int64_t;
 constexpr Fixed kOne = 65536;
 
 Fixed fixed(double value) {
+  if (!(std::abs(value) < 1e9)) throw FontError("a glyph is too large");
   return std::llround(value * static_cast<double>(kOne));
 }
 
@@ -141,8 +142,7 @@ void Type2Writer::collectStems() {
     if (left.isVertical != right.isVertical) return right.isVertical;
     return left < right;
   });
-  const auto repeated = std::ranges::unique(stems_);
-  stems_.erase(repeated.begin(), repeated.end());
+  stems_.erase(std::unique(stems_.begin(), stems_.end()), stems_.end());
   const auto vertical = static_cast<std::size_t>(std::ranges::count(stems_, true, &Stem::isVertical));
   if (vertical > kMostStems || stems_.size() - vertical > kMostStems) stems_.clear();
   hasMasks_ = !stems_.empty() && (program_.hintGroups.size() > 1 || !program_.counterGroups.empty());

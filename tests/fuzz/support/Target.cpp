@@ -9,6 +9,9 @@ namespace {
 
 constexpr auto kTargets = std::to_array<Target>({
     {"calls", runCalls},
+    {"cff_fonts", runCffFonts},
+    {"charstrings", runCharstrings},
+    {"cid_fonts", runCidFonts},
     {"convert", runConvert},
     {"images", runImages},
     {"ini", runIni},
@@ -17,6 +20,8 @@ constexpr auto kTargets = std::to_array<Target>({
     {"registry", runRegistry},
     {"splits", runSplits},
     {"tokenizer", runTokenizer},
+    {"truetype_fonts", runTrueTypeFonts},
+    {"type1_files", runType1Files},
     {"xmp", runXmp},
 });
 

@@ -18,6 +18,9 @@ struct Target {
 const Target* findTarget(std::string_view name);
 
 void runCalls(Input input);
+void runCffFonts(Input input);
+void runCharstrings(Input input);
+void runCidFonts(Input input);
 void runConvert(Input input);
 void runImages(Input input);
 void runIni(Input input);
@@ -26,6 +29,8 @@ void runOutputNames(Input input);
 void runRegistry(Input input);
 void runSplits(Input input);
 void runTokenizer(Input input);
+void runTrueTypeFonts(Input input);
+void runType1Files(Input input);
 void runXmp(Input input);
 
 }  // namespace quillpress::fuzz

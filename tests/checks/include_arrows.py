@@ -42,7 +42,8 @@ LANGUAGE = {
         "colour": LANGUAGE_FOLDERS + ["pdf"],
         "graphics": LANGUAGE_FOLDERS + ["geometry", "pdf", "fonts", "images", "colour"],
         "device": LANGUAGE_FOLDERS + ["geometry", "pdf", "fonts", "images", "colour", "graphics"],
-        "document": LANGUAGE_FOLDERS + ["geometry", "pdf", "fonts", "images", "colour", "graphics", "device"],
+        "text": LANGUAGE_FOLDERS + ["geometry", "pdf", "fonts", "colour", "graphics"],
+        "document": LANGUAGE_FOLDERS + ["geometry", "pdf", "fonts", "images", "colour", "graphics", "text", "device"],
     }.items()
 }
 

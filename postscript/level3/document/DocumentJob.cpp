@@ -49,7 +49,10 @@ class Conversion {
     } else if (!result.warnings.empty()) {
       result.status = Status::kIncomplete;
     }
+    // A font that stands in for another is worth a line, but nothing is lost.
+    for (std::string& line : machine_.fonts().warnings()) result.warnings.push_back(std::move(line));
     describeDocument();
+    machine_.fonts().finish();
     document_.finish();
     return result;
   }

@@ -4,6 +4,7 @@
 #include "postscript/level3/graphics/Graphics.h"
 #include "postscript/level3/interpreter/Interpreter.h"
 #include "postscript/level3/pdf/PdfDocument.h"
+#include "postscript/level3/text/Fonts.h"
 
 namespace quillpress::level3 {
 
@@ -23,11 +24,13 @@ class Machine {
   PdfDocument& document() { return document_; }
   Graphics& graphics() { return *graphics_; }
   PageDevice& device() { return *device_; }
+  Fonts& fonts() { return *fonts_; }
 
  private:
   PdfDocument document_;
   Interpreter interpreter_;
   Graphics* graphics_;
+  Fonts* fonts_;
   PageDevice* device_;
 };
 

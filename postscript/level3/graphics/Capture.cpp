@@ -43,7 +43,7 @@ Captured capture(Graphics& graphics, const CaptureSettings& settings, const std:
   state.clip = clip;
   paint();
   content.finish();
-  return {std::move(content.text()), content.resources().text()};
+  return {std::move(content.text()), content.resources().text(), content.resources()};
 }
 
 }  // namespace quillpress::level3

@@ -11,6 +11,7 @@ namespace quillpress::level3 {
 struct Captured {
   std::string content;
   std::string resources;
+  ContentResources used;
 };
 
 // Runs `paint` with a graphics state whose matrix is `spaceToDevice` and whose clip is the box in that space;

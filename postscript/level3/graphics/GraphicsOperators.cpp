@@ -16,8 +16,6 @@ void addGraphicsOperators(Interpreter& interpreter) {
   addFormOperators(interpreter);
   addPatternOperators(interpreter);
   addImageOperators(interpreter);
-  addFontOperators(interpreter);
-  addTextOperators(interpreter);
 }
 
 }  // namespace quillpress::level3

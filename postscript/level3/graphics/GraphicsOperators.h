@@ -21,7 +21,5 @@ void addRenderingOperators(Interpreter& interpreter);
 void addFormOperators(Interpreter& interpreter);
 void addPatternOperators(Interpreter& interpreter);
 void addImageOperators(Interpreter& interpreter);
-void addFontOperators(Interpreter& interpreter);
-void addTextOperators(Interpreter& interpreter);
 
 }  // namespace quillpress::level3

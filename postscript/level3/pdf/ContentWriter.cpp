@@ -87,16 +87,19 @@ void ContentWriter::reset(const Settings& settings) {
   text_.clear();
   resources_.clear();
   pending_ = {};
+  textWriter_ = {};
   levels_.clear();
   levels_.push_back({initialState(), settings.impliedClip, std::nullopt});
 }
 
 ContentWriter::State ContentWriter::initialState() const {
   State state;
+  if (settings_.beginsWithDefaults || settings_.inheritsColour) {
+    state.fill = Paint::gray(0);
+    state.stroke = Paint::gray(0);
+  }
   if (!settings_.beginsWithDefaults) return state;
   const LineStyle line;
-  state.fill = Paint::gray(0);
-  state.stroke = Paint::gray(0);
   state.width = line.width;
   state.miterLimit = line.miterLimit;
   state.cap = line.cap;
@@ -104,6 +107,11 @@ ContentWriter::State ContentWriter::initialState() const {
   state.dash = line.dash;
   state.rare = RareParameters();
   return state;
+}
+
+void ContentWriter::inheritColour() {
+  settings_.inheritsColour = true;
+  levels_.front().state = initialState();
 }
 
 void ContentWriter::preferUnitsOf(const Matrix& userToDevice) {
@@ -207,6 +215,10 @@ bool ContentWriter::enterLevel(const Box& bounds, const ClipPointer& clip, const
 }
 
 void ContentWriter::flushPending() {
+  if (textWriter_.isOpen()) {
+    textWriter_.close(text_);
+    spillIfLong();
+  }
   if (pending_.operation == Operation::kNone) return;
   writeUnit();
   text_ += pending_.text;
@@ -357,6 +369,26 @@ void ContentWriter::drawMask(ObjectNumber object, const Matrix& toDevice, const 
   if (!beginPainting(bounds, clip)) return;
   useFill(paint);
   draw(object, toDevice, bounds, clip, rare);
+}
+
+void ContentWriter::showGlyph(const TextGlyph& glyph, const Box& bounds, const Paint& paint,
+                              const ClipPointer& clip, const RareParameters& rare, double lineWidth) {
+  if (!isVisible(bounds, clip)) return;
+  enterLevel(bounds, clip, std::nullopt);
+  useRare(rare);
+  if (glyph.mode == TextMode::kStroke) {
+    useStroke(paint);
+    LineStyle line;
+    line.width = lineWidth;
+    useLineStyle(line, space_.fromDevice.meanScale());
+  } else {
+    useFill(paint);
+  }
+  if (!textWriter_.isOpen()) {
+    flushPending();
+    writeUnit();
+  }
+  textWriter_.show(text_, resources_, state().text, space_, glyph);
 }
 
 void ContentWriter::shade(ObjectNumber shading, const Matrix& toDevice, const Box& bounds,

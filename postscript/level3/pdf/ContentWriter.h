@@ -9,10 +9,11 @@
 
 #include "postscript/level3/geometry/Clip.h"
 #include "postscript/level3/geometry/Stroking.h"
+#include "postscript/level3/pdf/ContentResources.h"
 #include "postscript/level3/pdf/Paint.h"
 #include "postscript/level3/pdf/PathText.h"
 #include "postscript/level3/pdf/PdfFile.h"
-#include "postscript/level3/pdf/Resources.h"
+#include "postscript/level3/pdf/TextWriter.h"
 
 namespace quillpress::level3 {
 
@@ -40,12 +41,17 @@ class ContentWriter {
     bool beginsWithDefaults = true;
     // What the viewer clips to by itself: a form's or a pattern's box.
     ClipPointer impliedClip = nullptr;
+    // The colour is the viewer's business, as in glyphs and patterns without colours of their own: black here
+    // means that one.
+    bool inheritsColour = false;
   };
   // Gets parts of the content that are complete, when there is much of it.
   using Spill = std::function<void(std::string_view)>;
 
   ContentWriter(PdfFile& file, const Settings& settings, Spill spill = {});
 
+  // For a glyph that turns out to have no colours of its own. REQUIRES: isEmpty()
+  void inheritColour();
   // Lets coordinates be written in the units of a user space, while nothing has been written yet.
   void preferUnitsOf(const Matrix& userToDevice);
 
@@ -63,6 +69,10 @@ class ContentWriter {
   // An image mask: the paint comes through where it has ones.
   void drawMask(ObjectNumber object, const Matrix& toDevice, const Paint& paint, const ClipPointer& clip,
                 const RareParameters& rare);
+  // A glyph as text. `bounds` may be larger than what it paints, and `lineWidth`, in device space, is for
+  // outlined ones.
+  void showGlyph(const TextGlyph& glyph, const Box& bounds, const Paint& paint, const ClipPointer& clip,
+                 const RareParameters& rare, double lineWidth = 0);
   void shade(ObjectNumber shading, const Matrix& toDevice, const Box& bounds, const ClipPointer& clip);
 
   // For other painting: everything before is written, the clip is in force for what reaches `bounds`; false
@@ -73,7 +83,7 @@ class ContentWriter {
   void useLineStyle(const LineStyle& style, double scale);
   void useRare(const RareParameters& rare);
   std::string& text() { return text_; }
-  Resources& resources() { return resources_; }
+  ContentResources& resources() { return resources_; }
   const ContentSpace& space() const { return space_; }
   // Device space to the space that the content begins in; pattern matrices start from there.
   const Matrix& initialSpace() const { return settings_.fromDevice; }
@@ -97,6 +107,7 @@ class ContentWriter {
     std::optional<LineJoin> join;
     std::optional<DashPattern> dash;
     std::optional<RareParameters> rare;
+    TextState text;
   };
   // What lies between a q and its Q.
   struct Level {
@@ -138,12 +149,13 @@ class ContentWriter {
   PdfFile& file_;
   Settings settings_;
   Spill spill_;
-  Resources resources_;
+  ContentResources resources_;
   std::string text_;
   ContentSpace space_;
   std::optional<Matrix> unit_;
   std::vector<Level> levels_;
   Pending pending_;
+  TextWriter textWriter_;
   bool hasUnit_ = false;
   bool hasSpilled_ = false;
 };

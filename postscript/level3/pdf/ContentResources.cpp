@@ -1,4 +1,4 @@
-#include "postscript/level3/pdf/Resources.h"
+#include "postscript/level3/pdf/ContentResources.h"
 
 #include <algorithm>
 #include <string_view>
@@ -21,7 +21,7 @@ std::string nameOf(std::size_t kind, ObjectNumber number) {
 
 }  // namespace
 
-void Resources::use(ResourceKind kind, ObjectNumber number, std::string& content) {
+void ContentResources::use(ResourceKind kind, ObjectNumber number, std::string& content) {
   const auto index = static_cast<std::size_t>(kind);
   std::vector<ObjectNumber>& numbers = numbers_[index];
   const auto place = std::lower_bound(numbers.begin(), numbers.end(), number);
@@ -29,15 +29,25 @@ void Resources::use(ResourceKind kind, ObjectNumber number, std::string& content
   appendName(content, nameOf(index, number));
 }
 
-bool Resources::isEmpty() const {
+void ContentResources::add(const ContentResources& other) {
+  for (std::size_t kind = 0; kind < kResourceKinds; ++kind) {
+    std::vector<ObjectNumber>& numbers = numbers_[kind];
+    for (const ObjectNumber number : other.numbers_[kind]) {
+      const auto place = std::lower_bound(numbers.begin(), numbers.end(), number);
+      if (place == numbers.end() || *place != number) numbers.insert(place, number);
+    }
+  }
+}
+
+bool ContentResources::isEmpty() const {
   return std::all_of(numbers_.begin(), numbers_.end(), [](const auto& numbers) { return numbers.empty(); });
 }
 
-void Resources::clear() {
+void ContentResources::clear() {
   for (auto& numbers : numbers_) numbers.clear();
 }
 
-std::string Resources::text() const {
+std::string ContentResources::text() const {
   DictionaryText resources;
   for (std::size_t kind = 0; kind < kResourceKinds; ++kind) {
     if (numbers_[kind].empty()) continue;

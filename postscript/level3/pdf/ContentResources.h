@@ -15,10 +15,13 @@ constexpr std::size_t kResourceKinds = 6;
 
 // What one content stream names. A resource's name is made of its kind and its object's number, so that it is
 // the same wherever it is used and content can be shared.
-class Resources {
+class ContentResources {
  public:
   // Notes the use, and appends the name: "/X12".
   void use(ResourceKind kind, ObjectNumber number, std::string& content);
+
+  // Notes all that another content uses.
+  void add(const ContentResources& other);
 
   bool isEmpty() const;
   void clear();

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "postscript/level3/geometry/Box.h"
+#include "postscript/level3/pdf/ContentResources.h"
+#include "postscript/level3/pdf/PathText.h"
+
+namespace quillpress::level3 {
+
+// How a glyph's outline is painted, by the number that `Tr` takes.
+enum class TextMode : std::uint8_t { kFill = 0, kStroke = 1, kInvisible = 3 };
+
+// One glyph of a font in the file, as content shows it.
+struct TextGlyph {
+  ObjectNumber font = 0;
+  std::uint32_t code = 0;
+  std::uint8_t codeBytes = 1;
+  TextMode mode = TextMode::kFill;
+  // How far PDF moves on after it: text space units at font size 1, exactly as the font's Widths say.
+  double width = 0;
+  // Text space at font size 1 to device space, with the glyph's origin.
+  Matrix toDevice;
+};
+
+// The part of the text state that outlives a text object.
+struct TextState {
+  ObjectNumber font = 0;
+  std::int64_t size = 0;  // in units of the writer's
+  TextMode mode = TextMode::kFill;
+};
+
+// Writes text objects. Glyphs that follow each other on a line become one string; where the job puts a glyph
+// elsewhere than its predecessor's width does, the string is cut by the difference, which is always taken
+// from what a reader of the PDF has added up, so that rounding never grows along a line.
+class TextWriter {
+ public:
+  bool isOpen() const { return isOpen_; }
+
+  // REQUIRES: nothing but text is written between the first glyph and close().
+  void show(std::string& content, ContentResources& resources, TextState& state, const ContentSpace& space,
+            const TextGlyph& glyph);
+
+  // Ends the text object, if there is one.
+  void close(std::string& content);
+
+ private:
+  struct Linear {
+    double a = 1;
+    double b = 0;
+    double c = 0;
+    double d = 1;
+    friend bool operator==(const Linear&, const Linear&) = default;
+  };
+
+  void open(std::string& content);
+  void useFont(std::string& content, ContentResources& resources, TextState& state, const TextGlyph& glyph,
+               std::int64_t size);
+  void moveTo(std::string& content, const ContentSpace& space, const Linear& linear, Point origin);
+  void flushRun(std::string& content);
+
+  bool isOpen_ = false;
+  Linear linear_;
+  // Where the line begins, in content space, as it has been written.
+  Point line_;
+  // How far the string has moved from there, in units of the line's matrix.
+  double pen_ = 0;
+  // The strings and adjustments of a TJ, and the string that is being gathered.
+  std::string parts_;
+  std::string run_;
+};
+
+}  // namespace quillpress::level3

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "postscript/level3/fonts/SystemFonts.h"
+#include "postscript/level3/text/CMap.h"
+#include "postscript/level3/text/Face.h"
+#include "postscript/level3/text/Type3Program.h"
+
+namespace quillpress::level3 {
+
+struct GlyphRun;
+
+// All fonts of a job: what belongs to the number in a font's dictionary (FID), the programs that go into the
+// PDF, and what stood in for fonts that were not there.
+class Fonts final : public Interpreter::Extension {
+ public:
+  static constexpr Interpreter::Slot kSlot = Interpreter::Slot::kFonts;
+
+  Fonts(Interpreter& interpreter, Graphics& graphics);
+  ~Fonts() override;
+
+  Interpreter& interpreter() { return interpreter_; }
+  Graphics& graphics() { return graphics_; }
+
+  // A number for a new font, whose FontMatrix is the one that all instances are measured by.
+  Object newFontId(const Matrix& matrix);
+  // Throws invalidfont when the dictionary is none that definefont has seen, or cannot be read.
+  std::shared_ptr<Face> faceOf(const Object& font);
+  // The FontMatrix that the font was defined with.
+  Matrix definedMatrix(const Object& font) const;
+
+  // The program for a content, made when there is none yet.
+  std::shared_ptr<OutlineProgram> program(const Fingerprint& content,
+                                          const std::function<std::unique_ptr<OutlineProgram>()>& make);
+  Type3Program& type3Program(const std::string& name, const Matrix& matrix);
+
+  SystemFonts& systemFonts() { return systemFonts_; }
+  // That a font stands in for another is worth a warning once its glyphs are asked for.
+  void noteSubstitution(const Object& font, std::string_view wanted, std::string_view used);
+  void noteMissingGlyph() { ++missingGlyphs_; }
+
+  // CMaps by number, as their dictionaries have it. Null when there is none.
+  std::int64_t newCMap();
+  CMap* cmap(std::int64_t number);
+
+  // The glyph whose procedure is running; null when none is.
+  GlyphRun* run() { return run_; }
+  void setRun(GlyphRun* run) { run_ = run; }
+
+  // Writes all fonts. To be called once, when all pages are written.
+  void finish();
+  std::vector<std::string> warnings() const;
+
+  void trace(Tracer& tracer) const override;
+  void onSave(std::uint32_t serial) override;
+  void onRestore(std::uint32_t serial) override;
+
+ private:
+  std::shared_ptr<Face> makeFace(const Object& font);
+
+  Interpreter& interpreter_;
+  Graphics& graphics_;
+  SystemFonts systemFonts_;
+  Name* fontId_;
+  std::int64_t lastNumber_ = 0;
+  std::unordered_map<std::int64_t, Matrix> definitions_;
+  std::unordered_map<std::int64_t, std::shared_ptr<Face>> faces_;
+  std::unordered_map<Fingerprint, std::shared_ptr<OutlineProgram>, FingerprintHash> programs_;
+  // In the order of their coming, so that the same job makes the same file.
+  std::vector<OutlineProgram*> order_;
+  std::vector<std::unique_ptr<Type3Program>> type3Programs_;
+  struct Substitution {
+    std::string wanted;
+    std::string used;
+    bool isUsed = false;
+  };
+  // By CharStrings, which copies with another encoding share. What stands in is never collected.
+  std::unordered_map<const Dictionary*, Substitution> substitutions_;
+  std::vector<std::unique_ptr<CMap>> cmaps_;
+  std::map<std::uint32_t, std::int64_t> saves_;
+  std::size_t missingGlyphs_ = 0;
+  GlyphRun* run_ = nullptr;
+};
+
+inline Fonts& fontsOf(Interpreter& interpreter) {
+  return interpreter.extension<Fonts>();
+}
+
+}  // namespace quillpress::level3

@@ -1,0 +1,167 @@
+#include "postscript/level3/text/OutlineFace.h"
+
+#include <algorithm>
+
+#include "postscript/level3/text/FontEntries.h"
+#include "postscript/level3/text/Fonts.h"
+#include "postscript/level3/text/GlyphText.h"
+
+namespace quillpress::level3 {
+
+namespace {
+
+constexpr std::size_t kMetricsResults = 10;
+
+// The entry of Metrics or Metrics2 for a glyph: by name, or by CID.
+const Object* metricsEntry(const Object& metrics, const GlyphKey& key) {
+  if (!metrics.isDictionary()) return nullptr;
+  if (key.name != nullptr) return metrics.asDictionary()->find(key.name);
+  return metrics.asDictionary()->find(Object::integer(key.code));
+}
+
+// What of the clip must be open for a glyph; more than the glyph where its outline is empty.
+Box deviceBounds(const FaceGlyph& glyph, const Matrix& toDevice) {
+  Box bounds = glyph.bounds;
+  bounds.include(Point{0, 0});
+  return transformed(bounds, toDevice);
+}
+
+}  // namespace
+
+OutlineFace::OutlineFace(Fonts& fonts, const Object& font, std::shared_ptr<OutlineProgram> program)
+    : program_(std::move(program)), fonts_(fonts) {
+  const FontEntries entries(fonts.interpreter(), font);
+  if (entries.integer("PaintType", 0) == 2) strokeWidth_ = std::max(0.0, entries.number("StrokeWidth", 0));
+}
+
+std::uint64_t OutlineFace::identityOf(const GlyphKey& key) {
+  return key.name != nullptr ? reinterpret_cast<std::uintptr_t>(key.name) : std::uint64_t{key.code} << 1 | 1;
+}
+
+FaceGlyph& OutlineFace::glyph(const Object& font, const GlyphKey& key) {
+  const Object source = sourceOf(font, key);
+  const auto [place, isNew] = glyphs_.try_emplace(identityOf(key));
+  FaceGlyph& glyph = place->second;
+  if (!isNew && glyph.source.isIdenticalTo(source)) return glyph;
+  // Names that are keys here are not to be collected.
+  if (isNew && key.name != nullptr) fonts_.interpreter().memory().name(key.name->text());
+  glyph = {};
+  glyph.source = source;
+  const std::optional<GlyphIndex> index = read(font, key, source);
+  if (!index) {
+    if (!isNotdef(key)) fonts_.noteMissingGlyph();
+    return glyph;
+  }
+  glyph.index = *index;
+  measure(font, key, glyph);
+  return glyph;
+}
+
+void OutlineFace::measure(const Object& font, const GlyphKey& key, FaceGlyph& glyph) {
+  const Glyph& outline = program_->glyph(glyph.index);
+  glyph.isShown = !outline.path.isEmpty() || !isNotdef(key);
+  glyph.bounds = outline.bounds();
+  glyph.advance = outline.advance;
+  glyph.width = program_->width(glyph.index);
+  if (outline.vertical) {
+    glyph.vertical = *outline.vertical;
+  } else {
+    const double em = 1 / program_->unit();
+    glyph.vertical = {{0, -em}, {outline.advance.x / 2, 0.88 * em}};
+  }
+  applyMetrics(font, key, glyph);
+  applyDeviceProcedure(font, key, glyph);
+}
+
+// Metrics: a width, [sidebearing width] along the baseline, or [sbx sby wx wy]; the outline moves with its
+// side bearing. Metrics2: [w1x w1y vx vy].
+void OutlineFace::applyMetrics(const Object& font, const GlyphKey& key, FaceGlyph& glyph) {
+  const FontEntries entries(fonts_.interpreter(), font);
+  if (const Object* const entry = metricsEntry(entries.dictionary("Metrics"), key)) {
+    const double left = glyph.bounds.isEmpty() ? 0 : glyph.bounds.left;
+    if (entry->isNumber()) {
+      glyph.advance = {entry->asNumber(), 0};
+    } else if (const std::vector<double> values = numbersIn(*entry); values.size() == 2) {
+      glyph.shift = {values[0] - left, 0};
+      glyph.advance = {values[1], 0};
+    } else if (values.size() == 4) {
+      glyph.shift = {values[0] - left, values[1]};
+      glyph.advance = {values[2], values[3]};
+    }
+  }
+  if (const Object* const entry = metricsEntry(entries.dictionary("Metrics2"), key)) {
+    const std::vector<double> values = numbersIn(*entry);
+    if (values.size() == 4) glyph.vertical = {{values[0], values[1]}, {values[2], values[3]}};
+  }
+}
+
+// w0x w0y llx lly urx ury w1x w1y vx vy font code CDevProc -> the same ten
+void OutlineFace::applyDeviceProcedure(const Object& font, const GlyphKey& key, FaceGlyph& glyph) {
+  Interpreter& interpreter = fonts_.interpreter();
+  const FontEntries entries(interpreter, font);
+  const Object* const procedure = entries.find("CDevProc");
+  if (procedure == nullptr || !procedure->isProcedure()) return;
+  ObjectStack& operands = interpreter.operands();
+  const Box box = glyph.bounds.isEmpty() ? Box{0, 0, 0, 0} : glyph.bounds;
+  const VerticalMetrics& down = glyph.vertical;
+  for (const double value : {glyph.advance.x, glyph.advance.y, box.left, box.bottom, box.right, box.top,
+                             down.advance.x, down.advance.y, down.origin.x, down.origin.y}) {
+    operands.push(Object::real(static_cast<float>(value)));
+  }
+  operands.push(font);
+  operands.push(key.name != nullptr ? Object::literalName(key.name) : Object::integer(key.code));
+  interpreter.runAndWait(*procedure);
+  if (operands.depth() < kMetricsResults) raise(ErrorName::kStackUnderflow);
+  std::array<double, kMetricsResults> results{};
+  for (std::size_t i = 0; i < kMetricsResults; ++i) {
+    const Object& result = operands.top(kMetricsResults - 1 - i);
+    if (!result.isNumber()) raise(ErrorName::kTypeCheck);
+    results[i] = result.asNumber();
+  }
+  operands.pop(kMetricsResults);
+  glyph.advance = {results[0], results[1]};
+  glyph.vertical = {{results[6], results[7]}, {results[8], results[9]}};
+}
+
+std::u32string OutlineFace::meaningOf(const Object& font, const GlyphKey& key, GlyphIndex index) {
+  std::u32string text = textOfGlyph(fonts_.interpreter(), font, key);
+  if (text.empty()) text = ownText(index);
+  // Where nothing tells, the code may: many a job names its glyphs by number and leaves them at their codes.
+  if (text.empty() && !isNotdef(key)) text = textOfCode(key);
+  return text;
+}
+
+void OutlineFace::paint(FaceGlyph& glyph, const GlyphPlace& place) {
+  if (!glyph.isShown) return;
+  Graphics& graphics = fonts_.graphics();
+  if (graphics.state().device->canvas->content() == nullptr) return;
+  const std::optional<Paint> paint = graphics.patterns().visiblePaint(*graphics.state().colour);
+  ContentWriter* const content = graphics.content();
+  if (!paint || content == nullptr) return;
+  const Box bounds = deviceBounds(glyph, place.toDevice);
+  if (!bounds.touches(content->area())) return;
+  if (glyph.slot.font == 0) {
+    glyph.slot = program_->use(graphics.document().file(), glyph.index, place.key.code,
+                               meaningOf(place.font, place.key, glyph.index));
+  }
+  TextGlyph text;
+  text.font = glyph.slot.font;
+  text.code = glyph.slot.code;
+  text.codeBytes = glyph.slot.codeBytes;
+  text.width = glyph.width;
+  const double unit = program_->unit();
+  text.toDevice = Matrix::scaling(1 / unit, 1 / unit) * place.toDevice;
+  const GraphicsState& state = graphics.state();
+  if (strokeWidth_ >= 0) text.mode = TextMode::kStroke;
+  content->showGlyph(text, bounds, *paint, state.clip, state.rare, strokeWidth_ * place.toDevice.meanScale());
+}
+
+void OutlineFace::appendOutline(FaceGlyph& glyph, const GlyphPlace& place, Path& path) {
+  if (glyph.isShown) path.append(program_->glyph(glyph.index).path.transformed(place.toDevice));
+}
+
+void OutlineFace::trace(Tracer& tracer) const {
+  for (const auto& [key, glyph] : glyphs_) tracer.visit(glyph.source);
+}
+
+}  // namespace quillpress::level3

@@ -1,0 +1,126 @@
+#include "postscript/level3/text/Shower.h"
+
+#include "postscript/level3/graphics/MatrixOperands.h"
+#include "postscript/level3/text/Fonts.h"
+
+namespace quillpress::level3 {
+
+namespace {
+
+// What a face says of a glyph may run a job's procedure; the font must live as long.
+class KeptCharacter {
+ public:
+  KeptCharacter(Interpreter& interpreter, const TextCharacter& character)
+      : kept_(interpreter.memory(), character.font) {}
+
+ private:
+  Rooted kept_;
+};
+
+}  // namespace
+
+Shower::Shower(Interpreter& interpreter, const ShowSettings& settings)
+    : interpreter_(interpreter), graphics_(graphicsOf(interpreter)), settings_(settings) {}
+
+Point Shower::advanceOf(const TextCharacter& character, const FaceGlyph& glyph) const {
+  return character.matrix.applyToDistance(character.isVertical ? glyph.vertical.advance : glyph.advance);
+}
+
+Point Shower::advanceWith(const TextCharacter& character, const FaceGlyph& glyph) {
+  const std::size_t place = count_++;
+  if (settings_.advances) return (*settings_.advances)[place];
+  Point advance = advanceOf(character, glyph) + settings_.extra;
+  if (settings_.wideCode == character.code) advance = advance + settings_.wideExtra;
+  return advance;
+}
+
+// Paints the glyph at the current point, or adds it to the path there.
+void Shower::place(const TextCharacter& character, FaceGlyph& glyph) {
+  if (settings_.target == ShowSettings::Target::kWidth || !character.face) return;
+  GraphicsState& state = graphics_.state();
+  Point shift = glyph.shift;
+  if (character.isVertical) shift = shift - glyph.vertical.origin;
+  Matrix toDevice = character.matrix * state.ctm;
+  const Point base = state.ctm.applyToDistance(character.matrix.apply(shift));
+  const Point origin = graphics_.currentPoint() + base;
+  toDevice.tx = origin.x;
+  toDevice.ty = origin.y;
+  const GlyphPlace where{character.font, character.key, toDevice};
+  if (settings_.target == ShowSettings::Target::kPage) {
+    character.face->paint(glyph, where);
+  } else {
+    character.face->appendOutline(glyph, where, state.path);
+  }
+}
+
+void Shower::moveBy(Point user) {
+  if (settings_.target == ShowSettings::Target::kWidth) return;
+  graphics_.moveTo(graphics_.currentPoint() + graphics_.state().ctm.applyToDistance(user));
+}
+
+Point Shower::show(std::string_view bytes) {
+  const Rooted font(interpreter_.memory(), graphics_.state().font);
+  TextCursor cursor(interpreter_, font.value, bytes);
+  TextCharacter character;
+  FaceGlyph nothing;
+  Point total;
+  while (cursor.next(character)) {
+    FaceGlyph& glyph = character.face ? character.face->glyph(character.font, character.key) : nothing;
+    // Adding an outline ends with a current point of its own.
+    const std::optional<Point> start = graphics_.state().path.currentPoint();
+    place(character, glyph);
+    const Point advance = advanceWith(character, glyph);
+    total = total + advance;
+    if (settings_.target == ShowSettings::Target::kWidth) continue;
+    graphics_.moveTo(*start + graphics_.state().ctm.applyToDistance(advance));
+  }
+  return total;
+}
+
+void Shower::showGlyph(const TextCharacter& character) {
+  const KeptCharacter kept(interpreter_, character);
+  FaceGlyph& glyph = character.face->glyph(character.font, character.key);
+  place(character, glyph);
+  moveBy(advanceWith(character, glyph));
+}
+
+void Shower::showWithProcedure(std::string_view bytes) {
+  const std::string string(bytes);
+  const Rooted procedure(interpreter_.memory(), settings_.procedure);
+  for (std::size_t place = 0; place < string.size(); ++place) {
+    if (place > 0) {
+      interpreter_.operands().push(Object::integer(static_cast<unsigned char>(string[place - 1])));
+      interpreter_.operands().push(Object::integer(static_cast<unsigned char>(string[place])));
+      interpreter_.runAndWait(procedure.value);
+    }
+    show(std::string_view(string).substr(place, 1));
+  }
+}
+
+void Shower::callWithWidths(std::string_view bytes) {
+  const Rooted procedure(interpreter_.memory(), settings_.procedure);
+  const Rooted root(interpreter_.memory(), graphics_.state().font);
+  TextCursor cursor(interpreter_, root.value, bytes);
+  TextCharacter character;
+  FaceGlyph nothing;
+  while (cursor.next(character)) {
+    const KeptCharacter kept(interpreter_, character);
+    const FaceGlyph& glyph = character.face ? character.face->glyph(character.font, character.key) : nothing;
+    const Point advance = advanceOf(character, glyph);
+    GraphicsState& state = graphics_.state();
+    if (character.face) {
+      // The procedure finds the base font, as it has to be to show the character.
+      state.rootFont = root.value;
+      state.font = character.font;
+    }
+    interpreter_.operands().push(
+        Object::integer(character.key.name == nullptr ? character.key.code : character.code));
+    interpreter_.operands().push(realOf(advance.x));
+    interpreter_.operands().push(realOf(advance.y));
+    interpreter_.runAndWait(procedure.value);
+    graphics_.state().font = root.value;
+    graphics_.state().rootFont = root.value;
+  }
+}
+
+}  // namespace quillpress::level3

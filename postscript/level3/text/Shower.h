@@ -1,0 +1,54 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "postscript/level3/text/TextCursor.h"
+
+namespace quillpress::level3 {
+
+// What an operator adds to the way that its string is shown. Distances are in user space.
+struct ShowSettings {
+  enum class Target {
+    kPage,
+    kPath,   // charpath
+    kWidth,  // stringwidth
+  };
+  Target target = Target::kPage;
+  // To every glyph's advance.
+  Point extra;
+  // To the advance of one character.
+  std::optional<std::uint32_t> wideCode;
+  Point wideExtra;
+  // Instead of advances, one for each character.
+  std::optional<std::vector<Point>> advances;
+  // kshow's and cshow's.
+  Object procedure;
+};
+
+// Shows characters one after the other: each at the current point, which it moves on.
+class Shower {
+ public:
+  Shower(Interpreter& interpreter, const ShowSettings& settings);
+
+  // The distance, in user space, that the string has moved the current point by.
+  Point show(std::string_view bytes);
+  void showGlyph(const TextCharacter& character);
+
+  // kshow: the procedure between characters, which may change the font. cshow: the procedure alone.
+  void showWithProcedure(std::string_view bytes);
+  void callWithWidths(std::string_view bytes);
+
+ private:
+  Point advanceOf(const TextCharacter& character, const FaceGlyph& glyph) const;
+  Point advanceWith(const TextCharacter& character, const FaceGlyph& glyph);
+  void place(const TextCharacter& character, FaceGlyph& glyph);
+  void moveBy(Point user);
+
+  Interpreter& interpreter_;
+  Graphics& graphics_;
+  const ShowSettings& settings_;
+  std::size_t count_ = 0;
+};
+
+}  // namespace quillpress::level3

@@ -1,0 +1,14 @@
+#include "postscript/level3/text/TextOperators.h"
+
+namespace quillpress::level3 {
+
+void addTextOperators(Interpreter& interpreter) {
+  addFontOperators(interpreter);
+  addFontResources(interpreter);
+  addShowOperators(interpreter);
+  addGlyphOperators(interpreter);
+  addFontCacheOperators(interpreter);
+  addCMapOperators(interpreter);
+}
+
+}  // namespace quillpress::level3

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <map>
+
+#include "postscript/level3/text/Face.h"
+
+namespace quillpress::level3 {
+
+class Fonts;
+class Type3Program;
+
+// A face whose glyphs are procedures of the job. A glyph that is a mere shape is drawn once, at a size of its
+// own, and is a character of a Type 3 font from then on; one with colours is drawn each time, since it may
+// look different each time, and equal drawings become one character.
+class Type3Face final : public Face {
+ public:
+  // Throws invalidfont.
+  Type3Face(Fonts& fonts, const Object& font);
+
+  FaceGlyph& glyph(const Object& font, const GlyphKey& key) override;
+  void paint(FaceGlyph& glyph, const GlyphPlace& place) override;
+  void appendOutline(FaceGlyph& glyph, const GlyphPlace& place, Path& path) override;
+
+ private:
+  struct Drawn {
+    FaceGlyph glyph;
+    bool isMask = false;
+  };
+  using Key = std::pair<Name*, std::uint32_t>;
+
+  Key identityOf(const GlyphKey& key) const;
+  void draw(const Object& font, const GlyphKey& key, Drawn& drawn);
+  void runProcedure(const Object& font, const GlyphKey& key);
+
+  Fonts& fonts_;
+  Type3Program* program_;
+  Matrix matrix_;
+  bool hasGlyphProcedure_;
+  std::map<Key, Drawn> glyphs_;
+};
+
+}  // namespace quillpress::level3

@@ -13,7 +13,9 @@ if(WIN32)
   install(FILES include/quillpress/driver.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quillpress)
   install(TARGETS twsmsnd RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 else()
-  # The command line finds the library beside it, wherever both are installed.
+  install(TARGETS quillpress_document LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  install(FILES include/quillpress/document.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quillpress)
+  # The command line finds the libraries beside it, wherever all are installed.
   file(RELATIVE_PATH libraryFolder /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
   set_target_properties(quillpress-cli PROPERTIES INSTALL_RPATH "$ORIGIN/${libraryFolder}")
   install(TARGETS quillpress-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})

@@ -64,6 +64,9 @@ Operator makeOperator(Name* name, std::string_view operands, OperatorFunction fu
   Operator made;
   made.name = name;
   made.function = function;
+  constexpr std::string_view kCount = "count ";
+  made.countsFirst = operands.starts_with(kCount);
+  if (made.countsFirst) operands.remove_prefix(kCount.size());
   while (!operands.empty()) made.operands.at(made.operandCount++) = tagsOf(takePiece(operands, ' '));
   std::reverse(made.operands.begin(), made.operands.begin() + made.operandCount);
   return made;

@@ -20,6 +20,9 @@ using OperatorFunction = void (*)(Interpreter&);
 // "|". Kinds: any null int real num bool mark name oper string array packed proc dict file save fontid
 // gstate; "array" is an array of either kind, "proc" an executable one.
 //
+// As a rule an operand of the wrong type is found before a missing one below it. Operators that begin with
+// "count " look first whether all are there.
+//
 // The function finds the operands there, of these types. What the types do not say - ranges, access - it
 // checks itself, before it pops: on an error the operands must still be on the stack.
 struct OperatorRow {
@@ -47,6 +50,7 @@ struct Operator {
   // How many objects a loop keeps on the execution stack, itself included.
   std::uint8_t frameSize = 1;
   std::uint8_t operandCount = 0;
+  bool countsFirst = false;
   // For each operand, the topmost first, a bit for each Object::Tag that it may have.
   std::array<std::uint32_t, kMaxOperands> operands{};
 };

@@ -27,8 +27,9 @@ inline void Interpreter::call(const Operator& called) {
   called.function(*this);
 }
 
-// From the top down: an operand of the wrong type is found before a missing one below it.
+// From the top down: an operand of the wrong type is found before a missing one below it, mostly.
 void Interpreter::rejectOperands(const Operator& called) const {
+  if (called.countsFirst && operands_.depth() < called.operandCount) raise(ErrorName::kStackUnderflow);
   for (std::size_t i = 0; i < called.operandCount; ++i) {
     if (i >= operands_.depth()) raise(ErrorName::kStackUnderflow);
     if (((called.operands[i] >> operands_.top(i).tag()) & 1) == 0) raise(ErrorName::kTypeCheck);
@@ -146,7 +147,7 @@ void Interpreter::runLoop() {
     } catch (const PostscriptError& error) {
       suspendProcedure(next, end);
       next = end = nullptr;
-      enterHandler(error.name, object);
+      enterHandler(error.name, error.command == nullptr ? object : Object::executableName(error.command));
     } catch (const std::bad_alloc&) {
       suspendProcedure(next, end);
       next = end = nullptr;

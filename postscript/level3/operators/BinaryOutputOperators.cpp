@@ -32,8 +32,8 @@ void writeobject(Interpreter& interpreter) {
 }
 
 constexpr OperatorRow kBinaryOutputOperators[] = {
-    {"printobject", "any int", printobject},
-    {"writeobject", "file any int", writeobject},
+    {"printobject", "count any int", printobject},
+    {"writeobject", "count file any int", writeobject},
 };
 
 }  // namespace

@@ -102,8 +102,8 @@ constexpr OperatorRow kCompositeOperators[] = {
     {"length", "array|dict|string|name", length},
     {"get", "array|dict|string any", get},
     {"put", "array|dict|string any any", put},
-    {"getinterval", "array|string int int", getinterval},
-    {"putinterval", "array|string int array|string", putinterval},
+    {"getinterval", "count array|string int int", getinterval},
+    {"putinterval", "count array|string int array|string", putinterval},
 };
 
 }  // namespace

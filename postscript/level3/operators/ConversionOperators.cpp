@@ -100,7 +100,7 @@ void cvrs(Interpreter& interpreter) {
 
 constexpr OperatorRow kConversionOperators[] = {
     {"cvi", "num|string", cvi}, {"cvr", "num|string", cvr},       {"cvn", "string", cvn},
-    {"cvs", "any string", cvs}, {"cvrs", "num int string", cvrs},
+    {"cvs", "any string", cvs}, {"cvrs", "count num int string", cvrs},
 };
 
 }  // namespace

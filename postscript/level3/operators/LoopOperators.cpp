@@ -106,6 +106,8 @@ void forLoop(Interpreter& interpreter) {
   const Object& initial = operands.top(3);
   const Object& increment = operands.top(2);
   const Object& limit = operands.top(1);
+  // A loop that gets nowhere is not begun.
+  if (increment.asNumber() == 0) return operands.pop(4);
   const bool isInteger = initial.isInteger() && increment.isInteger();
   // With a negative step, a fraction in the limit ends the loop one earlier than its floor does.
   const bool countsDown = isInteger && increment.asInteger() < 0 && limit.isReal();
@@ -127,7 +129,7 @@ void forLoop(Interpreter& interpreter) {
 constexpr OperatorRow kLoopOperators[] = {
     {"loop", "proc", loop},
     {"repeat", "int proc", repeat},
-    {"for", "num num num proc", forLoop},
+    {"for", "count num num num proc", forLoop},
 };
 
 }  // namespace

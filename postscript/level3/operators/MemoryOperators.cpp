@@ -110,7 +110,7 @@ constexpr OperatorRow kMemoryOperators[] = {
     {"vmstatus", "", vmstatus},
     {"vmreclaim", "int", vmreclaim},
     {"setvmthreshold", "int", setvmthreshold},
-    {"startjob", "bool int|string", startjob},
+    {"startjob", "count bool int|string", startjob},
     // The names under which LanguageLevel 1 extensions had them.
     {"setshared", "bool", setglobal},
     {"currentshared", "", currentglobal},

@@ -102,10 +102,10 @@ void bitshift(Interpreter& interpreter) {
 constexpr OperatorRow kRelationalOperators[] = {
     {"eq", "any any", eq},
     {"ne", "any any", ne},
-    {"gt", "num|string num|string", compareWith<isGreater>},
+    {"gt", "count num|string num|string", compareWith<isGreater>},
     {"ge", "num|string num|string", compareWith<isAtLeast>},
     {"lt", "num|string num|string", compareWith<isLess>},
-    {"le", "num|string num|string", compareWith<isAtMost>},
+    {"le", "count num|string num|string", compareWith<isAtMost>},
     {"and", "bool|int bool|int", combineWith<both>},
     {"or", "bool|int bool|int", combineWith<either>},
     {"xor", "bool|int bool|int", combineWith<oneOf>},

@@ -218,11 +218,11 @@ void resourceforall(Interpreter& interpreter) {
 }
 
 constexpr OperatorRow kResourceOperators[] = {
-    {"defineresource", "any any name", defineresource},
-    {"findresource", "any name", findresource},
+    {"defineresource", "count any any name", defineresource},
+    {"findresource", "count any name", findresource},
     {"undefineresource", "any name", undefineresource},
     {"resourcestatus", "any name", resourcestatus},
-    {"resourceforall", "string proc string name", resourceforall},
+    {"resourceforall", "count string proc string name", resourceforall},
 };
 
 }  // namespace

@@ -100,7 +100,7 @@ constexpr OperatorRow kStackOperators[] = {
     {"dup", "any", dup},
     {"copy", "any", copy},
     {"index", "int", index},
-    {"roll", "int int", roll},
+    {"roll", "count int int", roll},
     {"clear", "", clear},
     {"count", "", count},
     {"mark", "", mark},

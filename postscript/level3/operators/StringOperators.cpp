@@ -57,7 +57,7 @@ void search(Interpreter& interpreter) {
 constexpr OperatorRow kStringOperators[] = {
     {"string", "int", string},
     {"anchorsearch", "string string", anchorsearch},
-    {"search", "string string", search},
+    {"search", "count string string", search},
 };
 
 }  // namespace

@@ -38,6 +38,9 @@ Access accessOf(const Object& composite) {
 void limitAccess(Interpreter& interpreter, Access access) {
   Object& operand = interpreter.operands().top();
   if (accessOf(operand) > access) raise(ErrorName::kInvalidAccess);
+  // A dictionary's access is everybody's, and one that is read-only may be relied on.
+  const bool isReliedOn = operand.isDictionary() && accessOf(operand) == Access::kReadOnly;
+  if (isReliedOn && access == Access::kNone) raise(ErrorName::kInvalidAccess);
   if (operand.isDictionary()) {
     interpreter.memory().setAccess(*operand.asDictionary(), access);
   } else {

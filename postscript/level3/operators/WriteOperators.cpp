@@ -62,9 +62,9 @@ void flushfile(Interpreter& interpreter) {
 }
 
 constexpr OperatorRow kWriteOperators[] = {
-    {"write", "file int", writeByte},
-    {"writestring", "file string", writestring},
-    {"writehexstring", "file string", writehexstring},
+    {"write", "count file int", writeByte},
+    {"writestring", "count file string", writestring},
+    {"writehexstring", "count file string", writehexstring},
     {"flushfile", "file", flushfile},
 };
 

@@ -263,7 +263,7 @@ Object Scanner::readName(ScanInput& input) {
   skipSpaceBehind(input);
   if (!isImmediate) return Object::literalName(name);
   const Object* const value = memory_.dictionaryStack().find(name);
-  if (value == nullptr) raise(ErrorName::kUndefined);
+  if (value == nullptr) throw PostscriptError{ErrorName::kUndefined, name};
   return *value;
 }
 

@@ -1,0 +1,109 @@
+#include <gtest/gtest.h>
+
+#include "postscript/level3/images/PassedImage.h"
+#include "postscript/level3/pdf/PdfDocument.h"
+#include "tests/level3/streams/FilterTesting.h"
+
+namespace quillpress::level3 {
+namespace {
+
+class Memory final : public Output {
+ public:
+  void write(std::string_view bytes) override { bytes_ += bytes; }
+  [[nodiscard]] bool holds(std::string_view bytes) const { return bytes_.find(bytes) != std::string::npos; }
+
+ private:
+  std::string bytes_;
+};
+
+class PassedImageTest : public testing::Test {
+ protected:
+  static std::string photograph(int rows) {
+    const DctParameters parameters{.columns = 30, .rows = rows, .colors = 3};
+    std::string samples;
+    std::mt19937 random(4);
+    for (int i = 0; i < 30 * rows * 3; ++i) samples += static_cast<char>(random());
+    return encodeText(encoderOf<DctEncoder>(parameters), samples);
+  }
+
+  static ImageDescription colourImage() {
+    return {.layout = {.width = 30, .height = 20, .components = 3, .bits = 8}, .colourSpace = "/DeviceRGB"};
+  }
+
+  static ImageDescription faxImage(int height) {
+    return {.layout = {.width = 20, .height = height, .components = 1, .bits = 1},
+            .colourSpace = "/DeviceGray"};
+  }
+
+  // Six rows of Group 4.
+  static std::string fax() { return {"\x3F\x2F\x93\x54\x3C\x64\x40\x6E\x4D\x59\xB6\x6D\x80\x08\x00\x80", 16}; }
+
+  static std::string withMore(std::string data) {
+    data += "and more";
+    return data;
+  }
+
+  Memory memory_;
+  PdfFile file_{memory_};
+};
+
+TEST_F(PassedImageTest, PhotographsGoIntoTheFileByteForByte) {
+  const std::string data = photograph(20);
+  for (const std::size_t size : {std::size_t{1}, std::size_t{100}, std::size_t{100'000}}) {
+    const SourcePointer source = inPieces(withMore(data), size);
+    DctDecoder decoder(source);
+    const WrittenImage image = passJpeg(file_, colourImage(), decoder);
+    EXPECT_NE(image.number, 0U);
+    EXPECT_EQ(image.height, 20);
+    EXPECT_TRUE(memory_.holds(data));
+    EXPECT_TRUE(memory_.holds("/Filter/DCTDecode"));
+    EXPECT_TRUE(decoder.isClosed());
+    EXPECT_EQ(source->position(), data.size()) << "in pieces of " << size;
+  }
+}
+
+TEST_F(PassedImageTest, APhotographOfAnotherSizeIsDecoded) {
+  const std::string data = photograph(24);
+  const SourcePointer source = inPieces(withMore(data), 100);
+  DctDecoder decoder(source);
+  EXPECT_EQ(passJpeg(file_, colourImage(), decoder).height, 20);
+  EXPECT_FALSE(memory_.holds(data));
+  EXPECT_FALSE(memory_.holds("/Filter/DCTDecode"));
+  EXPECT_EQ(source->position(), data.size());
+}
+
+TEST_F(PassedImageTest, WhatTheColoursMeanIsSaidWhereTheDataDoesNot) {
+  std::string data = photograph(20);
+  // Nobody knows this maker.
+  data.replace(data.find("Adobe"), 5, "Other");
+  DctDecoder decoder(inPieces(data, 100), false);
+  passJpeg(file_, colourImage(), decoder);
+  EXPECT_TRUE(memory_.holds("/DecodeParms<</ColorTransform 0>>"));
+}
+
+TEST_F(PassedImageTest, FaxDataGoesIntoTheFileByteForByte) {
+  const CcittParameters parameters{.k = -1, .columns = 20};
+  const SourcePointer source = inPieces(withMore(fax()), 3);
+  CcittDecoder decoder(source, parameters);
+  const WrittenImage image = passFax(file_, faxImage(6), decoder);
+  EXPECT_EQ(image.height, 6);
+  EXPECT_TRUE(memory_.holds(fax()));
+  EXPECT_TRUE(memory_.holds("/K -1"));
+  EXPECT_EQ(source->position(), fax().size());
+}
+
+TEST_F(PassedImageTest, ShortFaxDataMakesAShortImage) {
+  const CcittParameters parameters{.k = -1, .columns = 20};
+  CcittDecoder decoder(inPieces(fax(), 100), parameters);
+  EXPECT_EQ(passFax(file_, faxImage(9), decoder).height, 6);
+  EXPECT_TRUE(memory_.holds("/Rows 6"));
+}
+
+TEST_F(PassedImageTest, FaxDataOfAnotherWidthIsDecoded) {
+  EXPECT_TRUE(canPassFax(faxImage(6), {.k = -1, .columns = 20}));
+  EXPECT_FALSE(canPassFax(faxImage(6), {.k = -1, .columns = 24}));
+  EXPECT_FALSE(canPassFax(faxImage(6), {.k = 0, .columns = 20, .damagedRowsBeforeError = 3}));
+}
+
+}  // namespace
+}  // namespace quillpress::level3

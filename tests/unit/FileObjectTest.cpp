@@ -13,14 +13,14 @@ class FileObjectTest : public testing::Test {
 };
 
 TEST_F(FileObjectTest, ReadsTheCurrentFileByteByByte) {
-  const auto file = memory.newFile(std::make_unique<FileData>());
+  const auto file = memory.newCurrentFile();
   interpreter.parser().setInput("ab", 2);
   EXPECT_EQ(file->readChar(interpreter), 'a');
   EXPECT_EQ(file->readChar(interpreter), 'b');
 }
 
 TEST_F(FileObjectTest, ReadingAtTheEndOfTheChunkThrows) {
-  const auto file = memory.newFile(std::make_unique<FileData>());
+  const auto file = memory.newCurrentFile();
   interpreter.parser().setInput("", 0);
   EXPECT_EQ(messageOf([&] { file->readChar(interpreter); }),
             "Progam attempting to read char when insufficient current file is loaded");
@@ -37,18 +37,17 @@ TEST_F(FileObjectTest, TheReadOperatorTakesOneByteBehindItsDelimiter) {
 }
 
 TEST_F(FileObjectTest, AnyOtherFileCannotBeRead) {
-  const auto file = memory.newFile(std::make_unique<FileData>(memory.newString("abc"), "f", 0));
+  const auto file = memory.newFilteredFile(memory.newString("abc"), "f", 0);
   EXPECT_EQ(messageOf([&] { file->readChar(interpreter); }), "Read not supported on this file type");
 }
 
 TEST_F(FileObjectTest, ASourceIsAStringOrAFile) {
-  const auto file = memory.newFile(std::make_unique<FileData>());
-  EXPECT_NO_THROW((void)memory.newFile(std::make_unique<FileData>(file, "f", 0)));
-  EXPECT_NO_THROW((void)memory.newFile(std::make_unique<FileData>(memory.newString({}), "f", 0)));
-  EXPECT_EQ(
-      messageOf([&] { (void)memory.newFile(std::make_unique<FileData>(make<IntegerObject>(1), "f", 0)); }),
-      "Unsupported FileData source object type");
-  EXPECT_EQ(messageOf([&] { (void)memory.newFile(std::make_unique<FileData>(nullptr, "f", 0)); }),
+  const auto file = memory.newCurrentFile();
+  EXPECT_NO_THROW((void)memory.newFilteredFile(file, "f", 0));
+  EXPECT_NO_THROW((void)memory.newFilteredFile(memory.newString({}), "f", 0));
+  EXPECT_EQ(messageOf([&] { (void)memory.newFilteredFile(make<IntegerObject>(1), "f", 0); }),
+            "Unsupported FileData source object type");
+  EXPECT_EQ(messageOf([&] { (void)memory.newFilteredFile(nullptr, "f", 0); }),
             "Unsupported FileData source object type");
 }
 
@@ -56,7 +55,7 @@ TEST_F(FileObjectTest, ThePayloadHoldsItsSource) {
   const Ref<StringObject> source = memory.newString("abc");
   {
     VirtualMemoryObject area("Area");
-    const auto file = make<FileObject>(area, std::make_unique<FileData>(source, "ASCIIHexDecode", 7));
+    const auto file = make<FileObject>(area, source, "ASCIIHexDecode", 7);
     EXPECT_EQ(source->refCount, 2);
     EXPECT_EQ(file->data().filterName, "ASCIIHexDecode");
     EXPECT_EQ(file->data().filterParameter, 7);

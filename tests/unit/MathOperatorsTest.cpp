@@ -62,10 +62,12 @@ TEST(MathOperatorsTest, RoundStaysAPositiveZero) {
   EXPECT_FALSE(std::signbit(realOf("-0.3 round ")));
 }
 
-TEST(MathOperatorsTest, AResultIsHeldByTheStackAlone) {
+TEST(MathOperatorsTest, AResultOnTheStackOutlivesAllThatFollow) {
   Interpreter interpreter;
-  run(interpreter, "1 2 add ");
-  EXPECT_EQ(interpreter.operandStack().peek(0)->refCount, 1);
+  run(interpreter, "1 2 add 1000 { 5 6 add pop } repeat ");
+  const auto* result = as<IntegerObject>(interpreter.operandStack().peek(0));
+  ASSERT_NE(result, nullptr);
+  EXPECT_EQ(result->value, 3);
 }
 
 TEST(MathOperatorsTest, TheOperatorsCarryTheirNames) {

@@ -59,11 +59,35 @@ TEST_F(ParserTest, TheErrorsNameTheirSource) {
   }
 }
 
-// Of executable names alone the parser may keep one, to hand it out again when nobody else holds it.
-TEST_F(ParserTest, ATokenBelongsToItsTaker) {
-  for (const std::string_view text : {"5 ", "2.5 ", "(a)", "<61>", "/a "}) {
+TEST_F(ParserTest, AStringBelongsToItsTaker) {
+  for (const std::string_view text : {"(a)", "<61>"}) {
     feed(text);
     EXPECT_EQ(parser.nextToken()->refCount, 1) << text;
+  }
+}
+
+// The parser keeps some numbers and names to hand them out again, but none that somebody else holds.
+TEST_F(ParserTest, ATokenThatIsHeldNeverChanges) {
+  for (const std::string_view text : {"5 ", "2.5 ", "/a ", "a "}) {
+    feed(text);
+    const Ref<PostscriptObject> held = parser.nextToken();
+    const std::string before = held->describe();
+    for (int i = 0; i < 1000; ++i) {
+      feed("7 3.5 /b b ");
+      while (parser.nextToken()) continue;
+    }
+    EXPECT_EQ(held->describe(), before);
+  }
+}
+
+TEST_F(ParserTest, ANumberThatWasMadeExecutableIsLiteralWhenItComesAgain) {
+  for (int i = 0; i < 1000; ++i) {
+    feed("5 2.5 /a ");
+    for (int token = 0; token < 3; ++token) {
+      const Ref<PostscriptObject> taken = parser.nextToken();
+      ASSERT_FALSE(taken->executable);
+      taken->executable = true;
+    }
   }
 }
 

@@ -109,7 +109,7 @@ TEST_F(KindsTest, StringTexts) {
 }
 
 TEST_F(KindsTest, FileTexts) {
-  expectTexts(*make<FileObject>(area, std::make_unique<FileData>()), {"ps_file", "ps_file", kNoText});
+  expectTexts(*make<FileObject>(area), {"ps_file", "ps_file", kNoText});
 }
 
 TEST_F(KindsTest, SaveTexts) {
@@ -125,7 +125,7 @@ TEST_F(KindsTest, EveryKindCarriesItsCode) {
   EXPECT_EQ(make<RealObject>(1)->typeCode, TypeCode::kReal);
   EXPECT_EQ(make<ArrayObject>(area, '[')->typeCode, TypeCode::kArray);
   EXPECT_EQ(make<DictionaryObject>(area)->typeCode, TypeCode::kDictionary);
-  EXPECT_EQ(make<FileObject>(area, std::make_unique<FileData>())->typeCode, TypeCode::kFile);
+  EXPECT_EQ(make<FileObject>(area)->typeCode, TypeCode::kFile);
   EXPECT_EQ(area.typeCode, TypeCode::kSave);
   EXPECT_EQ(make<StringObject>(area, "a")->typeCode, TypeCode::kString);
 }
@@ -171,7 +171,7 @@ TEST_F(KindsTest, ClonesAreNewObjectsOfTheSameKindAndValue) {
   expectClone(make<ArrayObject>(area, '{'));
   expectClone(make<DictionaryObject>(area, "User"));
   expectClone(make<StringObject>(area, "ab"));
-  expectClone(make<FileObject>(area, std::make_unique<FileData>()));
+  expectClone(make<FileObject>(area));
 }
 
 TEST_F(KindsTest, ClonedNumbersAreLiteral) {

@@ -99,8 +99,11 @@ void cvrs(Interpreter& interpreter) {
 }
 
 constexpr OperatorRow kConversionOperators[] = {
-    {"cvi", "num|string", cvi}, {"cvr", "num|string", cvr},       {"cvn", "string", cvn},
-    {"cvs", "any string", cvs}, {"cvrs", "count num int string", cvrs},
+    {"cvi", "num|string", cvi},
+    {"cvr", "num|string", cvr},
+    {"cvn", "string", cvn},
+    {"cvs", "any string", cvs},
+    {"cvrs", "count num int string", cvrs},
 };
 
 }  // namespace

@@ -42,18 +42,6 @@ void Interpreter::run(const char* text, int length) {
   runLoop();
 }
 
-// A running procedure is stepped where it lies, on top of the execution stack. To whatever its element runs
-// the stacks look as if the procedure had been popped and pushed back below the element, and the element had
-// been popped then. Gives the element, or null when the procedure has come to its end and is gone.
-[[gnu::always_inline]] inline PostscriptObject* Interpreter::step(ArrayObject& procedure) {
-  PostscriptObject* next = procedure.takeNext();
-  if (next == nullptr) {
-    procedure.retire();
-    executionStack_.drop();
-  }
-  return next;
-}
-
 // Pushes what is literal and runs what is executable. A name that remembers its value is followed at once:
 // nobody can see the value on the execution stack between two steps of the loop, except a procedure, which
 // stays there.
@@ -81,12 +69,29 @@ void Interpreter::run(const char* text, int length) {
   held->execute(*this);
 }
 
+// Runs the procedure on top of the execution stack where it lies, until it has come to its end and is gone,
+// or something else has to run first. To whatever an element runs the stacks look as if the procedure had
+// been popped and pushed back below the element, and the element had been popped then.
+[[gnu::always_inline]] inline void Interpreter::runProcedure(ArrayObject& procedure) {
+  const Ref<ArrayObject> held(&procedure);
+  while (PostscriptObject* element = procedure.takeNext()) {
+    if (!element->executable) {
+      operandStack_.push(element);  // most elements are literal, and cannot get in the procedure's way
+      continue;
+    }
+    dispatch(element);
+    if (executionStack_.top() != &procedure || !procedure.executable) return;
+  }
+  procedure.retire();
+  executionStack_.drop();
+}
+
 // The road of every token and every scheduled object; nothing here throws by itself, and nothing catches.
 void Interpreter::runLoop() {
   while (!waitingForInput_) {
     auto* procedure = as<ArrayObject>(executionStack_.top());
     if (procedure != nullptr && procedure->executable) {
-      if (PostscriptObject* element = step(*procedure)) dispatch(element);
+      runProcedure(*procedure);
       continue;
     }
     Ref<PostscriptObject> object;

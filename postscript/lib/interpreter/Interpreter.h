@@ -56,9 +56,9 @@ class Interpreter {
   Ref<StringObject> popStringObject() { return operandStack_.pop<StringObject>("popStringObject"); }
 
   // New results on the operand stack.
-  void pushInteger(std::int32_t value) { operandStack_.push(make<IntegerObject>(value)); }
-  void pushReal(double value) { operandStack_.push(make<RealObject>(value)); }
-  void pushBoolean(bool value) { operandStack_.push(make<BooleanObject>(value)); }
+  void pushInteger(std::int32_t value) { operandStack_.push(memory_.newInteger(value)); }
+  void pushReal(double value) { operandStack_.push(memory_.newReal(value)); }
+  void pushBoolean(bool value) { operandStack_.push(memory_.boolean(value)); }
   void pushString(std::string text) { operandStack_.push(memory_.newString(std::move(text))); }
 
   // Schedules an object; a procedure is made executable and rewound first.
@@ -79,7 +79,7 @@ class Interpreter {
 
  private:
   void runLoop();
-  PostscriptObject* step(ArrayObject& procedure);
+  void runProcedure(ArrayObject& procedure);
   void dispatch(PostscriptObject* object);
   bool takeToken(Ref<PostscriptObject>& object);
 

@@ -28,8 +28,19 @@ Ref<DictionaryObject> MemorySet::newDictionary() const {
   return dictionary;
 }
 
-Ref<FileObject> MemorySet::newFile(std::unique_ptr<FileData> payload) const {
-  return make<FileObject>(current(), std::move(payload));
+Ref<FileObject> MemorySet::newCurrentFile() const {
+  return make<FileObject>(current());
+}
+
+Ref<FileObject> MemorySet::newFilteredFile(Ref<PostscriptObject> source, std::string filter,
+                                           std::int32_t parameter) const {
+  return make<FileObject>(current(), std::move(source), std::move(filter), parameter);
+}
+
+Ref<PostscriptObject> MemorySet::newClone(const PostscriptObject& object) const {
+  if (const auto* integer = as<IntegerObject>(&object)) return newInteger(integer->value);
+  if (const auto* real = as<RealObject>(&object)) return newReal(real->value);
+  return object.clone(0);
 }
 
 }  // namespace quillpress

@@ -62,10 +62,38 @@ Ref<PostscriptObject> Parser::nextToken() {
   // A token comes next, and for the tokenizer the delimiter is white space like any other.
   delimiterPending_ = false;
   if (!atEnd()) lineFeedPending_ = false;
-  while (gather()) {
+  while (true) {
+    if (state_ == State::kNormal && tokenText_.empty()) {
+      if (auto token = wholeWord()) return token;
+    }
+    if (!gather()) return nullptr;
     if (auto token = finishGathered()) return token;
   }
-  return nullptr;
+}
+
+// The name or number that comes next, when it lies whole in the chunk: nearly all tokens do, and need no
+// state and no copy of their text. Null for everything else, which the states find out.
+Ref<PostscriptObject> Parser::wholeWord() {
+  while (!atEnd() && isWhiteSpace(*cursor_)) ++cursor_;
+  if (atEnd()) return nullptr;
+  const bool isLiteral = *cursor_ == '/';
+  const char* const start = cursor_ + (isLiteral ? 1 : 0);
+  const char* const end = findDelimiter(start, DelimiterSet::kToken);
+  if (end == start || end == chunkEnd_) return nullptr;
+  cursor_ = end;
+  delimiterPending_ = isWhiteSpace(*end);
+  const std::string_view text(start, static_cast<std::size_t>(end - start));
+  if (isLiteral) return recentNames_.literalName(text);
+  return executableWord(text);
+}
+
+Ref<PostscriptObject> Parser::executableWord(std::string_view text) {
+  if (auto number = numberFromToken(text, memory_)) return number;
+  return recentNames_.executableName(text);
+}
+
+const char* Parser::findDelimiter(const char* from, DelimiterSet delimiters) const {
+  return std::find_if(from, chunkEnd_, [delimiters](char c) { return isDelimiter(delimiters, c); });
 }
 
 // A literal name ends where any other word does; comments end with their line, strings with their own
@@ -89,31 +117,18 @@ DelimiterSet Parser::delimitersOf(State state) {
 
 // Takes in one byte of an escape, or everything up to the next delimiter. False at the chunk's end.
 bool Parser::gather() {
-  if (!escapePending_) {
-    if (state_ == State::kNormal && tokenText_.empty()) skipWhiteSpace();
-    return scan(delimitersOf(state_));
-  }
+  if (!escapePending_) return scan(delimitersOf(state_));
   if (atEnd()) return false;
   // One byte at a time: how long an escape is shows only when its next byte has been read.
   escapeText_.push_back(*cursor_++);
   return true;
 }
 
-void Parser::skipWhiteSpace() {
-  while (!atEnd() && isWhiteSpace(*cursor_)) ++cursor_;
-}
-
 bool Parser::scan(DelimiterSet delimiters) {
   const char* const runStart = cursor_;
-  cursor_ = std::find_if(cursor_, chunkEnd_, [delimiters](char c) { return isDelimiter(delimiters, c); });
-  // Only words are looked at as a whole before they are used; strings have to be gathered anyway.
-  const bool isWord = state_ == State::kNormal || state_ == State::kLiteralName;
-  if (isWord && !atEnd() && tokenText_.empty()) {
-    gathered_ = {runStart, static_cast<std::size_t>(cursor_ - runStart)};  // most words need no copy
-  } else if (state_ != State::kComment) {  // a comment's text is never needed, and may be of any length
-    tokenText_.append(runStart, cursor_);
-    gathered_ = tokenText_;
-  }
+  cursor_ = findDelimiter(cursor_, delimiters);
+  // A comment's text is never needed, and may be of any length.
+  if (state_ != State::kComment) tokenText_.append(runStart, cursor_);
   if (atEnd()) return false;
   // Left unread: the state that the scan was made for decides whether it belongs to the token.
   stopCharacter_ = *cursor_;
@@ -149,12 +164,11 @@ void Parser::endToken() {
 Ref<PostscriptObject> Parser::inNormal() {
   // Only a delimiter that ends no token is consumed; the one behind a token stays for a reader of the
   // file.
-  if (gathered_.empty()) {
+  if (tokenText_.empty()) {
     skipChar();
     return openToken(stopCharacter_);
   }
-  Ref<PostscriptObject> token = numberFromToken(gathered_);
-  if (!token) token = recentNames_.executableName(gathered_);
+  Ref<PostscriptObject> token = executableWord(tokenText_);
   endToken();
   return token;
 }
@@ -194,21 +208,20 @@ Ref<PostscriptObject> Parser::inComment() {
 
 Ref<PostscriptObject> Parser::inLiteralName() {
   // The second slash becomes part of the text, which tells such a name from a literal one further down.
-  if (gathered_.empty() && stopCharacter_ == '/') {
+  if (tokenText_.empty() && stopCharacter_ == '/') {
     skipChar();
     tokenText_.push_back('/');
     return nullptr;
   }
-  if (gathered_.size() > 1 && gathered_.front() == '/') {
-    Ref<PostscriptObject> value = dictionaries_.lookup(DictionaryKey(gathered_.substr(1)));
+  if (tokenText_.size() > 1 && tokenText_.front() == '/') {
+    Ref<PostscriptObject> value = dictionaries_.lookup(DictionaryKey(std::string_view(tokenText_).substr(1)));
     // Kept: thrown before the text is emptied, so every later call throws again until the name is
     // defined (ParserTest.AnUndefinedImmediatelyEvaluatedNameThrowsWithEveryCall).
     if (!value) THROW_EX("Undefined Immediately Evaluated Name");
     endToken();
     return value;
   }
-  auto name = make<NameObject>(gathered_);
-  name->executable = false;
+  auto name = recentNames_.literalName(tokenText_);
   endToken();
   return name;
 }

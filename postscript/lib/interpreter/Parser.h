@@ -50,10 +50,13 @@ class Parser {
  private:
   enum class State { kNormal, kComment, kLiteralString, kHexString, kAscii85String, kLiteralName };
 
+  Ref<PostscriptObject> wholeWord();
+  Ref<PostscriptObject> executableWord(std::string_view text);
+
   [[nodiscard]] static DelimiterSet delimitersOf(State state);
   bool gather();
   bool scan(DelimiterSet delimiters);
-  void skipWhiteSpace();
+  [[nodiscard]] const char* findDelimiter(const char* from, DelimiterSet delimiters) const;
   Ref<PostscriptObject> finishGathered();
 
   Ref<PostscriptObject> inNormal();
@@ -72,8 +75,7 @@ class Parser {
   const char* cursor_ = "";
   const char* chunkStart_ = cursor_;
   const char* chunkEnd_ = cursor_;
-  std::string tokenText_;      // what is kept of the token in progress
-  std::string_view gathered_;  // a name's or number's whole text: in the chunk, or in tokenText_
+  std::string tokenText_;  // what is kept of the token in progress
   char stopCharacter_ = 0;
   bool escapePending_ = false;
   std::string escapeText_;

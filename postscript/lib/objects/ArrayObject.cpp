@@ -6,6 +6,7 @@
 #include "postscript/lib/base/Ex.h"
 #include "postscript/lib/interpreter/Interpreter.h"
 #include "postscript/lib/objects/NumberUtils.h"
+#include "postscript/lib/objects/VirtualMemoryObject.h"
 
 namespace quillpress {
 
@@ -24,7 +25,7 @@ ArrayData::ArrayData(char openingCharacter)
       elements(openingCharacter == '{' ? "Array { Stack" : "Array [ Stack") {}
 
 ArrayObject::ArrayObject(VirtualMemoryObject& memoryArea, char opening)
-    : CompositeObject(memoryArea, std::make_unique<ArrayData>(opening)) {
+    : CompositeObject(memoryArea, memoryArea.add<ArrayData>(opening)) {
   executable = false;
 }
 

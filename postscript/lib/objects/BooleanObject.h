@@ -15,7 +15,7 @@ class BooleanObject final : public PostscriptObject {
   [[nodiscard]] std::string cvsString() const override;
   [[nodiscard]] Ref<PostscriptObject> clone(int argument) const override;
 
-  bool value;
+  const bool value;
 };
 
 }  // namespace quillpress

@@ -1,20 +1,35 @@
 #pragma once
 
-#include <memory>
-
-#include "postscript/lib/objects/CompositeData.h"
 #include "postscript/lib/objects/Ref.h"
 
 namespace quillpress {
 
 class VirtualMemoryObject;
 
+// The value that several handles share. It belongs to the memory area in which it was made and lives as
+// long as that area, however many handles come and go.
+class CompositeData {
+ public:
+  explicit CompositeData(TypeCode code) : typeCode(code) {}
+  CompositeData(const CompositeData&) = delete;
+  CompositeData& operator=(const CompositeData&) = delete;
+  virtual ~CompositeData() = default;
+
+  const TypeCode typeCode;
+
+ private:
+  friend class VirtualMemoryObject;
+
+  CompositeData* madeBefore_ = nullptr;  // in the same area
+};
+
 // A handle on a shared payload. Deleting the last handle leaves the payload with its memory area, so a
 // handle must not be followed after its area has gone.
 class CompositeObject : public PostscriptObject {
  public:
-  // Registers the payload with the area, which takes it over.
-  CompositeObject(VirtualMemoryObject& memoryArea, std::unique_ptr<CompositeData> payload);
+  // REQUIRES: the payload is one of the area's.
+  CompositeObject(VirtualMemoryObject& memoryArea, CompositeData& payload)
+      : PostscriptObject(payload.typeCode), memoryArea_(&memoryArea), payload_(&payload) {}
 
   // Another handle on the same payload, with the same executable flag.
   CompositeObject(const CompositeObject& other);

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "postscript/lib/objects/CompositeData.h"
+#include "postscript/lib/objects/CompositeObject.h"
 #include "postscript/lib/objects/DictionaryKey.h"
 #include "postscript/lib/objects/KeyOrder.h"
 #include "postscript/lib/objects/NameTable.h"

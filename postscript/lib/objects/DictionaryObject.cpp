@@ -13,7 +13,7 @@ std::string keyText(const PostscriptObject& key) {
 }
 
 DictionaryObject::DictionaryObject(VirtualMemoryObject& memoryArea, std::string name)
-    : CompositeObject(memoryArea, std::make_unique<DictionaryData>(std::move(name), memoryArea.names())) {}
+    : CompositeObject(memoryArea, memoryArea.add<DictionaryData>(std::move(name), memoryArea.names())) {}
 
 std::string DictionaryObject::describe() const {
   std::string text = PostscriptObject::describe();

@@ -2,6 +2,7 @@
 
 #include "postscript/lib/base/Ex.h"
 #include "postscript/lib/interpreter/Interpreter.h"
+#include "postscript/lib/objects/VirtualMemoryObject.h"
 
 namespace quillpress {
 
@@ -12,15 +13,18 @@ FileData::FileData(Ref<PostscriptObject> dataSource, std::string filter, std::in
       filterName(std::move(filter)),
       filterParameter(parameter) {}
 
-// The check comes behind the registration: whatever becomes of the handle, the area keeps the payload.
-FileObject::FileObject(VirtualMemoryObject& memoryArea, std::unique_ptr<FileData> payload)
-    : CompositeObject(memoryArea, std::move(payload)) {
+FileObject::FileObject(VirtualMemoryObject& memoryArea)
+    : CompositeObject(memoryArea, memoryArea.add<FileData>()) {
   executable = false;
-  const FileData& file = data();
-  if (file.kind == FileData::Kind::kFiltered && as<StringObject>(file.source) == nullptr &&
-      as<FileObject>(file.source) == nullptr) {
+}
+
+// The check comes behind the registration: whatever becomes of the handle, the area keeps the payload.
+FileObject::FileObject(VirtualMemoryObject& memoryArea, Ref<PostscriptObject> source, std::string filter,
+                       std::int32_t parameter)
+    : CompositeObject(memoryArea, memoryArea.add<FileData>(std::move(source), std::move(filter), parameter)) {
+  executable = false;
+  if (as<StringObject>(data().source) == nullptr && as<FileObject>(data().source) == nullptr)
     THROW_EX("Unsupported FileData source object type");
-  }
 }
 
 Ref<PostscriptObject> FileObject::clone(int /*argument*/) const {

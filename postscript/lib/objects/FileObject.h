@@ -28,8 +28,12 @@ class FileObject final : public CompositeObject {
  public:
   static constexpr TypeCode kTypeCode = TypeCode::kFile;
 
-  // A literal handle. Throws Ex for a filtered file over anything but a string or a file.
-  FileObject(VirtualMemoryObject& memoryArea, std::unique_ptr<FileData> payload);
+  // A literal handle on the current file.
+  explicit FileObject(VirtualMemoryObject& memoryArea);
+
+  // A literal handle on a filtered file. Throws Ex for a source that is neither a string nor a file.
+  FileObject(VirtualMemoryObject& memoryArea, Ref<PostscriptObject> source, std::string filter,
+             std::int32_t parameter);
 
   [[nodiscard]] Ref<PostscriptObject> clone(int argument) const override;
 

@@ -119,31 +119,6 @@ std::optional<std::int32_t> parseRadixInteger(std::string_view text) {
   return std::nullopt;
 }
 
-// Digits and power of ten are both exact doubles, so that their quotient is the nearest double.
-std::optional<double> parsePlainDecimal(std::string_view text) {
-  static constexpr std::array<double, 16> kPowersOfTen{1,   1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                       1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-  const bool negative = !text.empty() && text.front() == '-';
-  if (!text.empty() && isSign(text.front())) text.remove_prefix(1);
-  std::int64_t digits = 0;
-  std::size_t count = 0;
-  std::size_t pointAt = text.size();
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (isDigit(text[i])) {
-      digits = digits * 10 + (text[i] - '0');
-      if (++count > 15) return std::nullopt;
-    } else if (text[i] == '.' && pointAt == text.size()) {
-      pointAt = i;
-    } else {
-      return std::nullopt;
-    }
-  }
-  if (count == 0) return std::nullopt;
-  const std::size_t decimals = pointAt == text.size() ? 0 : text.size() - pointAt - 1;
-  const double value = static_cast<double>(digits) / kPowersOfTen[decimals];
-  return negative ? -value : value;
-}
-
 // from_chars knows no plus sign, and takes the words of infinity and NaN, which are names in a job. It
 // depends on no locale, unlike strtod, so a host that sets one does not change the coordinates.
 std::optional<double> parseReal(std::string_view text) {

@@ -37,10 +37,6 @@ std::optional<std::int32_t> parseDecimalInteger(std::string_view text);
 // "base#digits" with a base of one or two decimal digits. Values up to 2^32-1 wrap into 32 bits.
 std::optional<std::int32_t> parseRadixInteger(std::string_view text);
 
-// The same value as parseReal, for the numbers of most jobs: an optional sign, up to 15 digits and a point.
-// Empty for any other text, number or not.
-std::optional<double> parsePlainDecimal(std::string_view text);
-
 // A decimal number that is used up whole, with a signed exponent if need be, within a double's range.
 std::optional<double> parseReal(std::string_view text);
 

@@ -6,12 +6,6 @@
 
 namespace quillpress {
 
-namespace {
-
-constexpr std::size_t kFirstCapacity = 4;  // most arrays are short
-
-}  // namespace
-
 void ObjectStack::put(std::ptrdiff_t index, Ref<PostscriptObject> object) {
   const auto position = static_cast<std::size_t>(index);  // one below 0 is beyond every count
   if (position > count_) THROW_EX("Illegal array index");
@@ -24,8 +18,15 @@ void ObjectStack::put(std::ptrdiff_t index, Ref<PostscriptObject> object) {
 }
 
 void ObjectStack::rotateTop(std::size_t size, std::size_t first) {
-  PostscriptObject** const end = slots_.get() + count_;
+  PostscriptObject** const end = slots_ + count_;
   std::rotate(end - size, end - size + first, end);
+}
+
+void ObjectStack::moveTop(std::size_t size, ObjectStack& destination) {
+  destination.reserve(destination.count_ + size);
+  count_ -= size;
+  std::copy_n(slots_ + count_, size, destination.slots_ + destination.count_);
+  destination.count_ += size;
 }
 
 void ObjectStack::reserve(std::size_t count) {
@@ -33,10 +34,10 @@ void ObjectStack::reserve(std::size_t count) {
 }
 
 void ObjectStack::grow(std::size_t capacity) {
-  capacity = std::max(capacity, kFirstCapacity);
   auto grown = std::make_unique_for_overwrite<PostscriptObject*[]>(capacity);
-  std::copy_n(slots_.get(), count_, grown.get());
-  slots_ = std::move(grown);
+  std::copy_n(slots_, count_, grown.get());
+  grown_ = std::move(grown);
+  slots_ = grown_.get();
   capacity_ = capacity;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <memory>
 #include <string_view>
@@ -81,6 +82,9 @@ class ObjectStack {
   // deepest. REQUIRES: size <= count(), first <= size
   void rotateTop(std::size_t size, std::size_t first);
 
+  // Moves the `size` topmost objects to the top of another stack, in their order. REQUIRES: size <= count()
+  void moveTop(std::size_t size, ObjectStack& destination);
+
   [[nodiscard]] std::size_t count() const { return count_; }
   [[nodiscard]] bool empty() const { return count_ == 0; }
 
@@ -96,10 +100,15 @@ class ObjectStack {
   [[noreturn]] static void throwEmptyPop();
   [[noreturn]] static void throwWrongKind(TypeCode expected, std::string_view context);
 
-  std::unique_ptr<PostscriptObject*[]> slots_;  // of which count_ are filled
+  // Most arrays are short, and a block of their own would cost them more than their elements.
+  static constexpr std::size_t kFirstCapacity = 2;
+
+  PostscriptObject** slots_ = first_.data();  // of which count_ are filled
   std::size_t count_ = 0;
-  std::size_t capacity_ = 0;
+  std::size_t capacity_ = kFirstCapacity;
+  std::unique_ptr<PostscriptObject*[]> grown_;  // what slots_ points to once there are more
   std::string_view name_;
+  std::array<PostscriptObject*, kFirstCapacity> first_;
 };
 
 }  // namespace quillpress

@@ -41,6 +41,10 @@ class PostscriptObject {
   const TypeCode typeCode;
 };
 
+// How many holders the objects get that are handed out again and again. The count has 32 bits, and a job may
+// hold more than that.
+inline constexpr std::int32_t kMostHolders = 1 << 30;
+
 // Counts one more holder of an object.
 inline void retain(PostscriptObject* object) {
   ++object->refCount;

@@ -2,31 +2,46 @@
 
 #include "postscript/lib/base/Ex.h"
 #include "postscript/lib/objects/DecodeFilters.h"
+#include "postscript/lib/objects/VirtualMemoryObject.h"
 
 namespace quillpress {
 
+namespace {
+
+const std::vector<std::string> kNoFilters;
+
+}  // namespace
+
+const std::vector<std::string>& StringData::decodeFilters() const {
+  return encoding_ == nullptr ? kNoFilters : encoding_->filters;
+}
+
+void StringData::addDecodeFilter(std::string name) {
+  if (encoding_ == nullptr) encoding_ = std::make_unique<Encoding>();
+  encoding_->filters.push_back(std::move(name));
+}
+
 const std::string& StringData::bytes() const {
-  if (decodeFilters_.empty()) return contents_;
-  if (decoded_ == nullptr) {
+  if (encoding_ == nullptr) return contents_;
+  if (encoding_->decoded == nullptr) {
     std::string decoded = contents_;
-    for (const std::string& filter : decodeFilters_) decoded = decodeWith(filter, decoded);
-    decoded_ = std::make_unique<const std::string>(std::move(decoded));
+    for (const std::string& filter : encoding_->filters) decoded = decodeWith(filter, decoded);
+    encoding_->decoded = std::make_unique<const std::string>(std::move(decoded));
   }
-  return *decoded_;
+  return *encoding_->decoded;
 }
 
 std::string& StringData::writableBytes() {
   // From here on the bytes are what the job makes of them, and the filters would decode them again.
-  if (!decodeFilters_.empty()) {
+  if (encoding_ != nullptr) {
     contents_ = bytes();
-    decodeFilters_.clear();
-    decoded_.reset();
+    encoding_.reset();
   }
   return contents_;
 }
 
 StringObject::StringObject(VirtualMemoryObject& memoryArea, std::string text)
-    : CompositeObject(memoryArea, std::make_unique<StringData>(std::move(text))) {
+    : CompositeObject(memoryArea, memoryArea.add<StringData>(std::move(text))) {
   executable = false;
 }
 

@@ -24,13 +24,17 @@ class StringData final : public CompositeData {
   // The decoded bytes for writing. From then on the string is plain.
   [[nodiscard]] std::string& writableBytes();
 
-  [[nodiscard]] const std::vector<std::string>& decodeFilters() const { return decodeFilters_; }
-  void addDecodeFilter(std::string name) { decodeFilters_.push_back(std::move(name)); }
+  [[nodiscard]] const std::vector<std::string>& decodeFilters() const;
+  void addDecodeFilter(std::string name);
 
  private:
+  struct Encoding {
+    std::vector<std::string> filters;
+    std::unique_ptr<const std::string> decoded;  // on first need
+  };
+
   std::string contents_;
-  std::vector<std::string> decodeFilters_;
-  mutable std::unique_ptr<const std::string> decoded_;  // on first need: most strings have no filters
+  std::unique_ptr<Encoding> encoding_;  // none for most strings
 };
 
 // A handle on a string.

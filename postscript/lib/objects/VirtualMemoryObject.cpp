@@ -2,8 +2,12 @@
 
 namespace quillpress {
 
-void VirtualMemoryObject::add(std::unique_ptr<CompositeData> payload) {
-  payloads_.push_back(std::move(payload));
+VirtualMemoryObject::~VirtualMemoryObject() {
+  while (lastMade_ != nullptr) {
+    CompositeData* const payload = lastMade_;
+    lastMade_ = payload->madeBefore_;
+    payload->~CompositeData();
+  }
 }
 
 // A dictionary's text ends with this, so it tells in which area the dictionary was made.

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <memory>
 #include <string>
-#include <vector>
+#include <utility>
 
-#include "postscript/lib/objects/CompositeData.h"
+#include "postscript/lib/base/Arena.h"
+#include "postscript/lib/objects/CompositeObject.h"
 #include "postscript/lib/objects/NameTable.h"
 #include "postscript/lib/objects/Ref.h"
 
@@ -20,11 +20,18 @@ class VirtualMemoryObject final : public PostscriptObject {
   // outlives them.
   explicit VirtualMemoryObject(std::string displayName, NameTable* names = nullptr)
       : PostscriptObject(kTypeCode), names_(names), name_(std::move(displayName)) {}
+  ~VirtualMemoryObject() override;
 
   [[nodiscard]] NameTable* names() const { return names_; }
 
-  // Takes a payload over.
-  void add(std::unique_ptr<CompositeData> payload);
+  // Makes a payload, which is the area's from the first moment: a handle can be given up at any time.
+  template <typename Payload, typename... Arguments>
+  Payload& add(Arguments&&... arguments) {
+    static_assert(alignof(Payload) <= Arena::kAlignment);
+    auto* payload = new (arena_.allocate(sizeof(Payload))) Payload(std::forward<Arguments>(arguments)...);
+    payload->madeBefore_ = std::exchange(lastMade_, payload);
+    return *payload;
+  }
 
   [[nodiscard]] std::string describe() const override;
 
@@ -33,7 +40,8 @@ class VirtualMemoryObject final : public PostscriptObject {
 
  private:
   NameTable* names_;
-  std::vector<std::unique_ptr<CompositeData>> payloads_;
+  Arena arena_;                        // holds the payloads
+  CompositeData* lastMade_ = nullptr;  // and through it all others
   std::string name_;
 };
 

@@ -1,9 +1,20 @@
 #include "postscript/lib/operators/BracketOperators.h"
 
-#include <algorithm>
-#include <vector>
+#include <optional>
 
 namespace quillpress {
+
+namespace {
+
+// How many objects lie above the nearest mark; empty when there is none.
+std::optional<std::size_t> countToMark(const ObjectStack& operands) {
+  for (std::size_t depth = 0; depth < operands.count(); ++depth) {
+    if (as<MarkObject>(operands.peek(static_cast<std::ptrdiff_t>(depth))) != nullptr) return depth;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
 
 // The loop sends every token into the procedure on top while one is there, so nothing else has to be
 // noted.
@@ -23,25 +34,22 @@ void RightCurlyBraceOperator::execute(Interpreter& interpreter) {
 }
 
 void LeftSquareBracketOperator::execute(Interpreter& interpreter) {
-  interpreter.operandStack().push(make<MarkObject>());
+  interpreter.operandStack().push(interpreter.memory().mark());
 }
 
+// As if the objects were popped one by one: without a mark the whole stack is gone when the error comes.
 void RightSquareBracketOperator::execute(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operandStack();
-  // Popped one by one, as the field knows it: without a mark the whole stack is gone when the error
-  // comes.
-  std::vector<Ref<PostscriptObject>> topFirst;
-  while (true) {
-    Ref<PostscriptObject> object = operands.pop();
-    if (as<MarkObject>(object) != nullptr) break;
-    topFirst.push_back(std::move(object));
+  const auto count = countToMark(operands);
+  if (!count) {
+    operands.clear();
+    operands.drop();  // throws
+    return;
   }
-  const Ref<ArrayObject> array = interpreter.memory().newArray();
-  // One allocation instead of many: procedures that gather points make long arrays of them.
-  array->elements().reserve(topFirst.size());
-  std::for_each(topFirst.rbegin(), topFirst.rend(),
-                [&](auto& object) { array->elements().push(std::move(object)); });
-  operands.push(array);
+  Ref<ArrayObject> array = interpreter.memory().newArray();
+  operands.moveTop(*count, array->elements());
+  operands.drop();
+  operands.push(std::move(array));
 }
 
 }  // namespace quillpress

@@ -102,7 +102,7 @@ std::optional<std::string> endOfData(Interpreter& interpreter) {
 
 // The file is the text being read, whichever chunk that is; the handle holds no position.
 void CurrentfileOperator::execute(Interpreter& interpreter) {
-  interpreter.operandStack().push(interpreter.memory().newFile(std::make_unique<FileData>()));
+  interpreter.operandStack().push(interpreter.memory().newCurrentFile());
 }
 
 void ReadOperator::execute(Interpreter& interpreter) {
@@ -184,8 +184,7 @@ void FilterOperator::execute(Interpreter& interpreter) {
   // then.
   const Ref<PostscriptObject> source = operands.pop();
   if (source->typeCode == TypeCode::kString || source->typeCode == TypeCode::kFile) {
-    operands.push(
-        interpreter.memory().newFile(std::make_unique<FileData>(source, filterName->text, kNoByteLimit)));
+    operands.push(interpreter.memory().newFilteredFile(source, filterName->text, kNoByteLimit));
   } else if (auto* procedure = as<ArrayObject>(source)) {
     operands.push(std::move(filterName));
     interpreter.executionStack().push(this);

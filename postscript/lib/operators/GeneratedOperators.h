@@ -103,7 +103,7 @@ struct Result<FileObject> {
   // No file stands behind it: a filtered file over an empty string, which nobody can read.
   static Ref<FileObject> make(Interpreter& interpreter) {
     MemorySet& memory = interpreter.memory();
-    return memory.newFile(std::make_unique<FileData>(memory.newString({}), "", 0));
+    return memory.newFilteredFile(memory.newString({}), "", 0);
   }
 };
 

@@ -57,7 +57,7 @@ void ForOperator::step(Interpreter& interpreter) {
   if (!goesOn) return;
   interpreter.executionStack().push(this);
   interpreter.start(procedure_);
-  interpreter.operandStack().push(control_->clone(0));
+  interpreter.operandStack().push(interpreter.memory().newClone(*control_));
 }
 
 void ForallOperator::execute(Interpreter& interpreter) {

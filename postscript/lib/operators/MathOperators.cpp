@@ -13,29 +13,6 @@ namespace {
 
 constexpr std::int32_t kMostNegative = std::numeric_limits<std::int32_t>::min();
 
-// The operand as the object that holds the result, literal again, when nobody else holds it; null otherwise.
-// An operand that is about to go spares the heap a new object.
-template <typename T>
-Ref<T> reused(Ref<PostscriptObject>& operand) {
-  if (operand->refCount > 1 || operand->typeCode != T::kTypeCode) return nullptr;
-  operand->executable = false;
-  return Ref<T>::adopt(static_cast<T*>(operand.leak()));
-}
-
-// Pushes a result of that kind, in the object of one of the popped operands if possible.
-template <typename T>
-void pushResult(ObjectStack& stack, decltype(T::value) value, Ref<PostscriptObject>& a,
-                Ref<PostscriptObject>& b) {
-  Ref<T> result = reused<T>(a);
-  if (!result) result = reused<T>(b);
-  if (!result) {
-    stack.push(make<T>(value));
-    return;
-  }
-  result->value = value;
-  stack.push(std::move(result));
-}
-
 // Rejects the two divisions that a processor cannot make.
 void checkDivision(std::int32_t dividend, std::int32_t divisor) {
   if (divisor == 0) THROW_EX("Division by zero");
@@ -46,11 +23,11 @@ void checkDivision(std::int32_t dividend, std::int32_t divisor) {
 template <typename OnInteger, typename OnReal>
 void mapNumber(Interpreter& interpreter, const char* wrongTypeMessage, OnInteger onInteger, OnReal onReal) {
   ObjectStack& operands = interpreter.operandStack();
-  Ref<PostscriptObject> operand = operands.pop();
+  const Ref<PostscriptObject> operand = operands.pop();
   if (const auto* number = as<IntegerObject>(operand)) {
-    pushResult<IntegerObject>(operands, onInteger(number->value), operand, operand);
+    interpreter.pushInteger(onInteger(number->value));
   } else if (const auto* realNumber = as<RealObject>(operand)) {
-    pushResult<RealObject>(operands, onReal(realNumber->value), operand, operand);
+    interpreter.pushReal(onReal(realNumber->value));
   } else {
     THROW_EX(wrongTypeMessage);
   }
@@ -70,13 +47,13 @@ double roundThroughInt32(double value) {
 
 void MathOperator::calculate(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operandStack();
-  Ref<PostscriptObject> b = operands.pop();
-  Ref<PostscriptObject> a = operands.pop();
+  const Ref<PostscriptObject> b = operands.pop();
+  const Ref<PostscriptObject> a = operands.pop();
   const Number result = calculate(*a, *b);
   if (const auto* integer = std::get_if<std::int32_t>(&result)) {
-    pushResult<IntegerObject>(operands, *integer, a, b);
+    interpreter.pushInteger(*integer);
   } else {
-    pushResult<RealObject>(operands, *std::get_if<double>(&result), a, b);
+    interpreter.pushReal(*std::get_if<double>(&result));
   }
 }
 
@@ -139,14 +116,14 @@ Number IdivOperator::calcInteger() const {
 
 void ModOperator::execute(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operandStack();
-  Ref<PostscriptObject> b = operands.pop();
-  Ref<PostscriptObject> a = operands.pop();
+  const Ref<PostscriptObject> b = operands.pop();
+  const Ref<PostscriptObject> a = operands.pop();
   const auto* divisor = as<IntegerObject>(b);
   const auto* dividend = as<IntegerObject>(a);
   if (divisor == nullptr || dividend == nullptr) THROW_EX("Illegal param types for mod operator");
   checkDivision(dividend->value, divisor->value);
   // Kept: the sign of the dividend is dropped (math/mod.ps).
-  pushResult<IntegerObject>(operands, std::abs(dividend->value % divisor->value), a, b);
+  interpreter.pushInteger(std::abs(dividend->value % divisor->value));
 }
 
 void NegOperator::execute(Interpreter& interpreter) {

@@ -67,7 +67,7 @@ void DupOperator::execute(Interpreter& interpreter) {
   // A clone, not the object: a handle of its own on the same value, with its own flag and position.
   const PostscriptObject* top = interpreter.operandStack().peek(0);
   if (top == nullptr) THROW_EX("dup - expected item on stack");
-  interpreter.operandStack().push(top->clone(0));
+  interpreter.operandStack().push(interpreter.memory().newClone(*top));
 }
 
 void CopyOperator::execute(Interpreter& interpreter) {
@@ -89,7 +89,7 @@ void IndexOperator::execute(Interpreter& interpreter) {
   if (depth == nullptr) THROW_EX("Illegal param type passed to index operator");
   const PostscriptObject* indexed = operands.peek(depth->value);
   if (indexed == nullptr) THROW_EX("Indexed object not on stack");
-  operands.push(indexed->clone(0));
+  operands.push(interpreter.memory().newClone(*indexed));
 }
 
 void RollOperator::execute(Interpreter& interpreter) {
@@ -118,7 +118,7 @@ void CountOperator::execute(Interpreter& interpreter) {
 }
 
 void MarkOperator::execute(Interpreter& interpreter) {
-  interpreter.operandStack().push(make<MarkObject>());
+  interpreter.operandStack().push(interpreter.memory().mark());
 }
 
 // Down to the nearest mark only, since marks nest.

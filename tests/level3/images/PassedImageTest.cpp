@@ -36,12 +36,11 @@ class PassedImageTest : public testing::Test {
   }
 
   // Six rows of Group 4.
-  static std::string fax() { return {"\x3F\x2F\x93\x54\x3C\x64\x40\x6E\x4D\x59\xB6\x6D\x80\x08\x00\x80", 16}; }
-
-  static std::string withMore(std::string data) {
-    data += "and more";
-    return data;
+  static std::string fax() {
+    return {"\x3F\x2F\x93\x54\x3C\x64\x40\x6E\x4D\x59\xB6\x6D\x80\x08\x00\x80", 16};
   }
+
+  static std::string withMore(const std::string& data) { return data + "and more"; }
 
   Memory memory_;
   PdfFile file_{memory_};

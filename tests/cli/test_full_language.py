@@ -105,7 +105,7 @@ class FullLanguageTest(support.CommandLineTest):
         self.assertIn("timeout", result.err)
 
     def test_memory_of_a_job_is_bounded(self):
-        for greedy in ("[{1000 string} loop]", "2147483647 string", "{1} loop", "{10000 array} loop"):
+        for greedy in ("[{1000 string} loop]", "[{100 string} loop]", "[{1 string} loop]", "2147483647 string", "{1} loop", "{10000 array} loop"):
             result = self.run_job(PAGE + greedy, "--max-memory", "20", "--timeout", "20")
             self.assertEqual(result.code, 6, greedy)
             self.assertRegex(result.err, "VMerror|stackoverflow|limitcheck|rangecheck")

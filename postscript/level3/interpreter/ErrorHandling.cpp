@@ -84,7 +84,7 @@ Object Interpreter::stackArray(std::span<const Object> stack) {
     return memory_.newArray(stack);
   } catch (const PostscriptError&) {
     // No room for that either; an error must not end in another one.
-    return memory_.newArray(std::span<const Object>());
+    return noStack_;
   }
 }
 

@@ -35,6 +35,8 @@ Interpreter::Interpreter() : scanner_(memory_) {
   userDictionary_ = keep(200);
   errorDictionary_ = keep(kErrorNameCount);
   errorState_ = keep(12);
+  noStack_ = memory_.newArray(std::size_t{0});
+  keptObjects_.push_back(noStack_);
   dictionaries().begin(systemDictionary_);
   dictionaries().begin(globalDictionary_);
   dictionaries().begin(userDictionary_);

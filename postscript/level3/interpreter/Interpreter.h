@@ -267,6 +267,7 @@ class Interpreter {
   Dictionary* userDictionary_;
   Dictionary* errorDictionary_;
   Dictionary* errorState_;
+  Object noStack_;                   // an empty array, there when there is no room for another
   std::vector<Object> keptObjects_;  // what C++ refers to for good
 
   Object stopped_;

@@ -13,6 +13,8 @@ constexpr std::string_view kLeftOut = "...";
 // Of a long message the end often holds the reason, so it keeps a third of the room.
 constexpr std::size_t kKeptEnd = kLongestMessage / 3;
 
+bool areWarningsMuted = false;
+
 constexpr bool isContinuation(unsigned char byte) {
   return (byte & 0xC0U) == 0x80U;
 }
@@ -83,6 +85,14 @@ void say(std::string_view text) {
   const std::string line = shortened(visible("quillpress: " + std::string(text))) + "\n";
   // One call, so that lines of several processes do not mix. Nothing can be done when it fails.
   std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+void warn(const std::string& name, std::string_view text) {
+  if (!areWarningsMuted) say(name + ": warning: " + std::string(text));
+}
+
+void muteWarnings() {
+  areWarningsMuted = true;
 }
 
 std::string systemReason() {

@@ -9,6 +9,11 @@ namespace quillpress::cli {
 // of files bring along is made visible and shortened.
 void say(std::string_view text);
 
+// Says "NAME: warning: TEXT", unless warnings are muted.
+void warn(const std::string& name, std::string_view text);
+// From now on, for the whole process.
+void muteWarnings();
+
 // `text` on one line, in UTF-8, with nothing in it that a terminal would obey: control characters and bytes
 // that are no UTF-8 come as \x1B.
 std::string visible(std::string_view text);

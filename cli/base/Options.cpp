@@ -1,7 +1,5 @@
 #include "cli/base/Options.h"
 
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <charconv>
 #include <filesystem>
@@ -30,8 +28,50 @@ constexpr const char* kFooter =
   throw CLI::ValidationError(complaint + " \"" + text + "\"");
 }
 
+// The whole text as a number.
+template <typename Number>
+std::optional<Number> numberOf(const std::string& text) {
+  Number number{};
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return number;
+}
+
 std::string asText(const std::string& text) {
   return text;
+}
+
+std::string asOutput(const std::string& text) {
+  // A script's variable without a value, which would otherwise mean a place that nobody has chosen.
+  if (text.empty()) throw CLI::ValidationError("--output, --directory: an empty name");
+  return text;
+}
+
+PageSelection asPages(const std::string& text) {
+  const std::optional<PageSelection> pages = PageSelection::parse(text);
+  if (!pages) refuse("--pages: not a list of pages:", text);
+  return *pages;
+}
+
+int asRotation(const std::string& text) {
+  constexpr int kRightAngle = 90;
+  constexpr int kFullTurn = 360;
+  const std::optional<int> degrees = numberOf<int>(text);
+  if (!degrees || *degrees % kRightAngle != 0 || *degrees < -kFullTurn || *degrees > kFullTurn) {
+    refuse("--rotate: not a multiple of 90 degrees up to 360:", text);
+  }
+  return (*degrees + kFullTurn) % kFullTurn;
+}
+
+std::string asPdfVersion(const std::string& text) {
+  if (text == "1.4" || text == "1.5" || text == "1.6" || text == "1.7" || text == "2.0") return text;
+  refuse("--pdf-version: not a version from 1.4 to 1.7, or 2.0:", text);
+}
+
+Permissions asPermissions(const std::string& text) {
+  const std::optional<Permissions> permissions = parsePermissions(text);
+  if (!permissions) refuse("--permissions: not a list of permissions:", text);
+  return *permissions;
 }
 
 Box asMedia(const std::string& text) {
@@ -44,15 +84,6 @@ std::size_t asByteCount(const std::string& text) {
   const std::optional<std::size_t> size = parseByteCount(text);
   if (!size) refuse("--chunk: not a number of bytes:", text);
   return *size;
-}
-
-// The whole text as a number.
-template <typename Number>
-std::optional<Number> numberOf(const std::string& text) {
-  Number number{};
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  return number;
 }
 
 double asSeconds(const std::string& text) {
@@ -102,31 +133,13 @@ void define(CLI::App& app, Options& options) {
   app.footer(kFooter);
   app.set_version_flag("--version", "quillpress " QUILLPRESS_VERSION, "Show the version and exit");
   app.set_help_flag("-h,--help", "Show this help and exit");
-  app.add_option("JOB", options.job, "The PostScript job; - is standard input")->required()->type_name("");
+  app.add_option("JOB", options.jobs, "The PostScript jobs; - is standard input")->required()->type_name("");
 #define FLAG(field, name, help) app.add_flag(name, options.field, help);
 #define OPTION(type, field, initial, name, values, read, help) \
   addOption(app, name, options.field, read, help)->type_name(values);
 #include "cli/base/Options.def"
 #undef FLAG
 #undef OPTION
-}
-
-std::filesystem::path withoutJobEnding(const std::filesystem::path& job) {
-  const std::filesystem::path ending = job.extension();
-  // Endings in mixed case are left alone: nobody writes them, and a name is not changed without need.
-  const bool isJobEnding = ending == ".ps" || ending == ".eps" || ending == ".prn" || ending == ".PS" ||
-                           ending == ".EPS" || ending == ".PRN";
-  return isJobEnding ? job.parent_path() / job.stem() : job;
-}
-
-std::string defaultOutput(const Options& options) {
-  const bool toStandardOutput = options.job == "-" || options.content;
-  if (!toStandardOutput) return withoutJobEnding(options.job).string() + ".pdf";
-  // Text may go to a terminal, as the user asked to see it.
-  if (!options.content && isatty(STDOUT_FILENO) == 1) {
-    throw CLI::ValidationError("a PDF is nothing for a terminal: say with -o where it goes");
-  }
-  return "-";
 }
 
 // Some options mean something to the driver's dialect alone.
@@ -140,6 +153,22 @@ void chooseDialect(const CLI::App& app, Options& options) {
   options.dialect = Dialect::kDriver;
 }
 
+void checkEncryption(const CLI::App& app, Options& options) {
+  const bool hasPassword = !options.userPassword.empty() || !options.ownerPassword.empty();
+  const bool isRestricted = app.count("--permissions") > 0;
+  // Whoever names a password or a permission never wants a PDF that is open to all.
+  if (app.count("--user-password") + app.count("--owner-password") > 0 || isRestricted)
+    options.encrypt = true;
+  if (!options.encrypt) return;
+  if (!hasPassword) throw CLI::ValidationError("--encrypt wants --user-password or --owner-password");
+  if (isRestricted && options.ownerPassword.empty()) {
+    throw CLI::ValidationError("--permissions wants --owner-password, or everybody were the owner");
+  }
+  if (!options.pdfVersion.empty() && options.pdfVersion < "1.7") {
+    throw CLI::ValidationError("--encrypt wants --pdf-version 1.7 or 2.0");
+  }
+}
+
 }  // namespace
 
 std::optional<Options> parseOptions(int argc, const char* const* argv, ExitCode& exit) {
@@ -149,7 +178,7 @@ std::optional<Options> parseOptions(int argc, const char* const* argv, ExitCode&
   try {
     app.parse(argc, argv);
     chooseDialect(app, options);
-    if (options.output.empty() && !options.run) options.output = defaultOutput(options);
+    checkEncryption(app, options);
     return options;
     // Help and version come as exceptions too.
   } catch (const CLI::Success& request) {

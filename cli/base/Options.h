@@ -7,6 +7,8 @@
 
 #include "cli/base/Box.h"
 #include "cli/base/ExitCode.h"
+#include "cli/base/PageSelection.h"
+#include "cli/base/Permissions.h"
 
 namespace quillpress::cli {
 
@@ -18,7 +20,9 @@ enum class Dialect {
 
 // What the user asked for. Options.def has the options.
 struct Options {
-  std::string job;  // path, or "-" for standard input
+  std::vector<std::string> jobs;  // paths, or "-" for standard input
+  // The one of them that is converted now. `output` is where its PDF goes then.
+  std::string job;
 #define FLAG(field, name, help) bool field = false;
 #define OPTION(type, field, initial, name, values, read, help) type field = initial;
 #include "cli/base/Options.def"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/conversion/PageOutput.h"
-#include "cli/spool/AtomicOutput.h"
+#include "cli/spool/Output.h"
 #include "cli/spool/Spool.h"
 
 namespace quillpress::cli {
@@ -9,7 +9,7 @@ namespace quillpress::cli {
 // Writes the content text of complete pages, one after the other, as the converter returns it.
 class TextPages final : public PageOutput {
  public:
-  TextPages(Spool& spool, AtomicOutput& output) : spool_(spool), output_(output) {}
+  TextPages(Spool& spool, Output& output) : spool_(spool), output_(output) {}
 
   void beginPage() override { spool_.cutTo(0); }
   void append(std::string_view text) override { spool_.append(text); }
@@ -20,7 +20,7 @@ class TextPages final : public PageOutput {
 
  private:
   Spool& spool_;
-  AtomicOutput& output_;
+  Output& output_;
   std::size_t pageCount_ = 0;
 };
 

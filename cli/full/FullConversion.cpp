@@ -21,32 +21,26 @@ struct DocumentDeleter {
 };
 using DocumentHandle = std::unique_ptr<QuillpressDocument, DocumentDeleter>;
 
-struct FileDeleter {
-  void operator()(std::FILE* file) const {
-    if (file != stdin) std::fclose(file);
-  }
+// No exception may pass through the C functions.
+struct Reader {
+  JobFile& job;
+  std::exception_ptr error;
 };
-using File = std::unique_ptr<std::FILE, FileDeleter>;
-
-File openJob(const std::string& path) {
-  if (path == "-") return File(stdin);
-  std::error_code error;
-  if (std::filesystem::is_directory(path, error)) throw InputError("is a directory, not a job");
-  File file(std::fopen(path.c_str(), "rb"));
-  if (!file) throw InputError("cannot be opened: " + systemReason());
-  return file;
-}
 
 int64_t readJob(void* context, void* buffer, size_t size) {
-  auto* const file = static_cast<std::FILE*>(context);
-  const size_t count = std::fread(buffer, 1, size, file);
-  return count == 0 && std::ferror(file) != 0 ? -1 : static_cast<int64_t>(count);
+  auto* const reader = static_cast<Reader*>(context);
+  try {
+    return static_cast<int64_t>(reader->job.read(static_cast<char*>(buffer), size));
+  } catch (const InputError&) {
+    reader->error = std::current_exception();
+    return -1;
+  }
 }
 
 // The output is opened when the first bytes come, so that a job without pages leaves no trace.
 struct Target {
-  AtomicOutput& output;
-  std::exception_ptr error;  // no exception may pass through the C functions
+  Output& output;
+  std::exception_ptr error;
 };
 
 int writeOutput(void* context, const void* data, size_t size) {
@@ -84,36 +78,41 @@ void apply(const Options& options, QuillpressDocument* document) {
   if (options.messages) QuillpressDocumentSetMessages(document, writeTo, stderr);
 }
 
-void sayAll(const Options& options, const QuillpressDocument* document) {
+void takeMessages(const Options& options, const QuillpressDocument* document, TaskResult& result) {
   const std::string name = jobName(options.job);
-  const std::string error = QuillpressDocumentError(document);
-  if (!error.empty()) say(name + ": " + error);
+  result.error = QuillpressDocumentError(document);
+  if (!result.error.empty()) say(name + ": " + result.error);
   for (size_t index = 0; const char* warning = QuillpressDocumentWarning(document, index); ++index) {
-    say(name + ": warning: " + warning);
+    warn(name, warning);
+    result.warnings.emplace_back(warning);
   }
 }
 
 }  // namespace
 
-ExitCode convertFully(const Options& options, AtomicOutput& output) {
-  const File job = openJob(options.job);
+void convertFully(const Options& options, JobFile& job, Output& output, TaskResult& result) {
   const DocumentHandle document(QuillpressDocumentNew());
   if (!document) throw std::bad_alloc();
   apply(options, document.get());
+  Reader reader{job, nullptr};
   Target target{output, nullptr};
-  const int status = QuillpressDocumentConvert(document.get(), readJob, job.get(), writeOutput, &target);
+  const int status = QuillpressDocumentConvert(document.get(), readJob, &reader, writeOutput, &target);
+  if (reader.error) std::rethrow_exception(reader.error);
   if (target.error) std::rethrow_exception(target.error);
-  if (status == QUILLPRESS_DOCUMENT_INPUT) throw InputError("cannot be read: " + systemReason());
   if (status == QUILLPRESS_DOCUMENT_OUTPUT) throw OutputError("cannot be written: " + systemReason());
-  sayAll(options, document.get());
-  if (status == QUILLPRESS_DOCUMENT_NO_PAGES) return ExitCode::kConversion;
-  output.commit();
-  if (status == QUILLPRESS_DOCUMENT_FAILED) {
-    const uint64_t pages = QuillpressDocumentPageCount(document.get());
-    say(outputName(options.output) + ": " + counted(pages, "complete page") + " written");
-    return ExitCode::kPartial;
+  takeMessages(options, document.get(), result);
+  if (status == QUILLPRESS_DOCUMENT_NO_PAGES) {
+    result.code = ExitCode::kConversion;
+    return;
   }
-  return status == QUILLPRESS_DOCUMENT_INCOMPLETE ? ExitCode::kCutOff : ExitCode::kDone;
+  output.commit();
+  result.pages = QuillpressDocumentPageCount(document.get());
+  if (status == QUILLPRESS_DOCUMENT_FAILED) {
+    say(outputName(options.output) + ": " + counted(result.pages, "complete page") + " written");
+    result.code = ExitCode::kPartial;
+  } else if (status == QUILLPRESS_DOCUMENT_INCOMPLETE) {
+    result.code = ExitCode::kCutOff;
+  }
 }
 
 }  // namespace quillpress::cli

@@ -59,7 +59,7 @@ bool JobFile::isSameAs(const std::string& path) const {
 void JobFile::pumpInto(ByteSink& sink) {
   std::vector<char> buffer(kBlockSize);
   std::uint64_t offset = 0;
-  std::size_t size = fill(buffer.data(), buffer.size());
+  std::size_t size = read(buffer.data(), buffer.size());
   if (size == 0) throw InputError("is empty");
   const FileSection section = postscriptSection({buffer.data(), size});
   while (size > 0 && offset < section.end) {
@@ -68,16 +68,16 @@ void JobFile::pumpInto(ByteSink& sink) {
     const std::uint64_t last = std::min(offset + size, section.end);
     if (first < last) sink.write({buffer.data() + (first - offset), last - first}, first);
     offset += size;
-    size = fill(buffer.data(), buffer.size());
+    size = read(buffer.data(), buffer.size());
   }
   sink.finish();
 }
 
 // Reads until the buffer is full or the file has ended, so that blocks do not depend on how a pipe is fed.
-std::size_t JobFile::fill(char* buffer, std::size_t size) {
+std::size_t JobFile::read(char* buffer, std::size_t size) {
   std::size_t filled = 0;
   while (filled < size) {
-    const ssize_t count = read(file_.get(), buffer + filled, size - filled);
+    const ssize_t count = ::read(file_.get(), buffer + filled, size - filled);
     // A signal that is handled interrupts the call, and nothing has been lost.
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) throw InputError("cannot be read: " + systemReason());

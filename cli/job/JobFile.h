@@ -23,9 +23,10 @@ class JobFile {
   // PostScript section counts as the file. Throws InputError when there is nothing or reading fails.
   void pumpInto(ByteSink& sink);
 
- private:
-  std::size_t fill(char* buffer, std::size_t size);
+  // Fills the buffer from where the file stands, and tells how far: less only at the end. Throws InputError.
+  std::size_t read(char* buffer, std::size_t size);
 
+ private:
   bool isStandardInput_;
   Descriptor file_;
 };

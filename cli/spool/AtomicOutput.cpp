@@ -33,7 +33,9 @@ std::string folderOf(const std::string& path) {
 
 std::string temporaryFolder() {
   const char* const folder = std::getenv("TMPDIR");
-  return folder == nullptr || *folder == '\0' ? "/tmp" : folder;
+  // The variable often outlives the folder that it names, as one of a session that has ended.
+  const bool isUsable = folder != nullptr && access(folder, W_OK | X_OK) == 0;
+  return isUsable ? folder : "/tmp";
 }
 
 [[noreturn]] void fail(const std::string& what) {

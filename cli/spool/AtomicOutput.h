@@ -4,6 +4,7 @@
 #include <string>
 
 #include "cli/spool/Descriptor.h"
+#include "cli/spool/Output.h"
 #include "cli/spool/TemporaryName.h"
 
 namespace quillpress::cli {
@@ -11,22 +12,15 @@ namespace quillpress::cli {
 // The output, whole or not at all: a file is written beside its final place, without a name where the file
 // system can do that, and takes that place only when it is complete and on the disk. Standard output and
 // devices are written as they are.
-class AtomicOutput {
+class AtomicOutput final : public Output {
  public:
   // `path` may be "-". Throws OutputError at once when nothing could be written there.
   explicit AtomicOutput(const std::string& path);
-  ~AtomicOutput();
-  AtomicOutput(const AtomicOutput&) = delete;
-  AtomicOutput& operator=(const AtomicOutput&) = delete;
+  ~AtomicOutput() override;
 
-  // A folder for temporary files, on the same file system as the output if that is a file.
-  [[nodiscard]] const std::string& folder() const { return folder_; }
-
-  // Opens the output on the first call.
-  std::FILE* file();
-
-  // Puts the output in its place. Throws OutputError when any of it could not be written.
-  void commit();
+  [[nodiscard]] const std::string& folder() const override { return folder_; }
+  std::FILE* file() override;
+  void commit() override;
 
  private:
   void examine(const std::string& path);

@@ -72,8 +72,11 @@ COMMAND_LINE = {
     "cli/pdf": ["cli/base", "cli/job", "cli/spool", "cli/content", "cli/conversion"],
     "cli/run": ["cli/base", "postscript/level3/document", "postscript/level3/interpreter",
                 "postscript/level3/streams"],
-    "cli/full": ["cli/base", "cli/spool"],
-    "cli": ["cli/base", "cli/job", "cli/spool", "cli/content", "cli/conversion", "cli/pdf", "cli/run", "cli/full"],
+    "cli/full": ["cli/base", "cli/job", "cli/spool"],
+    "cli/finish": ["cli/base", "cli/spool"],
+    "cli/driver": ["cli/base", "cli/job", "cli/spool", "cli/content", "cli/conversion", "cli/pdf"],
+    "cli/task": ["cli/base", "cli/job", "cli/spool", "cli/run", "cli/full", "cli/finish", "cli/driver"],
+    "cli": ["cli/base", "cli/task"],
 }
 
 FOLDERS = {

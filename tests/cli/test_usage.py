@@ -29,8 +29,11 @@ class UsageTest(support.CommandLineTest):
     def test_no_job_is_a_usage_error(self):
         self.assert_usage_error(says="JOB is required")
 
-    def test_two_jobs_are_a_usage_error(self):
-        self.assert_usage_error("job.ps", "job.ps", says="job.ps")
+    def test_a_job_given_twice_is_a_usage_error(self):
+        self.assert_usage_error("job.ps", "./job.ps", says="would be written by job.ps and by ./job.ps")
+
+    def test_output_without_a_character_is_a_usage_error(self):
+        self.assert_usage_error("job.ps", "-o", "", says="empty name")
 
     def test_unknown_option_is_a_usage_error(self):
         self.assert_usage_error("job.ps", "--colour", says="--colour")

@@ -37,22 +37,11 @@ void expectUsageError(const std::vector<const char*>& arguments, std::string_vie
 TEST(OptionsTest, AJobIsEnough) {
   const auto options = parse({"job.ps"}).options;
   ASSERT_TRUE(options);
-  EXPECT_EQ(options->job, "job.ps");
-  EXPECT_EQ(options->output, "job.pdf");
+  EXPECT_EQ(options->jobs, std::vector<std::string>{"job.ps"});
+  EXPECT_EQ(options->output, "");
   EXPECT_EQ(options->chunkSize, 65536U);
   EXPECT_EQ(options->media, std::nullopt);
   EXPECT_FALSE(options->keepGoing || options->content || options->objects || options->messages);
-}
-
-TEST(OptionsTest, EndingsOfJobsAreReplacedAndOthersKept) {
-  EXPECT_EQ(parse({"dir.ps/a.EPS"}).options->output, "dir.ps/a.pdf");
-  EXPECT_EQ(parse({"a.prn"}).options->output, "a.pdf");
-  EXPECT_EQ(parse({"a.txt"}).options->output, "a.txt.pdf");
-}
-
-TEST(OptionsTest, ContentGoesToStandardOutput) {
-  EXPECT_EQ(parse({"job.ps", "--content"}).options->output, "-");
-  EXPECT_EQ(parse({"-", "--content"}).options->output, "-");
 }
 
 TEST(OptionsTest, EverythingCanBeSaid) {
@@ -79,7 +68,40 @@ TEST(OptionsTest, FoldersToReadAddUp) {
   const auto options = parse({"--allow-read", "/", "--allow-read=/tmp", "job.ps"}).options;
   ASSERT_TRUE(options);
   EXPECT_EQ(options->readableFolders, (std::vector<std::string>{"/", "/tmp"}));
-  EXPECT_EQ(options->job, "job.ps");
+  EXPECT_EQ(options->jobs, std::vector<std::string>{"job.ps"});
+}
+
+TEST(OptionsTest, JobsStandAnywhere) {
+  EXPECT_EQ(parse({"a.ps", "--media=A5", "b.ps"}).options->jobs, (std::vector<std::string>{"a.ps", "b.ps"}));
+}
+
+TEST(OptionsTest, ANameWithoutACharacterIsNoOutput) {
+  expectUsageError({"job.ps", "-o", ""}, "an empty name");
+  expectUsageError({"job.ps", "-d", ""}, "an empty name");
+}
+
+TEST(OptionsTest, PagesAreTurnedByRightAngles) {
+  EXPECT_EQ(parse({"job.ps", "--rotate=90"}).options->rotation, 90);
+  EXPECT_EQ(parse({"job.ps", "--rotate=-90"}).options->rotation, 270);
+  EXPECT_EQ(parse({"job.ps", "--rotate=360"}).options->rotation, 0);
+  for (const char* const angle : {"45", "450", "x", ""}) {
+    expectUsageError({"job.ps", "--rotate", angle}, "not a multiple of 90 degrees");
+  }
+}
+
+TEST(OptionsTest, PasswordsAndPermissionsImplyEncryption) {
+  EXPECT_TRUE(parse({"job.ps", "--user-password=u"}).options->encrypt);
+  EXPECT_TRUE(parse({"job.ps", "--owner-password=o", "--permissions=none"}).options->encrypt);
+  expectUsageError({"job.ps", "--encrypt"}, "wants --user-password or --owner-password");
+  expectUsageError({"job.ps", "--user-password", ""}, "wants --user-password or --owner-password");
+  expectUsageError({"job.ps", "--user-password=u", "--permissions=copy"}, "wants --owner-password");
+  expectUsageError({"job.ps", "--user-password=u", "--pdf-version=1.6"}, "wants --pdf-version 1.7");
+}
+
+TEST(OptionsTest, ListsAndVersionsAreReadWhole) {
+  expectUsageError({"job.ps", "--pages", "2-x"}, "not a list of pages: \"2-x\"");
+  expectUsageError({"job.ps", "--permissions", "fly"}, "not a list of permissions: \"fly\"");
+  expectUsageError({"job.ps", "--pdf-version", "1.8"}, "not a version from 1.4 to 1.7, or 2.0: \"1.8\"");
 }
 
 TEST(OptionsTest, TheWholeLanguageIsReadUnlessAnOptionOfTheDriversDialectSaysOtherwise) {
@@ -92,7 +114,6 @@ TEST(OptionsTest, TheWholeLanguageIsReadUnlessAnOptionOfTheDriversDialectSaysOth
 
 TEST(OptionsTest, MistakesAreUsageErrors) {
   expectUsageError({}, "JOB is required");
-  expectUsageError({"job.ps", "other.ps"}, "other.ps");
   expectUsageError({"job.ps", "--media", "A99"}, "unknown page size \"A99\"");
   expectUsageError({"job.ps", "--chunk", "0"}, "not a number of bytes: \"0\"");
   expectUsageError({"job.ps", "--wrong"}, "--wrong");

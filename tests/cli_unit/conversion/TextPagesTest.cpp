@@ -3,6 +3,7 @@
 #include "cli/base/Errors.h"
 #include "cli/conversion/Converter.h"
 #include "cli/conversion/TextPages.h"
+#include "cli/spool/AtomicOutput.h"
 #include "tests/cli_unit/TemporaryFolder.h"
 
 namespace quillpress::cli {

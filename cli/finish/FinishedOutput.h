@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+
+#include "cli/base/Options.h"
+#include "cli/spool/Descriptor.h"
+#include "cli/spool/Output.h"
+
+namespace quillpress::cli {
+
+// Whether the options ask for anything that is done to a PDF when it is complete: pages chosen or turned,
+// texts of its information, encryption and such, or a file for each page.
+bool wantsFinishing(const Options& options);
+
+// An output that takes a PDF, and hands on what the options make of it. The PDF waits in a file without a
+// name. REQUIRES: the options outlive it.
+class FinishedOutput final : public Output {
+ public:
+  // Throws OutputError at once when nothing could be written to the options' output.
+  explicit FinishedOutput(const Options& options);
+  ~FinishedOutput() override;
+
+  [[nodiscard]] const std::string& folder() const override { return target_->folder(); }
+  std::FILE* file() override;
+  // Throws UsageError when the PDF has none of the pages that are wanted.
+  void commit() override;
+  [[nodiscard]] bool hasWarned() const override { return hasWarned_; }
+
+ private:
+  const Options& options_;
+  std::unique_ptr<Output> target_;
+  std::FILE* waiting_ = nullptr;
+  bool hasWarned_ = false;
+};
+
+}  // namespace quillpress::cli

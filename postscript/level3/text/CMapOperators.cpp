@@ -4,6 +4,7 @@
 #include "postscript/level3/operators/Resources.h"
 #include "postscript/level3/streams/FileStreams.h"
 #include "postscript/level3/text/CMapReader.h"
+#include "postscript/level3/text/FontData.h"
 #include "postscript/level3/text/FontEntries.h"
 #include "postscript/level3/text/Fonts.h"
 #include "postscript/level3/text/TextOperators.h"
@@ -211,6 +212,7 @@ constexpr SetRow kCMapOperators[] = {
     {"endrearrangedfont", "", nothing},
     {"beginusematrix", "any", beginUseMatrix},
     {"endusematrix", "array", endUseMatrix},
+    {"StartData", "string int", startCidFontData},
 };
 
 // begincidrange and its like are one function under several names; internal operators are found by function,

@@ -39,6 +39,27 @@ void requireFont(Interpreter& interpreter, const Object& font) {
   }
 }
 
+// A CIDFont gets the FontType that goes with its CIDFontType, and what it may leave out.
+void completeCidFont(Interpreter& interpreter, const Object& font) {
+  constexpr std::int64_t kFontTypes[] = {9, 10, 11, -1, 32};
+  VirtualMemory& memory = interpreter.memory();
+  const FontEntries entries(interpreter, font);
+  const std::int64_t type = entries.integer("CIDFontType", -1);
+  if (type < 0 || type >= std::ssize(kFontTypes) || kFontTypes[type] < 0) raise(ErrorName::kInvalidFont);
+  Dictionary& dictionary = *font.asDictionary();
+  if (!dictionary.isWritable()) return;
+  memory.put(dictionary, memory.name("FontType"), Object::integer(kFontTypes[type]));
+  if (entries.find("FontMatrix") == nullptr) {
+    const Object matrix = memory.newArray(6);
+    storeMatrix(interpreter, matrix, Matrix());
+    memory.put(dictionary, memory.name("FontMatrix"), matrix);
+  }
+  if (kFontTypes[type] != 32) return;
+  memory.put(dictionary, memory.name("CharStrings"), memory.newDictionary(20));
+  memory.put(dictionary, memory.name("BuildGlyph"),
+             *interpreter.systemDictionary().find(memory.name(".buildbitmapglyph")));
+}
+
 }  // namespace
 
 Object fontWithMatrix(Interpreter& interpreter, const Object& font, const Matrix& matrix) {
@@ -68,6 +89,7 @@ Object defineFont(Interpreter& interpreter, std::string_view category, const Obj
   VirtualMemory& memory = interpreter.memory();
   if (!font.isDictionary()) raise(ErrorName::kTypeCheck);
   Dictionary& dictionary = *font.asDictionary();
+  if (FontEntries(interpreter, font).find("CIDFontType") != nullptr) completeCidFont(interpreter, font);
   requireFont(interpreter, font);
   const Object* const number = dictionary.find(memory.name("FID"));
   if (number == nullptr || !number->is(Type::kFontId)) {

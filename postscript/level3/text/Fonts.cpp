@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "postscript/level3/text/CffFace.h"
+#include "postscript/level3/text/CidFace.h"
 #include "postscript/level3/text/FontEntries.h"
 #include "postscript/level3/text/Type1Face.h"
 #include "postscript/level3/text/Type3Face.h"
@@ -38,8 +40,15 @@ std::shared_ptr<Face> Fonts::makeFace(const Object& font) {
   switch (FontEntries(interpreter_, font).integer("FontType", -1)) {
     case 1:
       return Type1Face::make(*this, font);
+    case 2:
+      return CffFace::make(*this, font);
     case 3:
+    case 10:
+    case 32:
       return std::make_shared<Type3Face>(*this, font);
+    case 9:
+      return FontEntries(interpreter_, font).find(kFontSetKey) != nullptr ? CffFace::make(*this, font)
+                                                                          : CidFace::make(*this, font);
     case 11:
     case 42:
       return Type42Face::make(*this, font);

@@ -25,7 +25,8 @@ std::u32string textInTable(const Object& value) {
   return value.isString() ? textOfUtf16(textOf(value)) : std::u32string();
 }
 
-// Ligatures are searched for by their letters.
+// Ligatures that are named by their letters are searched for by these. A name or table that says the one
+// character means it.
 std::u32string withLetters(const std::u32string& text) {
   constexpr char32_t kFirst = 0xFB00;
   constexpr std::array<std::u32string_view, 7> kLetters{U"ff", U"fi", U"fl", U"ffi", U"ffl", U"st", U"st"};
@@ -71,14 +72,15 @@ std::u32string textOfGlyph(Interpreter& interpreter, const Object& font, const G
       const Object* value = key.name != nullptr ? table.asDictionary()->find(key.name)
                                                 : table.asDictionary()->find(Object::integer(key.code));
       if (value != nullptr) {
-        const std::u32string text = textInTable(*value);
-        if (!text.empty()) return withLetters(text);
+        std::u32string text = textInTable(*value);
+        if (!text.empty()) return text;
       }
     }
   }
   if (key.name == nullptr) return {};
   const std::u32string text = textOfGlyphName(key.name->text());
-  if (!text.empty() || !isDingbats(entries.text("FontName"))) return withLetters(text);
+  if (!text.empty()) return key.name->text().starts_with('u') ? text : withLetters(text);
+  if (!isDingbats(entries.text("FontName"))) return {};
   return textOfDingbatName(key.name->text());
 }
 

@@ -95,7 +95,7 @@ void OutlineFace::applyMetrics(const Object& font, const GlyphKey& key, FaceGlyp
   }
 }
 
-// w0x w0y llx lly urx ury w1x w1y vx vy font code CDevProc -> the same ten
+// w0x w0y llx lly urx ury w1x w1y vx vy name|cid CDevProc -> the same ten
 void OutlineFace::applyDeviceProcedure(const Object& font, const GlyphKey& key, FaceGlyph& glyph) {
   Interpreter& interpreter = fonts_.interpreter();
   const FontEntries entries(interpreter, font);
@@ -108,7 +108,6 @@ void OutlineFace::applyDeviceProcedure(const Object& font, const GlyphKey& key, 
                              down.advance.x, down.advance.y, down.origin.x, down.origin.y}) {
     operands.push(Object::real(static_cast<float>(value)));
   }
-  operands.push(font);
   operands.push(key.name != nullptr ? Object::literalName(key.name) : Object::integer(key.code));
   interpreter.runAndWait(*procedure);
   if (operands.depth() < kMetricsResults) raise(ErrorName::kStackUnderflow);

@@ -24,10 +24,19 @@ double roundedWidth(double value) {
   return std::round(value * scale) / scale;
 }
 
+// Without the tag that the subset of another program has, "ABCDEF+".
+std::string_view withoutTag(std::string_view name) {
+  const bool hasTag = name.size() > kTagLength && name[kTagLength] == '+' &&
+                      std::ranges::all_of(name.substr(0, kTagLength), [](char character) {
+                        return character >= 'A' && character <= 'Z';
+                      });
+  return hasTag ? name.substr(kTagLength + 1) : name;
+}
+
 // Names of fonts in a PDF have no blanks and no odd characters.
 std::string plainName(std::string_view name) {
   std::string plain;
-  for (const char character : name.substr(0, kLongestName)) {
+  for (const char character : withoutTag(name).substr(0, kLongestName)) {
     const bool isPlain = character > ' ' && character < 0x7f &&
                          std::string_view("()<>[]{}/%#+,").find(character) == std::string_view::npos;
     if (isPlain) plain += character;

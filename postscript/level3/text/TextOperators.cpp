@@ -1,5 +1,7 @@
 #include "postscript/level3/text/TextOperators.h"
 
+#include "postscript/level3/text/FontData.h"
+
 namespace quillpress::level3 {
 
 void addTextOperators(Interpreter& interpreter) {
@@ -9,6 +11,8 @@ void addTextOperators(Interpreter& interpreter) {
   addGlyphOperators(interpreter);
   addFontCacheOperators(interpreter);
   addCMapOperators(interpreter);
+  addFontSetOperators(interpreter);
+  addBitmapFontOperators(interpreter);
 }
 
 }  // namespace quillpress::level3

@@ -64,22 +64,23 @@ Type3Face::Type3Face(Fonts& fonts, const Object& font)
   const FontEntries entries(fonts.interpreter(), font);
   const Object* const byName = entries.find("BuildGlyph");
   const Object* const byCode = entries.find("BuildChar");
-  hasGlyphProcedure_ = byName != nullptr && byName->isProcedure();
+  hasGlyphProcedure_ = byName != nullptr && byName->isExecutable();
   if (!hasGlyphProcedure_ && (byCode == nullptr || !byCode->isProcedure())) raise(ErrorName::kInvalidFont);
   program_ = &fonts.type3Program(std::string(entries.text("FontName")), matrix_);
 }
 
 Type3Face::Key Type3Face::identityOf(const GlyphKey& key) const {
-  return hasGlyphProcedure_ ? Key(key.name, 0) : Key(nullptr, key.code);
+  return hasGlyphProcedure_ && key.name != nullptr ? Key(key.name, 0) : Key(nullptr, key.code);
 }
 
-// font name BuildGlyph, or font code BuildChar
+// font name BuildGlyph, font cid BuildGlyph, or font code BuildChar
 void Type3Face::runProcedure(const Object& font, const GlyphKey& key) {
   Interpreter& interpreter = fonts_.interpreter();
   const FontEntries entries(interpreter, font);
   interpreter.operands().require(2);
   interpreter.operands().push(font);
-  interpreter.operands().push(hasGlyphProcedure_ ? Object::literalName(key.name) : Object::integer(key.code));
+  const bool isNamed = hasGlyphProcedure_ && key.name != nullptr;
+  interpreter.operands().push(isNamed ? Object::literalName(key.name) : Object::integer(key.code));
   interpreter.runAndWait(entries.require(hasGlyphProcedure_ ? "BuildGlyph" : "BuildChar"));
 }
 

@@ -2,6 +2,7 @@
 
 #include "postscript/level3/text/FontEntries.h"
 #include "postscript/level3/text/Fonts.h"
+#include "postscript/level3/text/GlyphDirectory.h"
 
 namespace quillpress::level3 {
 
@@ -106,19 +107,10 @@ std::optional<GlyphIndex> Type42Face::numberOf(const Object& font, const GlyphKe
   return static_cast<GlyphIndex>(number->asInteger());
 }
 
-const Object* Type42Face::directoryEntry(const Object& font, GlyphIndex index) const {
-  const Object* const directory = font.asDictionary()->find(glyphDirectory_);
-  if (directory == nullptr) return nullptr;
-  const Object* entry = nullptr;
-  if (directory->isDictionary()) entry = directory->asDictionary()->find(Object::integer(index));
-  if (directory->isArray() && index < directory->length()) entry = &directory->elements()[index];
-  return entry != nullptr && entry->isString() ? entry : nullptr;
-}
-
 Object Type42Face::sourceOf(const Object& font, const GlyphKey& key) {
   const std::optional<GlyphIndex> number = numberOf(font, key);
   if (!number) return {};
-  const Object* const entry = directoryEntry(font, *number);
+  const Object* const entry = glyphDirectoryEntry(font, glyphDirectory_, *number);
   return entry != nullptr ? *entry : Object::integer(*number);
 }
 
@@ -141,7 +133,7 @@ void Type42Face::addParts(const Object& font, GlyphIndex index) {
   for (int round = 0; round < kMostPartRounds; ++round) {
     bool hasAdded = false;
     for (const GlyphIndex part : outlines_.missingParts(index)) {
-      const Object* const entry = directoryEntry(font, part);
+      const Object* const entry = glyphDirectoryEntry(font, glyphDirectory_, part);
       if (entry == nullptr) continue;
       outlines_.add(part, textOf(*entry), metricsCount_);
       hasAdded = true;

@@ -22,7 +22,6 @@ class Type42Face final : public OutlineFace {
 
   std::optional<GlyphIndex> numberOf(const Object& font, const GlyphKey& key);
   std::optional<GlyphIndex> numberOfCid(const Object& font, std::uint32_t cid);
-  const Object* directoryEntry(const Object& font, GlyphIndex index) const;
   void addParts(const Object& font, GlyphIndex index);
 
   TrueTypeFont& outlines_;

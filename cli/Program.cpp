@@ -1,13 +1,39 @@
 #include "cli/Program.h"
 
+#include <cstdio>
+
 #include "cli/base/Errors.h"
 #include "cli/base/Messages.h"
 #include "cli/base/Tasks.h"
+#include "cli/manual/Completions.h"
+#include "cli/manual/ManualPage.h"
 #include "cli/task/TaskRunner.h"
 
 namespace quillpress::cli {
 
+namespace {
+
+// What packagers install beside the program.
+ExitCode generate(const std::string& kind) {
+  std::string text;
+  if (kind == "man") text = manualPage();
+  if (kind == "bash") text = bashCompletion();
+  if (kind == "zsh") text = zshCompletion();
+  if (kind == "fish") text = fishCompletion();
+  if (text.empty()) {
+    say("--generate: none of man, bash, zsh and fish: " + kind);
+    return ExitCode::kUsage;
+  }
+  const bool isWritten =
+      std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
+  return isWritten ? ExitCode::kDone : ExitCode::kOutput;
+}
+
+}  // namespace
+
 ExitCode runProgram(const Options& options) {
+  if (!options.generated.empty()) return generate(options.generated);
+  if (options.quiet || options.noWarnings) muteWarnings();
   std::vector<Task> tasks;
   try {
     tasks = tasksOf(options);

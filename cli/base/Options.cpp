@@ -6,8 +6,10 @@
 #include <system_error>
 
 #include "cli/base/ByteCount.h"
+#include "cli/base/HelpTexts.h"
 #include "cli/base/Media.h"
 #include "cli/base/Messages.h"
+#include "cli/base/NearestWord.h"
 
 namespace quillpress::cli {
 
@@ -15,12 +17,17 @@ namespace {
 
 constexpr const char* kDescription = "Converts a PostScript job to PDF.";
 
-constexpr const char* kFooter =
-    "Exit codes: 0 done, 1 error in the job (nothing is written), 2 usage, 3 input, 4 output,\n"
-    "5 done with warnings: the job is cut off, or something of it is not kept,\n"
-    "6 error in the job (the complete pages before it are written).\n"
-    "With --dialect driver, 1 stands for both kinds of error.\n"
-    "Byte offsets in messages count from 0 at the start of JOB.";
+std::string footer() {
+  std::string text = "Examples:\n";
+  for (const ExampleHelp& example : exampleHelp()) {
+    text.append("  ").append(example.command).append("\n      ").append(example.meaning).append("\n");
+  }
+  text += "\nExit codes:\n";
+  for (const ExitCodeHelp& help : exitCodeHelp()) {
+    text.append("  ").append(std::to_string(help.code)).append(" ").append(help.meaning).append("\n");
+  }
+  return text.append(kSeveralCodes).append("\nByte offsets in messages count from 0 at the start of JOB.");
+}
 
 // What options make of their texts. A mistake is told with the text as the user wrote it.
 
@@ -130,10 +137,12 @@ CLI::Option* addOption(CLI::App& app, const char* name, std::vector<Element>& fi
 }
 
 void define(CLI::App& app, Options& options) {
-  app.footer(kFooter);
+  app.footer(footer());
   app.set_version_flag("--version", "quillpress " QUILLPRESS_VERSION, "Show the version and exit");
   app.set_help_flag("-h,--help", "Show this help and exit");
-  app.add_option("JOB", options.jobs, "The PostScript jobs; - is standard input")->required()->type_name("");
+  app.add_option("JOB", options.jobs, "The PostScript jobs; - is standard input")->type_name("");
+  // For those who build and install: not for the help.
+  app.add_option("--generate", options.generated)->group("");
 #define FLAG(field, name, help) app.add_flag(name, options.field, help);
 #define OPTION(type, field, initial, name, values, read, help) \
   addOption(app, name, options.field, read, help)->type_name(values);
@@ -169,6 +178,21 @@ void checkEncryption(const CLI::App& app, Options& options) {
   }
 }
 
+void checkJobs(const Options& options) {
+  if (options.jobs.empty() && options.generated.empty()) throw CLI::ValidationError("JOB is required");
+}
+
+void sayUnexpected(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const CLI::Option* const option : app.get_options()) {
+    for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+  }
+  for (const std::string& argument : app.remaining()) {
+    const auto nearest = nearestWord(argument.substr(0, argument.find('=')), names);
+    say("unknown option " + argument + (nearest ? "; did you mean " + *nearest + "?" : ""));
+  }
+}
+
 }  // namespace
 
 std::optional<Options> parseOptions(int argc, const char* const* argv, ExitCode& exit) {
@@ -177,6 +201,7 @@ std::optional<Options> parseOptions(int argc, const char* const* argv, ExitCode&
   define(app, options);
   try {
     app.parse(argc, argv);
+    checkJobs(options);
     chooseDialect(app, options);
     checkEncryption(app, options);
     return options;
@@ -185,7 +210,11 @@ std::optional<Options> parseOptions(int argc, const char* const* argv, ExitCode&
     app.exit(request);
     exit = ExitCode::kDone;
   } catch (const CLI::Error& error) {
-    say(error.what());
+    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError)) {
+      sayUnexpected(app);
+    } else {
+      say(error.what());
+    }
     // The whole help would push the mistake out of sight.
     say("try --help");
     exit = ExitCode::kUsage;

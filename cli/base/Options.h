@@ -23,6 +23,8 @@ struct Options {
   std::vector<std::string> jobs;  // paths, or "-" for standard input
   // The one of them that is converted now. `output` is where its PDF goes then.
   std::string job;
+  // "man", "bash", "zsh" or "fish": print that instead of converting anything.
+  std::string generated;
 #define FLAG(field, name, help) bool field = false;
 #define OPTION(type, field, initial, name, values, read, help) type field = initial;
 #include "cli/base/Options.def"

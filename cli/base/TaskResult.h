@@ -13,7 +13,9 @@ namespace quillpress::cli {
 struct TaskResult {
   ExitCode code = ExitCode::kDone;
   std::uint64_t pages = 0;  // complete ones
-  std::string error;        // one line; empty when there was none
+  std::uint64_t bytes = 0;  // of the output, all files of it
+  double milliseconds = 0;
+  std::string error;  // one line; empty when there was none
   // What is known of an error in the job itself.
   std::string errorName;
   std::optional<std::uint64_t> errorPage;

@@ -59,6 +59,7 @@ void FinishedOutput::commit() {
   if (!pattern) {
     finisher.write(target_->file());
     target_->commit();
+    bytesWritten_ += target_->bytesWritten();
     return;
   }
   for (std::uint64_t page = 1; page <= finisher.pageCount(); ++page) {
@@ -66,6 +67,7 @@ void FinishedOutput::commit() {
     if (page > 1) target_ = std::make_unique<AtomicOutput>(pattern->nameOf(page));
     finisher.writePage(page - 1, target_->file());
     target_->commit();
+    bytesWritten_ += target_->bytesWritten();
   }
 }
 

@@ -24,6 +24,7 @@ class FinishedOutput final : public Output {
   std::FILE* file() override;
   // Throws UsageError when the PDF has none of the pages that are wanted.
   void commit() override;
+  [[nodiscard]] std::uint64_t bytesWritten() const override { return bytesWritten_; }
   [[nodiscard]] bool hasWarned() const override { return hasWarned_; }
 
  private:
@@ -31,6 +32,7 @@ class FinishedOutput final : public Output {
   std::unique_ptr<Output> target_;
   std::FILE* waiting_ = nullptr;
   bool hasWarned_ = false;
+  std::uint64_t bytesWritten_ = 0;
 };
 
 }  // namespace quillpress::cli

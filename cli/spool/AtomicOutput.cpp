@@ -124,6 +124,8 @@ void AtomicOutput::commit() {
   std::FILE* const written = file();
   const bool isFlushed = std::fflush(written) == 0 && std::ferror(written) == 0;
   if (!isFlushed) fail("cannot be written");
+  const off_t end = ftello(written);
+  if (end > 0) bytesWritten_ = static_cast<std::uint64_t>(end);
   if (file_ == stdout) return;
   if (isPlainFile_) {
     putInPlace();

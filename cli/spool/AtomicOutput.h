@@ -21,6 +21,7 @@ class AtomicOutput final : public Output {
   [[nodiscard]] const std::string& folder() const override { return folder_; }
   std::FILE* file() override;
   void commit() override;
+  [[nodiscard]] std::uint64_t bytesWritten() const override { return bytesWritten_; }
 
  private:
   void examine(const std::string& path);
@@ -34,6 +35,7 @@ class AtomicOutput final : public Output {
   bool isPlainFile_ = true;
   unsigned permissions_;
   std::FILE* file_ = nullptr;
+  std::uint64_t bytesWritten_ = 0;
 };
 
 }  // namespace quillpress::cli

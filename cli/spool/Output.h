@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <string>
 
@@ -21,6 +22,9 @@ class Output {
 
   // Puts the output in its place. Throws OutputError when any of it could not be written.
   virtual void commit() = 0;
+
+  // How much has been committed; 0 where that cannot be told, as in a pipe.
+  [[nodiscard]] virtual std::uint64_t bytesWritten() const = 0;
 
   // Whether something that was asked for could not be had; it has been said then.
   [[nodiscard]] virtual bool hasWarned() const { return false; }

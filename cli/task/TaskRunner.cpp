@@ -1,11 +1,15 @@
 #include "cli/task/TaskRunner.h"
 
+#include <array>
+#include <chrono>
+#include <cstdio>
 #include <memory>
 #include <new>
 
 #include "cli/base/Errors.h"
 #include "cli/base/Messages.h"
 #include "cli/base/Names.h"
+#include "cli/base/ProgressLine.h"
 #include "cli/driver/DriverConversion.h"
 #include "cli/finish/FinishedOutput.h"
 #include "cli/full/FullConversion.h"
@@ -34,6 +38,7 @@ void convert(const Options& options, TaskResult& result) {
     convertDriverJob(options, job, *output, result);
   }
   if (result.code == ExitCode::kDone && output->hasWarned()) result.code = ExitCode::kCutOff;
+  result.bytes = output->bytesWritten();
 }
 
 // The one place where exceptions become results.
@@ -43,9 +48,20 @@ void fail(TaskResult& result, ExitCode code, const std::string& message) {
   result.error = message;
 }
 
+void sayWhatBecame(const Options& options, const TaskResult& result) {
+  const bool isWritten = result.code != ExitCode::kConversion && result.error.empty();
+  if (!isWritten) return;
+  std::array<char, 40> time{};
+  std::snprintf(time.data(), time.size(), "%.2f s", result.milliseconds / 1000);
+  std::string text = jobName(options.job) + ": " + counted(result.pages, "page");
+  if (result.bytes > 0) text += ", " + roughSize(result.bytes);
+  say(text + " to " + outputName(options.output) + " in " + time.data());
+}
+
 }  // namespace
 
 TaskResult runTask(const Options& options) {
+  const auto begin = std::chrono::steady_clock::now();
   TaskResult result;
   try {
     if (options.run) {
@@ -62,6 +78,9 @@ TaskResult runTask(const Options& options) {
   } catch (const std::bad_alloc&) {
     fail(result, ExitCode::kConversion, jobName(options.job) + ": out of memory");
   }
+  const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - begin;
+  result.milliseconds = taken.count();
+  if (options.verbose && !options.run) sayWhatBecame(options, result);
   return result;
 }
 

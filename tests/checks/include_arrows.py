@@ -76,7 +76,8 @@ COMMAND_LINE = {
     "cli/finish": ["cli/base", "cli/spool"],
     "cli/driver": ["cli/base", "cli/job", "cli/spool", "cli/content", "cli/conversion", "cli/pdf"],
     "cli/task": ["cli/base", "cli/job", "cli/spool", "cli/run", "cli/full", "cli/finish", "cli/driver"],
-    "cli": ["cli/base", "cli/task"],
+    "cli/manual": ["cli/base"],
+    "cli": ["cli/base", "cli/task", "cli/manual"],
 }
 
 FOLDERS = {

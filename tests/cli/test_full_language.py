@@ -61,11 +61,11 @@ class FullLanguageTest(support.CommandLineTest):
 
     def test_error_names_operator_page_and_place(self):
         result = self.run_job(PAGE + "1 0 div")
-        self.assert_partial(result, 1, "job.ps: undefinedresult in div, page 2, byte 35\n")
+        self.assert_partial(result, 1, "job.ps: undefinedresult: div, page 2, byte 35\n")
         self.assertIn("job.pdf: 1 complete page written", result.err)
 
     def test_error_before_the_first_page_writes_nothing(self):
-        self.assert_nothing_written(self.run_job("/a nonsense " + PAGE), "undefined in nonsense, page 1, byte 11")
+        self.assert_nothing_written(self.run_job("/a nonsense " + PAGE), "undefined: nonsense, page 1, byte 11")
 
     def test_an_error_leaves_an_earlier_file_alone(self):
         self.write("job.pdf", "precious")

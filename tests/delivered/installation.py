@@ -47,7 +47,7 @@ def main():
         prefix = (folder / "first").rename(folder / "second")
         job = folder / "job.ps"
         job.write_text("%!\n2 setlinewidth\n")
-        if run(only(prefix, "quillpress"), job, "--content") != "2 w ":
+        if run(only(prefix / "bin", "quillpress"), job, "--content") != "2 w ":
             sys.exit("the installed command line converts otherwise")
         source = folder / "program.c"
         source.write_text(PROGRAM)
@@ -56,6 +56,10 @@ def main():
         run(options.compiler, source, "-o", program, "-I", prefix / "include", library,
             f"-Wl,-rpath,{library.parent}")
         run(program)
+        for manual in ("quillpress.1", "_quillpress", "quillpress.fish"):
+            if "--pages" not in only(prefix, manual).read_text().replace("\\-", "-"):
+                sys.exit(f"{manual}: does not know the options")
+        only(prefix / "share/bash-completion/completions", "quillpress")
         for document in ("LICENSE", "README.md", "CHANGELOG.md"):
             only(prefix, document)
 

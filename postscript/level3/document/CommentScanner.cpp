@@ -125,6 +125,8 @@ void CommentScanner::takeComment(std::string_view keyword, std::string_view valu
     title_ = textValue(value);
   } else if (keyword == "Creator" && (isLater || creator_.empty())) {
     creator_ = textValue(value);
+  } else if (keyword == "CreationDate" && (isLater || creationDate_.empty())) {
+    creationDate_ = textValue(value);
   } else if (keyword == "Pages" && (isLater || promisedPages_ == 0)) {
     double pages = 0;
     if (takeNumber(value, pages) && pages > 0 && pages < 1e9)

@@ -22,6 +22,7 @@ class CommentScanner {
   const std::optional<Box>& boundingBox() const { return exactBox_ ? exactBox_ : boundingBox_; }
   const std::string& title() const { return title_; }
   const std::string& creator() const { return creator_; }
+  const std::string& creationDate() const { return creationDate_; }
   std::uint64_t promisedPages() const { return promisedPages_; }
   bool hasTrailer() const { return place_ == Place::kTrailer; }
 
@@ -41,6 +42,7 @@ class CommentScanner {
   std::optional<Box> exactBox_;
   std::string title_;
   std::string creator_;
+  std::string creationDate_;
   std::uint64_t promisedPages_ = 0;
 };
 

@@ -186,6 +186,24 @@ const char* QuillpressDocumentWarning(const QuillpressDocument* document, size_t
   return index < warnings.size() ? warnings[index].c_str() : nullptr;
 }
 
+const char* QuillpressDocumentErrorName(const QuillpressDocument* document) {
+  return document->result.errorName.c_str();
+}
+
+uint64_t QuillpressDocumentErrorPage(const QuillpressDocument* document) {
+  return document->result.errorPage;
+}
+
+int64_t QuillpressDocumentErrorByte(const QuillpressDocument* document) {
+  const auto& byte = document->result.errorByte;
+  return byte ? static_cast<int64_t>(*byte) : -1;
+}
+
+const char* QuillpressDocumentSubstitutedFont(const QuillpressDocument* document, size_t index) {
+  const auto& fonts = document->result.substitutedFonts;
+  return index < fonts.size() ? fonts[index].c_str() : nullptr;
+}
+
 uint64_t QuillpressDocumentPageCount(const QuillpressDocument* document) {
   return document->result.pages;
 }

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "postscript/level3/document/JobDate.h"
 #include "postscript/level3/document/JobSource.h"
 #include "postscript/level3/document/Machine.h"
 #include "postscript/level3/streams/MemoryStreams.h"
@@ -50,6 +51,7 @@ class Conversion {
       result.status = Status::kIncomplete;
     }
     // A font that stands in for another is worth a line, but nothing is lost.
+    result.substitutedFonts = machine_.fonts().substitutedFonts();
     for (std::string& line : machine_.fonts().warnings()) result.warnings.push_back(std::move(line));
     describeDocument();
     machine_.fonts().finish();
@@ -87,11 +89,14 @@ class Conversion {
   }
 
   void describeError(const Interpreter::Outcome& outcome) {
+    result_.errorName = outcome.errorName;
+    result_.errorPage = device_.pagesShown() + 1;
+    result_.errorByte = job_->reached();
     std::string& text = result_.error;
     text = outcome.errorName;
-    if (!outcome.command.empty()) text += " in " + outcome.command;
-    text += ", page " + std::to_string(device_.pagesShown() + 1);
-    text += ", byte " + std::to_string(job_->reached());
+    if (!outcome.command.empty()) text += ": " + outcome.command;
+    text += ", page " + std::to_string(result_.errorPage);
+    text += ", byte " + std::to_string(*result_.errorByte);
   }
 
   // An encapsulated picture need not show its page itself.
@@ -118,6 +123,9 @@ class Conversion {
     if (!comments.title().empty()) document_.setInformationUnlessSet("Title", comments.title());
     if (!comments.creator().empty()) document_.setInformationUnlessSet("Creator", comments.creator());
     document_.setInformationUnlessSet("Producer", "Quillpress");
+    std::optional<std::string> date = pdfDateOf(comments.creationDate());
+    if (!date) date = pdfDateOfEnvironment();
+    if (date) document_.setInformationUnlessSet("CreationDate", *date);
   }
 
   const DocumentOptions& options_;

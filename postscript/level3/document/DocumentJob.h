@@ -40,7 +40,13 @@ struct DocumentResult {
   std::size_t pages = 0;
   // One line, when the job failed.
   std::string error;
+  // What the line says of an error of the job's own: its name, the page from 1, the byte from 0.
+  std::string errorName;
+  std::size_t errorPage = 0;
+  std::optional<std::uint64_t> errorByte;
   std::vector<std::string> warnings;
+  // Names of fonts that the job asked for, and that another stood in for.
+  std::vector<std::string> substitutedFonts;
   // The job could not be read to its end.
   bool isUnreadable = false;
 };

@@ -116,6 +116,15 @@ std::vector<std::string> Fonts::warnings() const {
   return lines;
 }
 
+std::vector<std::string> Fonts::substitutedFonts() const {
+  std::vector<std::string> names;
+  for (const auto& [glyphs, font] : substitutions_) {
+    if (font.isUsed) names.push_back(font.wanted);
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
 void Fonts::trace(Tracer& tracer) const {
   for (const auto& [number, face] : faces_) face->trace(tracer);
 }

@@ -56,6 +56,8 @@ class Fonts final : public Interpreter::Extension {
   // Writes all fonts. To be called once, when all pages are written.
   void finish();
   std::vector<std::string> warnings() const;
+  // The fonts that another has stood in for, by the names under which the job asked for them.
+  std::vector<std::string> substitutedFonts() const;
 
   void trace(Tracer& tracer) const override;
   void onSave(std::uint32_t serial) override;

@@ -75,6 +75,10 @@ static void testConversion(QuillpressDocument *document, struct Buffer *pdf) {
   expect(QuillpressDocumentPageCount(document) == 1, "it has one page");
   expect(QuillpressDocumentError(document)[0] == '\0', "there is no error");
   expect(QuillpressDocumentWarning(document, 0) == NULL, "there is no warning");
+  expect(QuillpressDocumentErrorName(document)[0] == '\0', "an error that is none has no name");
+  expect(QuillpressDocumentErrorPage(document) == 0, "no page");
+  expect(QuillpressDocumentErrorByte(document) == -1, "and no place");
+  expect(QuillpressDocumentSubstitutedFont(document, 0) == NULL, "no font stands in for another");
   first = pdf->size;
   text.rest = "0 0 9 9 rectfill showpage";
   pdf->size = 0;
@@ -86,8 +90,11 @@ static void testConversion(QuillpressDocument *document, struct Buffer *pdf) {
 static void testErrors(QuillpressDocument *document, struct Buffer *pdf) {
   expect(convertText(document, "showpage 1 0 div", pdf) == QUILLPRESS_DOCUMENT_FAILED,
          "an error is reported");
-  expect(strcmp(QuillpressDocumentError(document), "undefinedresult in div, page 2, byte 16") == 0,
+  expect(strcmp(QuillpressDocumentError(document), "undefinedresult: div, page 2, byte 16") == 0,
          "with name, command, page and place");
+  expect(strcmp(QuillpressDocumentErrorName(document), "undefinedresult") == 0, "the name can be asked for");
+  expect(QuillpressDocumentErrorPage(document) == 2, "and the page");
+  expect(QuillpressDocumentErrorByte(document) == 16, "and the place");
   expect(QuillpressDocumentPageCount(document) == 1, "the page before it is there");
   expect(pdf->size > 0, "in a file");
   expect(convertText(document, "nonsense showpage", pdf) == QUILLPRESS_DOCUMENT_NO_PAGES, "no page, no file");

@@ -102,9 +102,9 @@ QUILLPRESS_DOCUMENT_API void QuillpressDocumentCancel(QuillpressDocument *docume
 QUILLPRESS_DOCUMENT_API const char *QuillpressDocumentError(const QuillpressDocument *document);
 QUILLPRESS_DOCUMENT_API const char *QuillpressDocumentWarning(const QuillpressDocument *document,
                                                               size_t index);
-/* What the error says, when it is one of the job itself: the error's name in PostScript, as in "undefined"; the
- * page that was not complete, from 1; the byte of the job that had been reached, from 0. Empty, 0 and -1 when
- * there was none. */
+/* What the error says, when it is one of the job itself: the error's name in PostScript, as in "undefined";
+ * the page that was not complete, from 1; the byte of the job that had been reached, from 0. Empty, 0 and -1
+ * when there was none. */
 QUILLPRESS_DOCUMENT_API const char *QuillpressDocumentErrorName(const QuillpressDocument *document);
 QUILLPRESS_DOCUMENT_API uint64_t QuillpressDocumentErrorPage(const QuillpressDocument *document);
 QUILLPRESS_DOCUMENT_API int64_t QuillpressDocumentErrorByte(const QuillpressDocument *document);

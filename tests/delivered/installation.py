@@ -57,7 +57,7 @@ def main():
             f"-Wl,-rpath,{library.parent}")
         run(program)
         for manual in ("quillpress.1", "_quillpress", "quillpress.fish"):
-            if "--pages" not in only(prefix, manual).read_text().replace("\\-", "-"):
+            if "linearize" not in only(prefix, manual).read_text():
                 sys.exit(f"{manual}: does not know the options")
         only(prefix / "share/bash-completion/completions", "quillpress")
         for document in ("LICENSE", "README.md", "CHANGELOG.md"):

@@ -24,7 +24,6 @@ class CommentScanner {
   const std::string& creator() const { return creator_; }
   const std::string& creationDate() const { return creationDate_; }
   std::uint64_t promisedPages() const { return promisedPages_; }
-  bool hasTrailer() const { return place_ == Place::kTrailer; }
 
  private:
   enum class Place { kHeader, kBody, kTrailer };

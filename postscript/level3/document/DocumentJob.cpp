@@ -35,17 +35,24 @@ class Conversion {
     const bool hasFailed = outcome.kind == Interpreter::Outcome::Kind::kError ||
                            outcome.kind == Interpreter::Outcome::Kind::kAborted;
     if (hasFailed) describeError(outcome);
+    // What goes wrong behind the end of a job that was cut off is no fault of its program.
+    const bool isCutOff =
+        outcome.kind != Interpreter::Outcome::Kind::kAborted && !job_->cutOffWithin().empty();
     finishPages(hasFailed);
     DocumentResult result = std::move(result_);
     result.isUnreadable = job_->isUnreadable();
     result.pages = device_.pagesShown();
-    if (!hasFailed) warn(result);
+    const bool isFault = hasFailed && (!isCutOff || result.pages == 0);
+    if (!isFault) {
+      result.error.clear();
+      warn(result);
+    }
     if (result.pages == 0) {
       result.status = Status::kNoPages;
       if (result.error.empty()) result.error = "the job shows no page";
       return result;
     }
-    if (hasFailed) {
+    if (isFault) {
       result.status = Status::kFailed;
     } else if (!result.warnings.empty()) {
       result.status = Status::kIncomplete;
@@ -108,7 +115,12 @@ class Conversion {
 
   void warn(DocumentResult& result) {
     const CommentScanner& comments = job_->comments();
-    if (comments.promisedPages() > result.pages && !comments.hasTrailer()) {
+    if (!job_->cutOffWithin().empty()) {
+      result.warnings.push_back("the job ends within " + std::string(job_->cutOffWithin()) + ", page " +
+                                std::to_string(result.pages + 1) + ", byte " +
+                                std::to_string(job_->reached()) + "; it may be cut off");
+    }
+    if (comments.promisedPages() > result.pages) {
       result.warnings.push_back("the job ends after " + std::to_string(result.pages) + " of " +
                                 std::to_string(comments.promisedPages()) + " pages; it may be cut off");
     }

@@ -25,6 +25,11 @@ class JobSource final : public ByteSource {
   std::uint64_t reached() const;
   // True when the file behind the job could not be read to its end.
   bool isUnreadable() const { return isUnreadable_; }
+  // What its end has been met in the middle of, such as "a string"; empty when nothing was missing.
+  std::string_view cutOffWithin() const { return cutOffWithin_; }
+  void endedWithin(std::string_view what) override {
+    if (cutOffWithin_.empty()) cutOffWithin_ = what;
+  }
 
  private:
   Bytes nextBlock() override;
@@ -43,6 +48,7 @@ class JobSource final : public ByteSource {
   std::uint64_t left_ = UINT64_MAX;
   // Of what has been handed out, the line end at the very end left out.
   std::uint64_t length_ = 0;
+  std::string_view cutOffWithin_;
   bool isUnreadable_ = false;
   bool hasBegun_ = false;
   bool isOver_ = false;

@@ -1,6 +1,6 @@
 #include "postscript/level3/graphics/ImageData.h"
 
-#include "postscript/level3/streams/CallbackStreams.h"
+#include "postscript/level3/interpreter/ProcedureStreams.h"
 
 namespace quillpress::level3 {
 
@@ -30,7 +30,7 @@ OperandsAside::OperandsAside(Interpreter& interpreter, std::size_t count)
 SourcePointer imageSource(Interpreter& interpreter, const Object& operand) {
   if (operand.isFile()) return fileOf(operand).sourcePointer();
   if (operand.isString()) return std::make_shared<RepeatedString>(bytesOf(textOf(operand)));
-  return std::make_shared<PieceSource>([&interpreter, operand]() -> std::optional<Bytes> {
+  return std::make_shared<ProcedureSource>(interpreter, [&interpreter, operand]() -> std::optional<Bytes> {
     return bytesOf(textOf(stringFrom(interpreter, operand)));
   });
 }

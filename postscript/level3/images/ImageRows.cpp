@@ -15,14 +15,22 @@ bool ImageRows::hasFailed() const {
   return std::any_of(sources_.begin(), sources_.end(), [](const SourcePointer& s) { return s->hasFailed(); });
 }
 
+// Rows are missing: one of the sources has ended.
+Bytes ImageRows::end() const {
+  for (const SourcePointer& source : sources_) {
+    if (source->peek().empty() && !source->isOpen()) source->endedWithin("an image");
+  }
+  return {};
+}
+
 Bytes ImageRows::next() {
   if (planes_.empty()) {
     ByteSource& source = *sources_.front();
     const std::size_t size = layout_.rowBytes();
     row_.resize(size);
-    return source.read(row_) == size ? Bytes(row_) : Bytes();
+    return source.read(row_) == size ? Bytes(row_) : end();
   }
-  return readPlanes() ? nextInterleaved() : Bytes();
+  return readPlanes() ? nextInterleaved() : end();
 }
 
 // A block from each source in turn: procedures that read one file between them expect to be called so.

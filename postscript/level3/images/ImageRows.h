@@ -19,6 +19,7 @@ class ImageRows {
   [[nodiscard]] bool hasFailed() const;
 
  private:
+  [[nodiscard]] Bytes end() const;
   bool readPlanes();
   Bytes nextInterleaved();
 

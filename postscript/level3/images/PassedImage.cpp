@@ -20,6 +20,7 @@ void scan(JpegScanner& scanner, ByteSource& source, Take take, Until until) {
     take(block.first(used));
     source.consume(used);
   }
+  if (source.peek().empty() && !source.isOpen() && !scanner.isDone()) source.endedWithin("an image");
 }
 
 // In PDF as in the language, three components are luminance and chrominance unless somebody says otherwise,

@@ -14,6 +14,8 @@ class TeeSource final : public ByteSource {
   // Copies what has been consumed since the last block, and leaves the source behind it.
   void settle();
 
+  void endedWithin(std::string_view what) override { source_->endedWithin(what); }
+
  private:
   Bytes nextBlock() override;
   void release() override { settle(); }

@@ -4,7 +4,6 @@
 #include <array>
 #include <cstring>
 
-#include "postscript/level3/streams/CallbackStreams.h"
 #include "postscript/level3/streams/MemoryStreams.h"
 
 namespace quillpress::level3 {
@@ -105,6 +104,13 @@ void ProcedureSink::take(Bytes bytes) {
 
 }  // namespace
 
+void ProcedureSource::endedWithin(std::string_view what) {
+  const Object program = interpreter_.currentFile();
+  if (!program.isFile() || !fileOf(program).isReadable()) return;
+  ByteSource& source = fileOf(program).source();
+  if (!source.refill()) source.endedWithin(what);
+}
+
 SourcePointer sourceOf(Interpreter& interpreter, const Object& operand) {
   if (operand.isFile()) {
     if (!operand.isReadable() || !fileOf(operand).isReadable()) raise(ErrorName::kInvalidAccess);
@@ -115,7 +121,7 @@ SourcePointer sourceOf(Interpreter& interpreter, const Object& operand) {
     return std::make_shared<MemorySource>(bytesOf(textOf(operand)));
   }
   if (!operand.isProcedure()) raise(ErrorName::kTypeCheck);
-  return std::make_shared<PieceSource>([&interpreter, operand]() -> std::optional<Bytes> {
+  return std::make_shared<ProcedureSource>(interpreter, [&interpreter, operand]() -> std::optional<Bytes> {
     const Object string = stringFrom(interpreter, operand, {});
     if (!string.isReadable()) raise(ErrorName::kInvalidAccess);
     return bytesOf(textOf(string));

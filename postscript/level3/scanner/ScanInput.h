@@ -21,6 +21,9 @@ class ScanInput {
   // REQUIRES: peek() has just given a byte.
   void skip() { ++cursor_; }
 
+  // The end has come where more is wanted.
+  void endedWithin(std::string_view what) { source_.endedWithin(what); }
+
   // What is left of the block.
   [[nodiscard]] const Byte* cursor() const { return cursor_; }
   [[nodiscard]] const Byte* limit() const { return limit_; }

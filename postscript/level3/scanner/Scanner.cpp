@@ -13,6 +13,8 @@ namespace {
 // the start.
 constexpr int kFirstObjectFormat = 2;
 
+constexpr std::string_view kString = "a string";
+
 // Takes an unfinished procedure's parts away again when an error ends it.
 template <typename T>
 class Shrink {
@@ -27,8 +29,16 @@ class Shrink {
   std::size_t size_;
 };
 
+// Far beyond what a program can mean, and few enough that a tree so deep can be walked and printed.
+constexpr std::size_t kDeepestNesting = 100'000;
+
 [[noreturn]] void syntaxError() {
   raise(ErrorName::kSyntaxError);
+}
+
+[[noreturn]] void endsWithin(ScanInput& input, std::string_view what) {
+  input.endedWithin(what);
+  syntaxError();
 }
 
 }  // namespace
@@ -94,9 +104,11 @@ void Scanner::scanProcedure(ScanInput& input, Object& token) {
     Object part;
     switch (next(input, part)) {
       case Kind::kObject:
+        if (parts_.size() >= Object::kMaxLength) raise(ErrorName::kLimitCheck);
         parts_.push_back(part);
         break;
       case Kind::kOpenBrace:
+        if (starts_.size() >= kDeepestNesting) raise(ErrorName::kLimitCheck);
         starts_.push_back(parts_.size());
         break;
       case Kind::kCloseBrace: {
@@ -108,7 +120,7 @@ void Scanner::scanProcedure(ScanInput& input, Object& token) {
         break;
       }
       case Kind::kEnd:
-        syntaxError();
+        endsWithin(input, "a procedure");
     }
   }
   token = parts_.back();
@@ -274,7 +286,7 @@ Object Scanner::readString(ScanInput& input) {
     const int byte = input.get();
     switch (byte) {
       case ScanInput::kEnd:
-        syntaxError();
+        endsWithin(input, kString);
       case '(':
         ++depth;
         append(byte);
@@ -302,7 +314,7 @@ void Scanner::readEscape(ScanInput& input) {
   const int byte = input.get();
   switch (byte) {
     case ScanInput::kEnd:
-      syntaxError();
+      endsWithin(input, kString);
     case 'n':
       return append('\n');
     case 'r':
@@ -349,7 +361,7 @@ Object Scanner::readHexString(ScanInput& input) {
   int high = -1;
   for (;;) {
     const int byte = input.get();
-    if (byte == ScanInput::kEnd) syntaxError();
+    if (byte == ScanInput::kEnd) endsWithin(input, kString);
     if (byte == '>') break;
     if (isSpace(static_cast<Byte>(byte))) continue;
     const std::uint8_t digit = kDigitValues[static_cast<std::size_t>(byte)];
@@ -371,7 +383,7 @@ Object Scanner::readBase85String(ScanInput& input) {
   text_.clear();
   for (;;) {
     const int byte = input.get();
-    if (byte == ScanInput::kEnd) syntaxError();
+    if (byte == ScanInput::kEnd) endsWithin(input, kString);
     if (byte == '~') break;
     if (isSpace(static_cast<Byte>(byte))) continue;
     if (!decoder.take(static_cast<Byte>(byte), text_)) syntaxError();

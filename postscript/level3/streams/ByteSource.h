@@ -67,6 +67,10 @@ class ByteSource : public Stream {
   // Nothing more is read; the device is let go. A second call does nothing.
   void close();
 
+  // A reader that was in the middle of something (`what`, a literal such as "a string") tells the source so
+  // when it finds the end. A source that can be cut off on its way remembers that.
+  virtual void endedWithin(std::string_view /*what*/) {}
+
  protected:
   ByteSource() = default;
 

@@ -10,7 +10,7 @@ namespace quillpress::level3 {
 
 // Pieces of any length that a callback makes, such as the strings that a procedure returns. Each piece is
 // copied, because a procedure is free to use one string again and again.
-class PieceSource final : public ByteSource {
+class PieceSource : public ByteSource {
  public:
   // The next piece, borrowed until the next call; an empty one is the end, nothing at all an error.
   using Callback = std::function<std::optional<Bytes>()>;

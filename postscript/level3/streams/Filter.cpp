@@ -26,6 +26,7 @@ std::size_t Decoder::sourceEnded() {
     fail(source_->errorName());
     return 0;
   }
+  if (!endsWithItsSource()) source_->endedWithin("the data of a filter");
   return decodeEnd(block_);
 }
 

@@ -44,6 +44,9 @@ class Decoder : public ByteSource {
     return 0;
   }
 
+  // Whether the end of the source is an end of the data like any other.
+  [[nodiscard]] virtual bool endsWithItsSource() const { return false; }
+
   void release() override;
 
  private:

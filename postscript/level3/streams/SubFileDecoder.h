@@ -19,6 +19,7 @@ class SubFileDecoder final : public Decoder {
  private:
   Progress decode(Bytes input, std::span<Byte> output) override;
   std::size_t decodeEnd(std::span<Byte> output) override;
+  [[nodiscard]] bool endsWithItsSource() const override { return count_ == 0 && endText_.empty(); }
   Progress decodeCounted(Bytes input, std::span<Byte> output);
   Progress decodePassing(Bytes input, std::span<Byte> output);
   Progress decodeWithholding(Bytes input, std::span<Byte> output);

@@ -84,6 +84,46 @@ class FullLanguageTest(support.CommandLineTest):
         self.assertIn("warning: the job ends after 1 of 3 pages", result.err)
         self.assertEqual(len(support.Pdf(self.path("job.pdf")).pages), 1)
 
+    def test_fewer_pages_than_the_trailer_promises_are_a_warning(self):
+        result = self.run_job("%!PS-Adobe-3.0\n%%Pages: (atend)\n%%EndComments\n" + PAGE + "%%Trailer\n%%Pages: 2\n%%EOF\n")
+        self.assertEqual(result.code, 5)
+        self.assertIn("warning: the job ends after 1 of 2 pages", result.err)
+
+    def test_a_job_that_is_cut_off_gets_a_warning(self):
+        for rest, where in {
+            "(abc": "a string",
+            "(abc\\": "a string",
+            "<4142": "a string",
+            "<~abc": "a string",
+            "/a { 1 2 ": "a procedure",
+            "{ (a) { 1": "a procedure",
+            "2 2 8 [1 0 0 1 0 0] currentfile image\nab": "an image",
+            "2 2 8 [1 0 0 1 0 0] {currentfile 2 string readhexstring pop} image\n4142": "an image",
+            "2 2 8 [1 0 0 1 0 0] currentfile /ASCIIHexDecode filter /DCTDecode filter image\nffd8ff": "the data of a filter",
+            "9 9 8 [1 0 0 1 0 0] currentfile /ASCII85Decode filter image\nGb": "the data of a filter",
+            "currentfile /ASCIIHexDecode filter 9 string readstring\n4142": "the data of a filter",
+            "{currentfile 2 string readstring pop} /RunLengthDecode filter 9 string readstring\na": "the data of a filter",
+            "currentfile 0 (%%End) /SubFileDecode filter flushfile\nabc": "the data of a filter",
+        }.items():
+            result = self.run_job(PAGE + rest)
+            self.assertEqual(result.code, 5, rest)
+            self.assertRegex(result.err, f"^quillpress: job.ps: warning: the job ends within {where}, page 2, byte \\d+", rest)
+            self.assertEqual(result.err.count("\n"), 1)
+            self.assertEqual(len(support.Pdf(self.path("job.pdf")).pages), 1)
+
+    def test_a_job_that_is_cut_off_before_its_first_page_writes_nothing(self):
+        self.assert_nothing_written(self.run_job("/a (abc"), "syntaxerror, page 1, byte 7\n")
+
+    def test_data_that_ends_where_the_program_says_so_is_no_warning(self):
+        for whole in (
+            "2 2 8 [1 0 0 1 0 0] {()} image " + PAGE,
+            "({1) cvx stopped pop clear " + PAGE,
+            PAGE + "currentfile 0 () /SubFileDecode filter flushfile\nabc",
+            PAGE + "{currentfile 9 string readline {pop} {pop exit} ifelse} bind loop\nabc\ndef\n",
+        ):
+            result = self.run_job(whole)
+            self.assertEqual((result.code, result.err), (0, ""), whole)
+
     def test_what_is_not_kept_is_a_warning(self):
         result = self.run_job("{1 exch sub} settransfer " + PAGE)
         self.assertEqual(result.code, 5)
@@ -110,9 +150,54 @@ class FullLanguageTest(support.CommandLineTest):
             self.assertEqual(result.code, 6, greedy)
             self.assertRegex(result.err, "VMerror|stackoverflow|limitcheck|rangecheck")
 
+    def test_a_path_without_end_is_bounded(self):
+        for growing in ("{1 1 lineto}", "{1 1 2 2 3 3 curveto}", "{closepath 1 1 lineto}", "{gsave 10000 {1 1 lineto} repeat}"):
+            result = self.run_job(PAGE + "0 0 moveto " + growing + " loop", "--timeout", "60", "--max-memory", "100")
+            self.assert_partial(result, 1, "limitcheck in ")
+
+    def test_filters_that_nobody_needs_take_no_room(self):
+        many = "100000 {(6162>) /ASCIIHexDecode filter 9 string readstring pop pop} repeat\n"
+        self.assertEqual(self.run_job(many + PAGE, "--max-memory", "30").code, 0)
+
+    def test_filters_over_filters_have_an_end(self):
+        for kind in ("(abc) 100000 {/ASCIIHexDecode filter} repeat", "(abc) 100000 {/NullEncode filter} repeat"):
+            self.assert_partial(self.run_job(PAGE + kind), 1, "limitcheck in filter")
+
+    def test_images_beyond_all_measure_take_no_room(self):
+        for source in ("currentfile", "{(abc)}", "(abc)"):
+            result = self.run_job(PAGE + f"100000 100000 8 [1 0 0 1 0 0] {source} image", "--timeout", "1", "--max-memory", "50")
+            self.assertIn(result.code, (5, 6), source)
+            self.assertRegex(result.err, "timeout, page 2|ends within an image, page 2")
+
+    def test_a_handler_that_fails_itself_has_an_end(self):
+        self.assert_partial(self.run_job(PAGE + "errordict /undefined {nonsense} put nonsense"), 1, "stackoverflow")
+
+    def test_no_program_runs(self):
+        for pipe in ("(%pipe%touch new) (w) file", "(%pipe%touch new) (r) file", "(|touch new) (r) file", "(%pipe%touch new) run"):
+            self.assertEqual(self.run_job(pipe).code, 1, pipe)
+            self.assertFalse(os.path.exists(self.path("new")), pipe)
+
+    def test_files_are_neither_removed_nor_renamed(self):
+        self.write("secret.txt", "precious")
+        name = f"({self.path('secret.txt')})"
+        for harm in (f"{name} deletefile", f"{name} ({self.path('new')}) renamefile", f"{name} (w) file", f"{name} (a) file", f"{name} (r+) file", f"{name} (w+) file"):
+            for folder in ((), ("--allow-read", self.path("."))):
+                self.assertEqual(self.run_job(harm, *folder).code, 1, harm)
+                self.assertEqual(self.read("secret.txt"), b"precious")
+                self.assertFalse(os.path.exists(self.path("new")))
+
+    def test_a_folder_that_is_open_does_not_open_those_beside_it(self):
+        for folder in ("open", "open2"):
+            os.mkdir(self.path(folder))
+            self.write(folder + "/a.txt", "precious")
+        os.symlink(self.path("open2/a.txt"), self.path("open/link.txt"))
+        for name in ("open/../open2/a.txt", "open2/a.txt", "open/link.txt"):
+            result = self.run_job(f"({self.path(name)}) (r) file " + PAGE, "--allow-read", self.path("open"))
+            self.assertIn("invalidfileaccess", result.err, name)
+
     def test_depth_of_all_kinds_ends_in_an_error_of_the_language(self):
         for deep, error in {
-            "{" * 400_000: "limitcheck|syntaxerror",
+            "{" * 400_000: "limitcheck",
             "/p {p p} def p": "execstackoverflow",
             "200000 {gsave} repeat (x) nonsense": "limitcheck|undefined",
             "200000 {save} repeat": ".*",

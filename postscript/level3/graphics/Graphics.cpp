@@ -18,6 +18,12 @@ constexpr double kGreatestCoordinate = 1e15;
 // Spaces that a job uses in turn; one that makes a new array each time is read each time.
 constexpr std::size_t kMostKnownSpaces = 16;
 
+// Paths longer than this are counted against the memory of the job, each time that they have grown by as
+// much.
+constexpr std::size_t kLongPath = 1UL << 16;
+// With what painting a path takes for a while: an outline of it, say.
+constexpr std::size_t kBytesPerSegment = 128;
+
 constexpr std::array<std::string_view, 3> kDeviceNames{"DeviceGray", "DeviceRGB", "DeviceCMYK"};
 
 // An array of one name, in memory that restore leaves alone.
@@ -47,8 +53,17 @@ Graphics::Graphics(Interpreter& interpreter, PdfDocument& document)
   state_.device = std::move(nowhere);
 }
 
+// The paths of all states together. Many short ones are bounded by the number of states.
+void Graphics::requireRoomForPaths() const {
+  std::size_t segments = state_.path.segmentCount();
+  if (segments < kLongPath) return;
+  for (const Saved& saved : stack_) segments += saved.state.path.segmentCount();
+  if (segments > interpreter_.memory().limit() / kBytesPerSegment) raise(ErrorName::kLimitCheck);
+}
+
 void Graphics::gsave() {
   if (stack_.size() >= kMostStates) raise(ErrorName::kLimitCheck);
+  requireRoomForPaths();
   stack_.push_back({state_, 0});
 }
 
@@ -154,6 +169,7 @@ void Graphics::requireInBounds(Point point) const {
   if (!(std::abs(point.x) < kGreatestCoordinate && std::abs(point.y) < kGreatestCoordinate)) {
     raise(ErrorName::kUndefinedResult);
   }
+  if (state_.path.segmentCount() % kLongPath == kLongPath - 1) requireRoomForPaths();
   // A little room for what single precision does to corners of the box.
   if (state_.pathBounds && !state_.pathBounds->grownBy(0.01).contains(point)) raise(ErrorName::kRangeCheck);
 }

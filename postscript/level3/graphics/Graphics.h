@@ -93,6 +93,7 @@ class Graphics final : public Interpreter::Extension {
   };
 
   void requireInBounds(Point point) const;
+  void requireRoomForPaths() const;
 
   Interpreter& interpreter_;
   PdfDocument& document_;

@@ -80,21 +80,28 @@ D* freshDecoder(const std::vector<SourcePointer>& sources) {
   return isFresh ? decoder : nullptr;
 }
 
-WrittenImage writeData(PdfFile& file, const ImageDescription& description,
+// Some sources never end, so each row is a chance to end the job.
+Bytes nextRow(Graphics& graphics, ImageRows& rows) {
+  graphics.interpreter().endIfInterrupted();
+  return rows.next();
+}
+
+WrittenImage writeData(Graphics& graphics, const ImageDescription& description,
                        const std::vector<SourcePointer>& sources) {
+  PdfFile& file = graphics.document().file();
   auto* const jpeg = freshDecoder<DctDecoder>(sources);
   if (jpeg != nullptr && canPassJpeg(description)) return passJpeg(file, description, *jpeg);
   auto* const fax = freshDecoder<CcittDecoder>(sources);
   if (fax != nullptr && canPassFax(description, fax->parameters())) return passFax(file, description, *fax);
   ImageRows rows(sources, description.layout);
   const WrittenImage written = writeImage(
-      file, description, [&] { return rows.next(); }, kMissing);
+      file, description, [&] { return nextRow(graphics, rows); }, kMissing);
   if (rows.hasFailed()) raise(ErrorName::kIoError);
   return written;
 }
 
 // Looked up here, because PDF cannot.
-WrittenImage writeExpanded(PdfFile& file, const ImageParameters& parameters, const IndexedSpace& space,
+WrittenImage writeExpanded(Graphics& graphics, const ImageParameters& parameters, const IndexedSpace& space,
                            const std::vector<SourcePointer>& sources) {
   const double highest = (1 << parameters.layout.bits) - 1;
   const bool isUsual = parameters.decode.empty();
@@ -103,12 +110,13 @@ WrittenImage writeExpanded(PdfFile& file, const ImageParameters& parameters, con
   ImageRows rows(sources, parameters.layout);
   ImageDescription description;
   description.layout = expanded.layout();
+  PdfFile& file = graphics.document().file();
   description.colourSpace = space.base()->pdfText(file);
   description.interpolate = parameters.interpolate;
   return writeImage(
       file, description,
       [&] {
-        const Bytes row = rows.next();
+        const Bytes row = nextRow(graphics, rows);
         return row.empty() ? row : expanded.expand(row);
       },
       kMissing);
@@ -130,7 +138,7 @@ void draw(Graphics& graphics, const WrittenImage& image, const ImageParameters& 
 void skipData(Graphics& graphics, const ImageParameters& parameters) {
   ImageRows rows(imageSources(graphics.interpreter(), parameters.sources), parameters.layout);
   for (int y = 0; y < parameters.layout.height; ++y) {
-    if (rows.next().empty()) return;
+    if (nextRow(graphics, rows).empty()) return;
   }
 }
 
@@ -140,11 +148,11 @@ bool isShown(Graphics& graphics, const ImageParameters& parameters) {
 }
 
 // One row of the mask and its part of the image, or the other way round, until one of them ends.
-void readByRows(ImageRows& maskRows, ImageRows& imageRows, HeldImage& mask, HeldImage& image,
-                const RowInterleave& interleave) {
-  const auto take = [](ImageRows& rows, HeldImage& held, int count) {
+void readByRows(Graphics& graphics, ImageRows& maskRows, ImageRows& imageRows, HeldImage& mask,
+                HeldImage& image, const RowInterleave& interleave) {
+  const auto take = [&graphics](ImageRows& rows, HeldImage& held, int count) {
     for (int i = 0; i < count && held.height() < rows.layout().height; ++i) {
-      const Bytes row = rows.next();
+      const Bytes row = nextRow(graphics, rows);
       if (row.empty()) return false;
       held.add(row);
     }
@@ -173,7 +181,7 @@ void paintInterleaved(Graphics& graphics, const ImageParameters& image, const Im
     ImageRows rows(sources, both);
     InterleavedMask splitter(both);
     for (int y = 0; y < both.height; ++y) {
-      const Bytes row = rows.next();
+      const Bytes row = nextRow(graphics, rows);
       if (row.empty()) break;
       splitter.split(row);
       heldMask.add(splitter.mask());
@@ -184,7 +192,7 @@ void paintInterleaved(Graphics& graphics, const ImageParameters& image, const Im
     RowInterleave::find(mask.layout.height, image.layout.height, rows);
     ImageRows maskRows(sources, mask.layout);
     ImageRows imageRows(sources, image.layout);
-    readByRows(maskRows, imageRows, heldMask, heldImage, rows);
+    readByRows(graphics, maskRows, imageRows, heldMask, heldImage, rows);
   }
   if (heldMask.height() == 0 || heldImage.height() == 0 || !isShown(graphics, image)) return;
   ImageDescription description = describe(image, space, file);
@@ -201,15 +209,15 @@ void paintImage(Graphics& graphics, const ImageParameters& parameters, const Col
   const std::vector<SourcePointer> sources = imageSources(graphics.interpreter(), parameters.sources);
   const IndexedSpace* const indexed = tooLargeTable(parameters, space);
   draw(graphics,
-       indexed != nullptr ? writeExpanded(file, parameters, *indexed, sources)
-                          : writeData(file, describe(parameters, *space, file), sources),
+       indexed != nullptr ? writeExpanded(graphics, parameters, *indexed, sources)
+                          : writeData(graphics, describe(parameters, *space, file), sources),
        parameters);
 }
 
 void paintStencil(Graphics& graphics, const ImageParameters& parameters) {
   if (isEmpty(parameters.layout)) return;
   if (!isShown(graphics, parameters)) return skipData(graphics, parameters);
-  const WrittenImage image = writeData(graphics.document().file(), describeStencil(parameters),
+  const WrittenImage image = writeData(graphics, describeStencil(parameters),
                                        imageSources(graphics.interpreter(), parameters.sources));
   if (image.number == 0) return;
   const std::optional<Paint> paint = graphics.patterns().visiblePaint(*graphics.state().colour);
@@ -230,10 +238,11 @@ void paintMaskedImage(Graphics& graphics, const ImageParameters& image, const Im
   }
   PdfFile& file = graphics.document().file();
   const WrittenImage writtenMask =
-      writeData(file, describeStencil(mask), imageSources(graphics.interpreter(), mask.sources));
+      writeData(graphics, describeStencil(mask), imageSources(graphics.interpreter(), mask.sources));
   ImageDescription description = describe(image, *space, file);
   description.mask = writtenMask.number;
-  draw(graphics, writeData(file, description, imageSources(graphics.interpreter(), image.sources)), image);
+  draw(graphics, writeData(graphics, description, imageSources(graphics.interpreter(), image.sources)),
+       image);
 }
 
 }  // namespace quillpress::level3

@@ -38,8 +38,10 @@ void Interpreter::enterHandler(ErrorName name, const Object& command) {
     execution_.push(command);
     return;
   }
+  // Without room for the handler's operand that is the error, or a handler that fails itself goes on for
+  // ever.
+  if (operands_.room() < 2) name = ErrorName::kStackOverflow;
   gatherOverflow(name);
-  if (operands_.room() < 2) gatherOverflow(ErrorName::kStackOverflow);
   if (execution_.room() < 2) gatherOverflow(ErrorName::kExecStackOverflow);
   Name* const errorName = memory_.name(textOf(name));
   if (const Object* const handler = errorDictionary_->find(errorName)) {

@@ -77,6 +77,9 @@ class Foreign {
 
   virtual void trace(Tracer& /*tracer*/) const {}
 
+  // About how much it holds beside the objects, so that many of them bring a collection about.
+  [[nodiscard]] virtual std::size_t bytes() const { return 0; }
+
   // A copy that restore puts back, or nothing when restore leaves this kind of contents alone.
   [[nodiscard]] virtual std::unique_ptr<Foreign> snapshot() const { return nullptr; }
 

@@ -93,7 +93,11 @@ Object VirtualMemory::newDictionary(std::size_t maxLength) {
 }
 
 Object VirtualMemory::newForeign(Type type, std::unique_ptr<Foreign> contents) {
-  return Object::foreign(type, allocate<ForeignStorage>(0, std::move(contents)));
+  const std::size_t bytes = contents->bytes();
+  reserve(bytes);
+  const Object object = Object::foreign(type, allocate<ForeignStorage>(0, std::move(contents)));
+  account(bytes);
+  return object;
 }
 
 void VirtualMemory::put(Dictionary& dictionary, const Object& key, const Object& value) {
@@ -212,7 +216,7 @@ std::size_t VirtualMemory::sizeOf(const Storage& storage) {
     case StorageKind::kDictionary:
       return sizeof(Dictionary) + static_cast<const Dictionary&>(storage).bytes();
     case StorageKind::kForeign:
-      return sizeof(ForeignStorage);
+      return sizeof(ForeignStorage) + static_cast<const ForeignStorage&>(storage).contents().bytes();
   }
   return 0;
 }

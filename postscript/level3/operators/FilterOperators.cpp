@@ -7,6 +7,9 @@ namespace quillpress::level3 {
 
 namespace {
 
+// Each filter of a chain asks the one below it, so the chain's length is depth on our own stack.
+constexpr std::size_t kDeepestChain = 1000;
+
 // How many operands stand between the dictionary and the name. Throws stackunderflow and typecheck.
 std::size_t countOperands(const ObjectStack& operands, const FilterRow& row) {
   // A part of a file may have its parameters in the dictionary instead.
@@ -36,6 +39,7 @@ void filter(Interpreter& interpreter) {
 
   // Reading may run a procedure, which finds the operands below its own; so they are looked at by copies.
   const Object data = operands.top(used - 1);
+  if (data.isFile() && fileOf(data).depth() >= kDeepestChain) raise(ErrorName::kLimitCheck);
   const std::span<const Object> between = operands.last(count + 1).first(count);
   const std::vector<Object> others(between.begin(), between.end());
   const FilterParameters parameters(interpreter, dictionary == nullptr ? nullptr : dictionary->asDictionary(),

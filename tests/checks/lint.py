@@ -64,8 +64,11 @@ def options_for_target(compiler, target):
 def arguments_for_clang(entry):
     """What the compiler is given for a source, without the source and without the compiler."""
     arguments = shlex.split(entry["command"])[1:]
-    output = arguments.index("-o")
-    del arguments[output:output + 2]
+    # What GCC has compiled beforehand is nothing for clang, and every source includes what it needs.
+    for option in ("-o", "-include"):
+        if option in arguments:
+            place = arguments.index(option)
+            del arguments[place:place + 2]
     return [argument for argument in arguments
             if argument not in ONLY_FOR_GCC and argument not in ("-c", entry["file"])]
 

@@ -103,12 +103,12 @@ class ObjectStack {
   // Most arrays are short, and a block of their own would cost them more than their elements.
   static constexpr std::size_t kFirstCapacity = 2;
 
+  std::array<PostscriptObject*, kFirstCapacity> first_;
   PostscriptObject** slots_ = first_.data();  // of which count_ are filled
   std::size_t count_ = 0;
   std::size_t capacity_ = kFirstCapacity;
   std::unique_ptr<PostscriptObject*[]> grown_;  // what slots_ points to once there are more
   std::string_view name_;
-  std::array<PostscriptObject*, kFirstCapacity> first_;
 };
 
 }  // namespace quillpress

@@ -124,12 +124,12 @@ struct Steps<void (GeneratedOps::*)(Parameters...)> {
 
  private:
   // The last operand is popped first.
-  template <std::size_t... Indices>
+  template <std::size_t... kIndices>
   static void popAll(Interpreter& interpreter, Holders& operands,
-                     std::index_sequence<Indices...> /*unused*/) {
-    constexpr std::size_t kLast = sizeof...(Indices) - 1;
-    ((std::get<kLast - Indices>(operands) =
-          Operand<std::tuple_element_t<kLast - Indices, std::tuple<Parameters...>>>::pop(interpreter)),
+                     std::index_sequence<kIndices...> /*unused*/) {
+    constexpr std::size_t kLast = sizeof...(kIndices) - 1;
+    ((std::get<kLast - kIndices>(operands) =
+          Operand<std::tuple_element_t<kLast - kIndices, std::tuple<Parameters...>>>::pop(interpreter)),
      ...);
   }
 
@@ -147,13 +147,13 @@ struct Steps<void (GeneratedOps::*)(Parameters...)> {
     return {*result};
   }
 
-  template <std::size_t... Indices>
+  template <std::size_t... kIndices>
   static void call(Interpreter& interpreter, Operation operation, Holders& operands,
-                   std::index_sequence<Indices...> /*unused*/) {
+                   std::index_sequence<kIndices...> /*unused*/) {
     // Braces, because they keep the order: the first result is pushed first.
     std::tuple<Parameters...> arguments{
-        pass(interpreter, std::get<Indices>(operands), static_cast<Parameters*>(nullptr))...};
-    (interpreter.generatedOps().*operation)(std::get<Indices>(arguments)...);
+        pass(interpreter, std::get<kIndices>(operands), static_cast<Parameters*>(nullptr))...};
+    (interpreter.generatedOps().*operation)(std::get<kIndices>(arguments)...);
   }
 };
 

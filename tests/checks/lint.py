@@ -1,8 +1,8 @@
 """clang-tidy finds nothing in the sources that a build compiles.
 
 Most of clang-tidy's time goes into the system's headers, so sources with the same options are looked at in batches: one
-translation unit that includes them all. What only the neighbours in a batch can have caused, such as two local
-functions of one name, is asked again of the source alone. A source is not looked at twice as long as neither it, nor
+translation unit that includes them all. Neighbours that do not compile together, such as two with local functions of
+one name, are parted first. A source is not looked at twice as long as neither it, nor
 a header of the project that it includes, nor the configuration has changed; a note in the build folder keeps that.
 
 The compile database is GCC's: clang gets what it must know about a cross compiler besides, and does not get what
@@ -149,14 +149,14 @@ def batches(files):
         yield from (group[place::count] for place in range(count))
 
 
-def look_at(options, batch):
-    """What clang-tidy says of some sources of ours, as lines by source or header."""
+def look_at(options, batch, *more):
+    """What clang-tidy says of some sources of ours."""
     unit = options.build / "lint" / (hashlib.sha256(repr([source.path for source in batch]).encode()).hexdigest()[:16]
                                      + pathlib.Path(batch[0].path).suffix)
     unit.write_text("".join(f'#include "{source.path}"\n' for source in batch), encoding="utf-8")
     ours = "^" + re.escape(str(options.project)) + "/(" + "|".join(FOLDERS) + ")/"
     command = [options.clang_tidy, "--quiet", f"--config-file={options.project}/.clang-tidy",
-               f"--header-filter={ours}", str(unit), "--", *batch[0].arguments]
+               f"--header-filter={ours}", *more, str(unit), "--", *batch[0].arguments]
     result = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, cwd=options.build)
     unit.unlink()
     output = COLOUR.sub("", result.stdout)
@@ -167,16 +167,18 @@ def look_at(options, batch):
     return [found for found in findings if found["file"] != str(unit)]
 
 
+def compile_together(options, batch):
+    # One check has to be asked for; this one is quick.
+    findings = look_at(options, batch, "--checks=-*,clang-diagnostic-*,modernize-use-nullptr")
+    return not any("clang-diagnostic" in (found["checks"] or "clang-diagnostic") for found in findings)
+
+
 def lint(options, batch):
+    """The findings, and the sources in which there are none."""
+    if len(batch) > 1 and not compile_together(options, batch):
+        halves = [lint(options, batch[place::2]) for place in range(2)]
+        return [sum(results, []) for results in zip(*halves)]
     findings = look_at(options, batch)
-    compiler = {found["file"] for found in findings if "clang-diagnostic" in (found["checks"] or "clang-diagnostic")}
-    if compiler and len(batch) > 1:
-        again = [source for source in batch if source.path in compiler]
-        # An error in a header may come from any of its users.
-        if compiler - {source.path for source in again}:
-            again = batch
-        findings = [found for found in findings if found["file"] not in compiler]
-        findings += [found for source in again for found in look_at(options, [source])]
     named = {found["file"] for found in findings}
     return findings, [source for source in batch if None not in named and not source.reads & named]
 

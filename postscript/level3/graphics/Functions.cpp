@@ -57,7 +57,8 @@ class FunctionWriter {
     if (size.size() != inputs || range.empty() || range.size() % 2 != 0 || bits < 1 || bits > 32) {
       raise(ErrorName::kRangeCheck);
     }
-    double samples = static_cast<double>(range.size() / 2);
+    const std::size_t outputs = range.size() / 2;
+    double samples = static_cast<double>(outputs);
     for (const double count : size) {
       if (count < 1) raise(ErrorName::kRangeCheck);
       samples *= count;

@@ -97,7 +97,7 @@ std::shared_ptr<Face> CidFace::make(Fonts& fonts, const Object& font) {
   return std::make_shared<CidFace>(fonts, font, program);
 }
 
-CidFace::CidFace(Fonts& fonts, const Object& font, std::shared_ptr<OutlineProgram> program)
+CidFace::CidFace(Fonts& fonts, const Object& font, const std::shared_ptr<OutlineProgram>& program)
     : OutlineFace(fonts, font, program),
       outlines_(static_cast<CidFont&>(program->font())),
       glyphDirectory_(fonts.interpreter().memory().name("GlyphDirectory")) {}

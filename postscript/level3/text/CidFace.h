@@ -12,7 +12,7 @@ class CidFace final : public OutlineFace {
   // Throws invalidfont.
   static std::shared_ptr<Face> make(Fonts& fonts, const Object& font);
 
-  CidFace(Fonts& fonts, const Object& font, std::shared_ptr<OutlineProgram> program);
+  CidFace(Fonts& fonts, const Object& font, const std::shared_ptr<OutlineProgram>& program);
 
  private:
   Object sourceOf(const Object& font, const GlyphKey& key) override;

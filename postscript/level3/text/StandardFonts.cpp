@@ -47,6 +47,7 @@ class DictionaryBuilder {
 
   Object numbers(const std::vector<double>& values) {
     std::vector<Object> elements;
+    elements.reserve(values.size());
     for (const double value : values) elements.push_back(Object::real(static_cast<float>(value)));
     return memory_.newArray(elements);
   }

@@ -48,7 +48,7 @@ std::shared_ptr<Face> Type42Face::make(Fonts& fonts, const Object& font) {
   return std::make_shared<Type42Face>(fonts, font, program);
 }
 
-Type42Face::Type42Face(Fonts& fonts, const Object& font, std::shared_ptr<OutlineProgram> program)
+Type42Face::Type42Face(Fonts& fonts, const Object& font, const std::shared_ptr<OutlineProgram>& program)
     : OutlineFace(fonts, font, program), outlines_(static_cast<TrueTypeFont&>(program->font())) {
   VirtualMemory& memory = fonts.interpreter().memory();
   charStrings_ = memory.name("CharStrings");

@@ -12,7 +12,7 @@ class Type42Face final : public OutlineFace {
   // Throws invalidfont.
   static std::shared_ptr<Face> make(Fonts& fonts, const Object& font);
 
-  Type42Face(Fonts& fonts, const Object& font, std::shared_ptr<OutlineProgram> program);
+  Type42Face(Fonts& fonts, const Object& font, const std::shared_ptr<OutlineProgram>& program);
 
  private:
   Object sourceOf(const Object& font, const GlyphKey& key) override;

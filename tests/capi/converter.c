@@ -301,8 +301,8 @@ static void convertersMayBeClosedAtAnyMoment(void) {
       "currentfile 10 string readline abc",
       "2 2 8 [1 0 0 1 0 0] {currentfile 4 string readstring pop} image ab",
       "5 {currentfile 1 string readstring pop pop} repeat a",
-      "/p 9 dict def p /XStep 2 put p /YStep 3 put p /BBox [0 0 2 3] put "
-      "p /PaintProc {currentfile 9 string readstring} put p [1 0 0 1 0 0] makepattern ",
+      ("/p 9 dict def p /XStep 2 put p /YStep 3 put p /BBox [0 0 2 3] put p /PaintProc {currentfile 9 string "
+       "readstring} put p [1 0 0 1 0 0] makepattern "),
   };
   static const char *const kFailures[] = {
       "5 concat ",

@@ -1,6 +1,7 @@
 #include "postscript/level3/colour/ColourSpaceReader.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string_view>
 #include <vector>
 
@@ -99,7 +100,7 @@ class Reader {
       for (std::size_t component = 0; component < colour.size(); ++component) {
         const auto [least, greatest] = base.range(component);
         const double share = greatest > least ? (colour[component] - least) / (greatest - least) : 0;
-        table += static_cast<char>(static_cast<int>(std::clamp(share, 0.0, 1.0) * 255 + 0.5));
+        table += static_cast<char>(std::lround(std::clamp(share, 0.0, 1.0) * 255));
       }
     }
     return table;

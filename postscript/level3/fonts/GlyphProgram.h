@@ -14,6 +14,7 @@ struct Stem {
   double width = 0;
   bool isVertical = false;
 
+  // NOLINTNEXTLINE(modernize-use-nullptr): taken for the comparison that the compiler writes here
   friend auto operator<=>(const Stem&, const Stem&) = default;
 };
 

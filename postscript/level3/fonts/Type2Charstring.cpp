@@ -365,7 +365,7 @@ void Type2Machine::roll() {
   const std::span<double> last = operands_.last(static_cast<std::size_t>(count));
   if (count == 0) return;
   const int places = (turns % count + count) % count;
-  std::ranges::rotate(last, last.end() - places);
+  std::rotate(last.begin(), last.end() - places, last.end());
 }
 
 // False for operators that draw.

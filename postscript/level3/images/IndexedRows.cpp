@@ -18,7 +18,8 @@ IndexedRows::IndexedRows(const ImageLayout& indexed, std::string table, int comp
 
 Bytes IndexedRows::expand(Bytes row) {
   const auto components = static_cast<std::size_t>(components_);
-  const auto highest = static_cast<double>(table_.size() / components) - 1;
+  const std::size_t colours = table_.size() / components;
+  const auto highest = static_cast<double>(colours) - 1;
   SampleReader reader(row, indexed_.bits);
   auto target = row_.begin();
   for (int x = 0; x < indexed_.width; ++x) {

@@ -285,7 +285,8 @@ void Interpreter::housekeeping() {
 void Interpreter::runAndWait(const Object& procedure) {
   if (nesting_ >= kMaxNesting) raise(ErrorName::kLimitCheck);
   // Whatever ends the nested run early takes the rest of it off the execution stack.
-  struct Nested {
+  class Nested {
+   public:
     explicit Nested(Interpreter& interpreter)
         : interpreter_(interpreter), depth_(interpreter.execution_.depth()) {
       ++interpreter_.nesting_;
@@ -294,6 +295,8 @@ void Interpreter::runAndWait(const Object& procedure) {
       --interpreter_.nesting_;
       interpreter_.execution_.popTo(depth_);
     }
+
+   private:
     Interpreter& interpreter_;
     std::size_t depth_;
   };

@@ -29,7 +29,7 @@ std::shared_ptr<Face> CffFace::make(Fonts& fonts, const Object& font) {
   return std::make_shared<CffFace>(fonts, font, program);
 }
 
-CffFace::CffFace(Fonts& fonts, const Object& font, std::shared_ptr<OutlineProgram> program)
+CffFace::CffFace(Fonts& fonts, const Object& font, const std::shared_ptr<OutlineProgram>& program)
     : OutlineFace(fonts, font, program),
       outlines_(static_cast<CffFont&>(program->font())),
       charStrings_(fonts.interpreter().memory().name("CharStrings")),

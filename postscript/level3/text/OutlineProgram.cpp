@@ -50,7 +50,8 @@ std::string_view subtypeOf(FontFileKind kind) {
 
 }  // namespace
 
-OutlineProgram::OutlineProgram(std::unique_ptr<OutlineFont> font, std::string name, double unit, Form form)
+OutlineProgram::OutlineProgram(std::unique_ptr<OutlineFont> font, const std::string& name, double unit,
+                               Form form)
     : font_(std::move(font)), name_(plainName(name)), unit_(unit), form_(form) {}
 
 const Glyph& OutlineProgram::glyph(GlyphIndex index) {

@@ -29,7 +29,7 @@ class OutlineProgram {
   };
 
   // `unit` is the em's share that one unit of character space is: 0.001 for most Type 1 fonts.
-  OutlineProgram(std::unique_ptr<OutlineFont> font, std::string name, double unit, Form form);
+  OutlineProgram(std::unique_ptr<OutlineFont> font, const std::string& name, double unit, Form form);
 
   OutlineFont& font() { return *font_; }
   double unit() const { return unit_; }

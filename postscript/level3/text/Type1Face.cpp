@@ -94,7 +94,7 @@ std::shared_ptr<Face> Type1Face::make(Fonts& fonts, const Object& font) {
   return std::make_shared<Type1Face>(fonts, font, program);
 }
 
-Type1Face::Type1Face(Fonts& fonts, const Object& font, std::shared_ptr<OutlineProgram> program)
+Type1Face::Type1Face(Fonts& fonts, const Object& font, const std::shared_ptr<OutlineProgram>& program)
     : OutlineFace(fonts, font, program),
       outlines_(static_cast<Type1Font&>(program->font())),
       charStrings_(fonts.interpreter().memory().name("CharStrings")),

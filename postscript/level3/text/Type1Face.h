@@ -11,7 +11,7 @@ class Type1Face final : public OutlineFace {
   // Throws invalidfont.
   static std::shared_ptr<Face> make(Fonts& fonts, const Object& font);
 
-  Type1Face(Fonts& fonts, const Object& font, std::shared_ptr<OutlineProgram> program);
+  Type1Face(Fonts& fonts, const Object& font, const std::shared_ptr<OutlineProgram>& program);
 
  private:
   Object sourceOf(const Object& font, const GlyphKey& key) override;

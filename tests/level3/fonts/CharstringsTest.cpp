@@ -11,7 +11,7 @@ using testing::charstringOf;
 
 class CharstringsTest : public ::testing::Test {
  protected:
-  void setSubroutines(std::vector<std::string> texts) {
+  void setSubroutines(const std::vector<std::string>& texts) {
     subroutines_.clear();
     for (const std::string& text : texts) subroutines_.push_back(charstringOf(text));
     context_.local = {subroutines_.size(),

@@ -153,7 +153,7 @@ class FullLanguageTest(support.CommandLineTest):
     def test_a_path_without_end_is_bounded(self):
         for growing in ("{1 1 lineto}", "{1 1 2 2 3 3 curveto}", "{closepath 1 1 lineto}", "{gsave 10000 {1 1 lineto} repeat}"):
             result = self.run_job(PAGE + "0 0 moveto " + growing + " loop", "--timeout", "60", "--max-memory", "100")
-            self.assert_partial(result, 1, "limitcheck in ")
+            self.assert_partial(result, 1, "limitcheck: ")
 
     def test_filters_that_nobody_needs_take_no_room(self):
         many = "100000 {(6162>) /ASCIIHexDecode filter 9 string readstring pop pop} repeat\n"
@@ -161,7 +161,7 @@ class FullLanguageTest(support.CommandLineTest):
 
     def test_filters_over_filters_have_an_end(self):
         for kind in ("(abc) 100000 {/ASCIIHexDecode filter} repeat", "(abc) 100000 {/NullEncode filter} repeat"):
-            self.assert_partial(self.run_job(PAGE + kind), 1, "limitcheck in filter")
+            self.assert_partial(self.run_job(PAGE + kind), 1, "limitcheck: filter")
 
     def test_images_beyond_all_measure_take_no_room(self):
         for source in ("currentfile", "{(abc)}", "(abc)"):

@@ -34,17 +34,17 @@ template <class Lambda, class Result, class... Arguments>
 class LambdaReplacement<Lambda, Result (Lambda::*)(Arguments...) const> final : public Replacement {
  public:
   explicit LambdaReplacement(Lambda lambda) : lambda_(std::move(lambda)) {
-    if (target_ != nullptr) ADD_FAILURE() << "one lambda cannot stand for two functions at once";
-    target_ = &lambda_;
+    if (target != nullptr) ADD_FAILURE() << "one lambda cannot stand for two functions at once";
+    target = &lambda_;
   }
-  ~LambdaReplacement() override { target_ = nullptr; }
+  ~LambdaReplacement() override { target = nullptr; }
 
   [[nodiscard]] void* address() const override { return reinterpret_cast<void*>(&call); }
 
  private:
-  static Result WINAPI call(Arguments... arguments) { return (*target_)(arguments...); }
+  static Result WINAPI call(Arguments... arguments) { return (*target)(arguments...); }
 
-  static inline const Lambda* target_ = nullptr;
+  static inline const Lambda* target = nullptr;
   Lambda lambda_;
 };
 

@@ -48,7 +48,8 @@ std::vector<std::wstring> listNames(const OpenKey& key, Enumerate enumerate) {
 
 void removeTreeBelow(HKEY root, const std::wstring& path) {
   for (const std::wstring& name : SettingsKey(root, path).subkeys()) {
-    removeTreeBelow(root, path + L"\\" + name);
+    std::wstring below = path;
+    removeTreeBelow(root, below.append(L"\\").append(name));
   }
   RegDeleteKeyW(root, path.c_str());
 }

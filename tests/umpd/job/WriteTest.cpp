@@ -27,7 +27,7 @@ class WriteTest : public JobTest {
 };
 
 TEST_F(WriteTest, AppendsEveryBlockUnchanged) {
-  const std::string first("%!PS\r\n\0\x1A\xFF\n", 11);
+  const std::string first("%!PS\r\n\0\x1A\xFF\n", 10);
   const std::string second("\x04 showpage\n\n\r");
   Job job(library, printer);
   EXPECT_EQ(job.write(first), 1);

@@ -14,7 +14,7 @@ std::wstring between(const std::wstring& text, const std::wstring& before, const
 }
 
 std::wstring dateOf(const std::wstring& packet) {
-  const std::wstring modified = between(packet, L"xap:ModifyDate='", L"'");
+  std::wstring modified = between(packet, L"xap:ModifyDate='", L"'");
   EXPECT_EQ(modified, between(packet, L"xap:CreateDate='", L"'"));
   return modified;
 }

@@ -31,7 +31,7 @@ int NamingTest::print(const std::wstring& documentName) {
 
 std::wstring NamingTest::place(const std::wstring& documentName) {
   EXPECT_EQ(print(documentName), 1);
-  const std::wstring path = settings.text(L"lastfile").value_or(L"");
+  std::wstring path = settings.text(L"lastfile").value_or(L"");
   EXPECT_EQ(readFile(path), "bytes of the job");
   return path;
 }

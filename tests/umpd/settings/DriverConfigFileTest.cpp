@@ -68,7 +68,7 @@ TEST_F(DriverConfigFileTest, HoldsAllWantedSettingsInTheOrderOfLoading) {
   begin();
   std::wstring expected;
   for (const std::wstring& name : key.names()) {
-    if (name != L"in use") expected += name + L"=of " + name + L"&";
+    if (name != L"in use") expected.append(name).append(L"=of ").append(name).append(L"&");
   }
   EXPECT_EQ(content(), expected);
 }

@@ -7,7 +7,7 @@
 namespace quillpress::harness {
 
 struct HandleCloser {
-  using pointer = HANDLE;
+  using pointer = HANDLE;  // NOLINT(readability-identifier-naming): std::unique_ptr looks for this name
   void operator()(HANDLE handle) const { CloseHandle(handle); }
 };
 

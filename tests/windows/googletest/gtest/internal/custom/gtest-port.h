@@ -15,8 +15,9 @@ class Notification {
   Notification(const Notification&) = delete;
   Notification& operator=(const Notification&) = delete;
 
-  void Notify();
-  void WaitForNotification();
+  // The names that GoogleTest calls.
+  void Notify();               // NOLINT(readability-identifier-naming)
+  void WaitForNotification();  // NOLINT(readability-identifier-naming)
 
  private:
   void* event_;

@@ -4,7 +4,9 @@
 
 #include "cli/base/Errors.h"
 #include "cli/base/Messages.h"
+#include "cli/base/Names.h"
 #include "cli/base/Tasks.h"
+#include "cli/batch/Batch.h"
 #include "cli/manual/Completions.h"
 #include "cli/manual/ManualPage.h"
 #include "cli/task/TaskRunner.h"
@@ -29,6 +31,19 @@ ExitCode generate(const std::string& kind) {
   return isWritten ? ExitCode::kDone : ExitCode::kOutput;
 }
 
+ExitCode runAsBatch(const Options& options, const std::vector<Task>& tasks) {
+  if (options.run) {
+    say("--run is for one program");
+    return ExitCode::kUsage;
+  }
+  try {
+    return runBatch(options, tasks);
+  } catch (const OutputError& error) {
+    say(outputName(options.report) + " " + error.what());
+    return ExitCode::kOutput;
+  }
+}
+
 }  // namespace
 
 ExitCode runProgram(const Options& options) {
@@ -41,7 +56,11 @@ ExitCode runProgram(const Options& options) {
     say(error.what());
     say("try --help");
     return ExitCode::kUsage;
+  } catch (const InputError& error) {
+    say(jobName(options.batch) + " " + error.what());
+    return ExitCode::kInput;
   }
+  if (wantsBatch(options)) return runAsBatch(options, tasks);
   ExitCode exit = ExitCode::kDone;
   for (const Task& task : tasks) exit = graver(exit, runTask(optionsFor(options, task)).code);
   return exit;

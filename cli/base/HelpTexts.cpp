@@ -21,6 +21,7 @@ const std::vector<ExampleHelp>& exampleHelp() {
       {"quillpress *.ps -d out", "makes a PDF of each in the folder out"},
       {"quillpress job.ps -o 'page-%03d.pdf'", "makes a file of each page"},
       {"quillpress job.ps --pages 2-5,9 --title Report", "takes some pages, and names them"},
+      {"quillpress --batch list -j 8 --report jobs.json", "converts many jobs, eight at a time"},
       {"program | quillpress - -o job.pdf", "converts what a program prints"},
   };
   return examples;

@@ -1,6 +1,7 @@
 #include "cli/base/Options.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <charconv>
 #include <filesystem>
 #include <system_error>
@@ -50,7 +51,7 @@ std::string asText(const std::string& text) {
 
 std::string asOutput(const std::string& text) {
   // A script's variable without a value, which would otherwise mean a place that nobody has chosen.
-  if (text.empty()) throw CLI::ValidationError("--output, --directory: an empty name");
+  if (text.empty()) throw CLI::ValidationError("an empty name stands for no file");
   return text;
 }
 
@@ -68,6 +69,21 @@ int asRotation(const std::string& text) {
     refuse("--rotate: not a multiple of 90 degrees up to 360:", text);
   }
   return (*degrees + kFullTurn) % kFullTurn;
+}
+
+std::size_t asWorkers(const std::string& text) {
+  constexpr std::size_t kMost = 1024;
+  const std::optional<std::size_t> count = numberOf<std::size_t>(text);
+  if (!count || *count < 1 || *count > kMost) refuse("--jobs: not a number of processes up to 1024:", text);
+  return *count;
+}
+
+Shard asShard(const std::string& text) {
+  const std::size_t slash = std::min(text.find('/'), text.size());
+  const auto index = numberOf<std::size_t>(text.substr(0, slash));
+  const auto count = numberOf<std::size_t>(text.substr(std::min(slash + 1, text.size())));
+  if (!index || !count || *index < 1 || *index > *count) refuse("--shard: not a part like 1/4:", text);
+  return {*index, *count};
 }
 
 std::string asPdfVersion(const std::string& text) {
@@ -179,7 +195,8 @@ void checkEncryption(const CLI::App& app, Options& options) {
 }
 
 void checkJobs(const Options& options) {
-  if (options.jobs.empty() && options.generated.empty()) throw CLI::ValidationError("JOB is required");
+  if (options.jobs.empty() && options.batch.empty() && options.generated.empty())
+    throw CLI::ValidationError("JOB is required");
 }
 
 void sayUnexpected(const CLI::App& app) {

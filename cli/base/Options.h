@@ -9,6 +9,7 @@
 #include "cli/base/ExitCode.h"
 #include "cli/base/PageSelection.h"
 #include "cli/base/Permissions.h"
+#include "cli/base/Shard.h"
 
 namespace quillpress::cli {
 
@@ -23,6 +24,8 @@ struct Options {
   std::vector<std::string> jobs;  // paths, or "-" for standard input
   // The one of them that is converted now. `output` is where its PDF goes then.
   std::string job;
+  // Others run beside this one, and somebody else tells how far all of them are.
+  bool isPartOfBatch = false;
   // "man", "bash", "zsh" or "fish": print that instead of converting anything.
   std::string generated;
 #define FLAG(field, name, help) bool field = false;

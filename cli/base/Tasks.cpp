@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "cli/base/Errors.h"
+#include "cli/base/Manifest.h"
 #include "cli/base/PagePattern.h"
 
 namespace quillpress::cli {
@@ -46,7 +47,8 @@ void checkPlaces(const Options& options) {
   if (PagePattern::parse(options.output) && options.content) {
     throw UsageError("--content knows no file a page");
   }
-  if (options.jobs.size() < 2) return;
+  const bool isBatch = !options.batch.empty();
+  if (options.jobs.size() < 2 && !isBatch) return;
   if (!options.output.empty()) throw UsageError("--output is for one job; several want --directory");
   if (options.run) throw UsageError("--run is for one program");
   if (options.content) throw UsageError("--content is for one job");
@@ -105,6 +107,11 @@ std::vector<Task> tasksOf(const Options& options) {
   checkPlaces(options);
   std::vector<Task> tasks;
   for (const std::string& job : options.jobs) tasks.push_back({job, outputOf(options, job)});
+  if (!options.batch.empty()) {
+    for (const ManifestLine& line : readManifest(options.batch)) {
+      tasks.push_back({line.job, line.output.empty() ? outputOf(options, line.job) : line.output});
+    }
+  }
   if (tasks.size() > 1) checkClashes(tasks);
   return tasks;
 }

@@ -16,7 +16,7 @@ struct Task {
 };
 
 // What the options ask to be converted, in order. Throws UsageError when two jobs would go to one place, or
-// one to the place of another, so that nothing is written then.
+// one to the place of another, so that nothing is written then; InputError when a manifest cannot be read.
 std::vector<Task> tasksOf(const Options& options);
 
 // The options for one of them.

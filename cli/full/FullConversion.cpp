@@ -25,7 +25,8 @@ using DocumentHandle = std::unique_ptr<QuillpressDocument, DocumentDeleter>;
 // Says how far a job is. The pages and the bytes are told by different functions.
 class JobProgress {
  public:
-  explicit JobProgress(const Options& options) : line_(!options.quiet), name_(jobName(options.job)) {}
+  explicit JobProgress(const Options& options)
+      : line_(!options.quiet && !options.isPartOfBatch), name_(jobName(options.job)) {}
 
   void read(std::uint64_t bytes) {
     bytes_ += bytes;

@@ -76,8 +76,9 @@ COMMAND_LINE = {
     "cli/finish": ["cli/base", "cli/spool"],
     "cli/driver": ["cli/base", "cli/job", "cli/spool", "cli/content", "cli/conversion", "cli/pdf"],
     "cli/task": ["cli/base", "cli/job", "cli/spool", "cli/run", "cli/full", "cli/finish", "cli/driver"],
+    "cli/batch": ["cli/base", "cli/spool", "cli/task"],
     "cli/manual": ["cli/base"],
-    "cli": ["cli/base", "cli/task", "cli/manual"],
+    "cli": ["cli/base", "cli/task", "cli/batch", "cli/manual"],
 }
 
 FOLDERS = {

@@ -1,0 +1,122 @@
+#include "cli/batch/WorkerProcess.h"
+
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <utility>
+#include <vector>
+
+namespace quillpress::cli {
+
+namespace {
+
+ssize_t receive(int line, void* buffer, std::size_t size, int flags) {
+  while (true) {
+    const ssize_t count = recv(line, buffer, size, flags);
+    if (count >= 0 || errno != EINTR) return count;
+  }
+}
+
+// The codes of the program are small numbers, so one character holds them.
+std::string encoded(const WorkerAnswer& answer) {
+  return static_cast<char>(answer.code) + answer.record;
+}
+
+bool isSent(int line, const std::string& message) {
+  if (send(line, message.data(), message.size(), MSG_NOSIGNAL) >= 0) return true;
+  // A record may be too long; the code never is.
+  return errno == EMSGSIZE && send(line, message.data(), 1, MSG_NOSIGNAL) == 1;
+}
+
+// What the copy does. It leaves without the ways of leaving of the process that it was copied from.
+[[noreturn]] void serve(const WorkerProcess::Work& work, const Descriptor& line, pid_t parent) {
+  // By a signal that removes names of files on their way to their place.
+  prctl(PR_SET_PDEATHSIG, SIGTERM);
+  if (getppid() != parent) _exit(0);
+  std::size_t task = 0;
+  try {
+    while (receive(line.get(), &task, sizeof task, 0) == sizeof task) {
+      if (!isSent(line.get(), encoded(work(task)))) break;
+    }
+  } catch (...) {
+    // Without an answer the other side knows enough.
+  }
+  std::fflush(nullptr);
+  _exit(0);
+}
+
+}  // namespace
+
+std::optional<WorkerProcess> WorkerProcess::start(const Work& work) {
+  int ends[2];
+  // Messages come whole or not at all.
+  if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) return std::nullopt;
+  Descriptor own(ends[0]);
+  Descriptor others(ends[1]);
+  // What waits in a buffer would come twice.
+  std::fflush(nullptr);
+  const pid_t parent = getpid();
+  const pid_t process = fork();
+  if (process < 0) return std::nullopt;
+  if (process == 0) {
+    own.reset();
+    serve(work, others, parent);
+  }
+  return WorkerProcess(process, std::move(own));
+}
+
+WorkerProcess::WorkerProcess(pid_t process, Descriptor line) : process_(process), line_(std::move(line)) {}
+
+WorkerProcess::WorkerProcess(WorkerProcess&& other) noexcept
+    : process_(std::exchange(other.process_, -1)), line_(std::move(other.line_)) {}
+
+WorkerProcess& WorkerProcess::operator=(WorkerProcess&& other) noexcept {
+  if (this == &other) return *this;
+  end();
+  process_ = std::exchange(other.process_, -1);
+  line_ = std::move(other.line_);
+  return *this;
+}
+
+WorkerProcess::~WorkerProcess() {
+  end();
+}
+
+bool WorkerProcess::give(std::size_t task) const {
+  return send(line_.get(), &task, sizeof task, MSG_NOSIGNAL) == sizeof task;
+}
+
+std::optional<WorkerAnswer> WorkerProcess::answer() const {
+  // A look at the message tells its length.
+  const ssize_t size = receive(line_.get(), nullptr, 0, MSG_PEEK | MSG_TRUNC);
+  if (size <= 0) return std::nullopt;
+  std::string message(static_cast<std::size_t>(size), '\0');
+  if (receive(line_.get(), message.data(), message.size(), 0) != size) return std::nullopt;
+  return WorkerAnswer{static_cast<ExitCode>(message.front()), message.substr(1)};
+}
+
+std::string WorkerProcess::howItEnded() {
+  // Closing would not do: processes that were copied later hold this end, too.
+  shutdown(line_.get(), SHUT_RDWR);
+  line_.reset();
+  int status = 0;
+  while (waitpid(process_, &status, 0) < 0) {
+    if (errno != EINTR) break;
+  }
+  process_ = -1;
+  if (!WIFSIGNALED(status)) return "ended by itself";
+  const int number = WTERMSIG(status);
+  return "was ended by signal " + std::to_string(number) + ": " + strsignal(number);
+}
+
+// One that waits for a task ends when nobody can give it one any more.
+void WorkerProcess::end() {
+  if (process_ > 0) howItEnded();
+}
+
+}  // namespace quillpress::cli

@@ -45,11 +45,25 @@ double roundThroughInt32(double value) {
 
 }  // namespace
 
-void MathOperator::calculate(Interpreter& interpreter) {
+template <typename Operator>
+void MathOperator::calculate(Operator& self, Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operandStack();
   const Ref<PostscriptObject> b = operands.pop();
   const Ref<PostscriptObject> a = operands.pop();
-  const Number result = calculate(*a, *b);
+  const auto* integerA = as<IntegerObject>(a);
+  const auto* integerB = as<IntegerObject>(b);
+  Number result;
+  if (integerA != nullptr && integerB != nullptr) {
+    intA = integerA->value;
+    intB = integerB->value;
+    result = self.calcInteger();
+  } else {
+    if (a->typeCode != TypeCode::kReal && b->typeCode != TypeCode::kReal)
+      THROW_EX("Unsupported number type in calc");
+    realA = toDouble(*a);
+    realB = toDouble(*b);
+    result = self.calcReal();
+  }
   if (const auto* integer = std::get_if<std::int32_t>(&result)) {
     interpreter.pushInteger(*integer);
   } else {
@@ -57,61 +71,61 @@ void MathOperator::calculate(Interpreter& interpreter) {
   }
 }
 
-inline Number MathOperator::calculate(const PostscriptObject& a, const PostscriptObject& b) {
-  const auto* integerA = as<IntegerObject>(&a);
-  const auto* integerB = as<IntegerObject>(&b);
-  if (integerA != nullptr && integerB != nullptr) {
-    intA = integerA->value;
-    intB = integerB->value;
-    return calcInteger();
-  }
-  if (a.typeCode != TypeCode::kReal && b.typeCode != TypeCode::kReal)
-    THROW_EX("Unsupported number type in calc");
-  realA = toDouble(a);
-  realB = toDouble(b);
-  return calcReal();
-}
-
 void TrigOperator::calculate(Interpreter& interpreter) const {
   const Ref<PostscriptObject> degrees = interpreter.operandStack().pop();
   interpreter.pushReal(trig(toDouble(*degrees)));
 }
 
-Number AddOperator::calcReal() const {
+inline Number AddOperator::calcReal() const {
   return realA + realB;
 }
-Number AddOperator::calcInteger() const {
+inline Number AddOperator::calcInteger() const {
   return wrappingAdd(intA, intB);
 }
+void AddOperator::execute(Interpreter& interpreter) {
+  calculate(*this, interpreter);
+}
 
-Number SubOperator::calcReal() const {
+inline Number SubOperator::calcReal() const {
   return realA - realB;
 }
-Number SubOperator::calcInteger() const {
+inline Number SubOperator::calcInteger() const {
   return wrappingSubtract(intA, intB);
 }
+void SubOperator::execute(Interpreter& interpreter) {
+  calculate(*this, interpreter);
+}
 
-Number MulOperator::calcReal() const {
+inline Number MulOperator::calcReal() const {
   return realA * realB;
 }
-Number MulOperator::calcInteger() const {
+inline Number MulOperator::calcInteger() const {
   return wrappingMultiply(intA, intB);
 }
+void MulOperator::execute(Interpreter& interpreter) {
+  calculate(*this, interpreter);
+}
 
-Number DivOperator::calcReal() const {
+inline Number DivOperator::calcReal() const {
   return realA / realB;
 }
-Number DivOperator::calcInteger() const {
+inline Number DivOperator::calcInteger() const {
   return static_cast<double>(intA) / static_cast<double>(intB);
 }
+void DivOperator::execute(Interpreter& interpreter) {
+  calculate(*this, interpreter);
+}
 
-Number IdivOperator::calcReal() const {
+inline Number IdivOperator::calcReal() const {
   if (realB == 0.0) THROW_EX("Division by zero");
   return truncateToInt32(realA / realB);
 }
-Number IdivOperator::calcInteger() const {
+inline Number IdivOperator::calcInteger() const {
   checkDivision(intA, intB);
   return intA / intB;
+}
+void IdivOperator::execute(Interpreter& interpreter) {
+  calculate(*this, interpreter);
 }
 
 void ModOperator::execute(Interpreter& interpreter) {

@@ -12,22 +12,16 @@ using Number = std::variant<std::int32_t, double>;
 // What the two-operand arithmetic operators share. Two integers are worked on as integers, any real makes
 // both operands real.
 class MathOperator {
- public:
-  virtual ~MathOperator() = default;
-
  protected:
-  // Pops both operands and pushes what calcInteger or calcReal makes of them.
-  void calculate(Interpreter& interpreter);
+  // Pops both operands and pushes what the operator's calcInteger or calcReal makes of them. The operator's
+  // type is known, so that its few instructions need no call.
+  template <typename Operator>
+  void calculate(Operator& self, Interpreter& interpreter);
 
   double realA = 0;  // the deeper operand
   double realB = 0;  // the one that was on top
   std::int32_t intA = 0;
   std::int32_t intB = 0;
-
- private:
-  [[nodiscard]] Number calculate(const PostscriptObject& a, const PostscriptObject& b);
-  [[nodiscard]] virtual Number calcReal() const = 0;
-  [[nodiscard]] virtual Number calcInteger() const = 0;
 };
 
 // What cos and sin share: an angle in degrees in, a real out.
@@ -42,15 +36,16 @@ class TrigOperator {
   [[nodiscard]] virtual double trig(double degrees) const = 0;
 };
 
-#define DECLARE_MATH_OPERATOR(ClassName, operatorName)                          \
-  class ClassName final : public NameObject, private MathOperator {             \
-   public:                                                                      \
-    ClassName() : NameObject(operatorName) {}                                   \
-    void execute(Interpreter& interpreter) override { calculate(interpreter); } \
-                                                                                \
-   private:                                                                     \
-    [[nodiscard]] Number calcReal() const override;                             \
-    [[nodiscard]] Number calcInteger() const override;                          \
+#define DECLARE_MATH_OPERATOR(ClassName, operatorName)              \
+  class ClassName final : public NameObject, private MathOperator { \
+   public:                                                          \
+    ClassName() : NameObject(operatorName) {}                       \
+    void execute(Interpreter& interpreter) override;                \
+                                                                    \
+   private:                                                         \
+    friend class MathOperator;                                      \
+    [[nodiscard]] Number calcReal() const;                          \
+    [[nodiscard]] Number calcInteger() const;                       \
   }
 
 #define DECLARE_TRIG_OPERATOR(ClassName, operatorName)                          \

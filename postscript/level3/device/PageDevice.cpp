@@ -269,7 +269,7 @@ void PageDevice::erasePage() {
 
 void PageDevice::installNullDevice() {
   auto device = std::make_shared<Device>();
-  device->canvas = std::make_shared<Canvas>(nullptr);
+  device->canvas = std::make_shared<Canvas>(static_cast<ContentWriter*>(nullptr));
   device->area = {0, 0, 0, 0};
   device->isNull = true;
   graphics_.state().device = std::move(device);

@@ -70,6 +70,7 @@ class CffWriter {
   void collectGlyphs();
   void addNotdef();
   void addGlyph(GlyphIndex glyph);
+  void addInOrder(GlyphIndex glyph);
   OutputGlyph outputGlyph(GlyphIndex glyph) const;
   std::string uniqueName(std::string name, std::size_t place);
 
@@ -89,6 +90,7 @@ class CffWriter {
   FontSubset subset_;
   std::vector<OutputGlyph> glyphs_;
   std::unordered_set<std::string> namesInUse_;
+  std::unordered_set<GlyphIndex> placed_;
   std::vector<std::string> strings_;
   std::map<std::size_t, double> defaultWidths_;
   // Of each glyph that is encoded, the codes.
@@ -98,8 +100,11 @@ class CffWriter {
 // Glyphs with codes come first and in the codes' order, as an encoding wants them.
 void CffWriter::collectGlyphs() {
   addNotdef();
-  std::vector<SubsetRequest::Code> encoding;
-  if (!request_.isComposite) encoding = request_.encoding;
+  if (request_.isComposite) {
+    for (const GlyphIndex glyph : request_.glyphs) addInOrder(glyph);
+    return;
+  }
+  std::vector<SubsetRequest::Code> encoding = request_.encoding;
   std::ranges::stable_sort(encoding, {}, &SubsetRequest::Code::code);
   for (const SubsetRequest::Code& each : encoding) {
     addGlyph(each.glyph);
@@ -135,12 +140,27 @@ void CffWriter::addGlyph(GlyphIndex glyph) {
     OutputGlyph output = outputGlyph(glyph);
     // Whatever is too large for a charstring shows here already.
     type2Charstring(output.program, 0, 0);
-    if (!request_.isComposite) output.name = uniqueName(source_.name ? source_.name(glyph) : "", place);
+    output.name = uniqueName(source_.name ? source_.name(glyph) : "", place);
     glyphs_.push_back(std::move(output));
     subset_.indices[glyph] = static_cast<std::uint16_t>(place);
   } catch (const FontError&) {
     // Shown as .notdef.
   }
+}
+
+// CIDs are places, and the caller counts on them: what cannot be read takes its place too, and .notdef gets
+// one of its own when it is asked for.
+void CffWriter::addInOrder(GlyphIndex glyph) {
+  if (!placed_.insert(glyph).second || glyphs_.size() >= kMostGlyphs) return;
+  subset_.indices.insert_or_assign(glyph, static_cast<std::uint16_t>(glyphs_.size()));
+  OutputGlyph output;
+  try {
+    output = outputGlyph(glyph);
+    type2Charstring(output.program, 0, 0);
+  } catch (const FontError&) {
+    output = {};
+  }
+  glyphs_.push_back(std::move(output));
 }
 
 // Moved into the usual thousandth of the em, where the file cannot say otherwise.

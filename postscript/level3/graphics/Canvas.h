@@ -12,13 +12,21 @@ namespace quillpress::level3 {
 class Canvas {
  public:
   explicit Canvas(ContentWriter* content) : content_(content) {}
+  // What is filled and stroked becomes part of a path, for charpath.
+  explicit Canvas(Path* outlines) : outlines_(outlines) {}
 
   // Null when painting goes nowhere.
   ContentWriter* content() const { return content_; }
-  void close() { content_ = nullptr; }
+  // Null except for charpath.
+  Path* outlines() const { return outlines_; }
+  void close() {
+    content_ = nullptr;
+    outlines_ = nullptr;
+  }
 
  private:
-  ContentWriter* content_;
+  ContentWriter* content_ = nullptr;
+  Path* outlines_ = nullptr;
 };
 
 // A device as the graphics state knows it.

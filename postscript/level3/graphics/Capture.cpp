@@ -9,7 +9,8 @@ namespace {
 // Painting on it ends with the capture, also when a state is kept for longer.
 class CanvasScope {
  public:
-  explicit CanvasScope(ContentWriter& content) : canvas_(std::make_shared<Canvas>(&content)) {}
+  template <typename Target>
+  explicit CanvasScope(Target& target) : canvas_(std::make_shared<Canvas>(&target)) {}
   ~CanvasScope() { canvas_->close(); }
   CanvasScope(const CanvasScope&) = delete;
   CanvasScope& operator=(const CanvasScope&) = delete;
@@ -44,6 +45,21 @@ Captured capture(Graphics& graphics, const CaptureSettings& settings, const std:
   paint();
   content.finish();
   return {std::move(content.text()), content.resources().text(), content.resources()};
+}
+
+Path captureOutlines(Graphics& graphics, const Matrix& spaceToDevice, const std::function<void()>& paint) {
+  Path outlines;
+  const GraphicsScope scope(graphics);
+  const CanvasScope canvas(outlines);
+  GraphicsState& state = graphics.state();
+  auto device = std::make_shared<Device>(*state.device);
+  device->canvas = canvas.canvas();
+  state.device = std::move(device);
+  state.ctm = spaceToDevice;
+  state.path.clear();
+  state.pathBounds.reset();
+  paint();
+  return outlines;
 }
 
 }  // namespace quillpress::level3

@@ -25,4 +25,7 @@ struct CaptureSettings {
 };
 Captured capture(Graphics& graphics, const CaptureSettings& settings, const std::function<void()>& paint);
 
+// The same for a procedure whose painting is wanted as a path in device space.
+Path captureOutlines(Graphics& graphics, const Matrix& spaceToDevice, const std::function<void()>& paint);
+
 }  // namespace quillpress::level3

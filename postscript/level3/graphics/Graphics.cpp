@@ -48,7 +48,7 @@ Graphics::Graphics(Interpreter& interpreter, PdfDocument& document)
   }
   state_.colour = std::make_shared<Colour>(deviceSpaces_[0]);
   auto nowhere = std::make_shared<Device>();
-  nowhere->canvas = std::make_shared<Canvas>(nullptr);
+  nowhere->canvas = std::make_shared<Canvas>(static_cast<ContentWriter*>(nullptr));
   nowhere->isNull = true;
   state_.device = std::move(nowhere);
 }
@@ -209,6 +209,7 @@ Paint Graphics::currentPaint() {
 }
 
 void Graphics::fill(const Path& path, FillRule rule) {
+  if (Path* const outlines = state_.device->canvas->outlines()) outlines->append(path);
   if (path.isEmpty() || state_.device->canvas->content() == nullptr) return;
   const std::optional<Paint> paint = patterns_.visiblePaint(*state_.colour);
   if (!paint) return;
@@ -220,6 +221,7 @@ void Graphics::stroke(const Path& path) {
 }
 
 void Graphics::stroke(const Path& path, const Matrix& penMatrix) {
+  if (Path* const outlines = state_.device->canvas->outlines()) outlines->append(strokeOutlineOf(path));
   if (path.isEmpty() || state_.device->canvas->content() == nullptr) return;
   const std::optional<Paint> paint = patterns_.visiblePaint(*state_.colour);
   if (!paint) return;

@@ -16,8 +16,14 @@ constexpr double kThousand = 1000;
 constexpr double kFarthestAdjustment = 20'000;
 constexpr std::size_t kLongestRun = 2000;
 
+// 10 to a power up to 9.
+double powerOfTen(int exponent) {
+  constexpr double kPowers[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
+  return kPowers[exponent];
+}
+
 double rounded(double value, int decimals) {
-  const double scale = std::pow(10, decimals);
+  const double scale = powerOfTen(decimals);
   return std::round(value * scale) / scale;
 }
 
@@ -111,7 +117,7 @@ void TextWriter::show(std::string& content, ContentResources& resources, TextSta
   // A size that is too small to be written shows nothing.
   const std::int64_t units = toFixed(height, places);
   if (units <= 0 || !std::isfinite(height) || !toContent.inverse()) return;
-  const double size = static_cast<double>(units) / std::pow(10, places);
+  const double size = static_cast<double>(units) / powerOfTen(places);
   const Linear linear{
       rounded(toContent.a / height, kMatrixPlaces), rounded(toContent.b / height, kMatrixPlaces),
       rounded(toContent.c / height, kMatrixPlaces), rounded(toContent.d / height, kMatrixPlaces)};
@@ -127,7 +133,7 @@ void TextWriter::show(std::string& content, ContentResources& resources, TextSta
     content += "Tf\n";
   }
   const Point origin{toContent.tx, toContent.ty};
-  const double tolerance = 0.5 * std::pow(10, -space.decimals);
+  const double tolerance = 0.5 / powerOfTen(space.decimals);
   const Point distance = inverse->applyToDistance(origin - line_);
   const double gap = distance.x - pen_;
   const bool isOnLine = linear == linear_ && std::abs(distance.y) <= tolerance &&

@@ -48,17 +48,17 @@ Object CffFace::sourceOf(const Object& font, const GlyphKey& key) {
   return number != nullptr ? *number : Object();
 }
 
-std::optional<GlyphIndex> CffFace::read(const Object& /*font*/, const GlyphKey& key, const Object& source) {
+std::optional<OutlineFace::Found> CffFace::read(const Object& /*font*/, const GlyphKey& key,
+                                                const Object& source) {
   std::optional<GlyphIndex> index;
   if (key.name == nullptr) {
     index = outlines_.glyphOfCid(key.code);
   } else if (source.isInteger() && source.asInteger() >= 0) {
     index = static_cast<GlyphIndex>(source.asInteger());
   }
-  if (index && *index < outlines_.glyphCount()) return index;
+  if (index && *index < outlines_.glyphCount()) return Found{*index};
   if (outlines_.glyphCount() == 0) return std::nullopt;
-  if (!isNotdef(key)) fonts().noteMissingGlyph();
-  return GlyphIndex{0};
+  return Found{0, true};
 }
 
 }  // namespace quillpress::level3

@@ -107,18 +107,18 @@ Object CidFace::sourceOf(const Object& font, const GlyphKey& key) {
   return entry != nullptr ? *entry : Object::integer(key.code);
 }
 
-std::optional<GlyphIndex> CidFace::read(const Object& font, const GlyphKey& key, const Object& source) {
+std::optional<OutlineFace::Found> CidFace::read(const Object& font, const GlyphKey& key,
+                                                const Object& source) {
   try {
     if (source.isString()) {
       outlines_.add(key.code, textOf(source));
       program().reload(key.code);
     }
-    if (const std::optional<GlyphIndex> index = outlines_.glyphOfCid(key.code)) return index;
+    if (const std::optional<GlyphIndex> index = outlines_.glyphOfCid(key.code)) return Found{*index};
     if (key.code == 0) return std::nullopt;
-    fonts().noteMissingGlyph();
     const Object* const notdef = glyphDirectoryEntry(font, glyphDirectory_, 0);
     if (notdef != nullptr) outlines_.add(0, textOf(*notdef));
-    return outlines_.glyphOfCid(0);
+    return outlines_.glyphOfCid(0) ? std::optional(Found{0, true}) : std::nullopt;
   } catch (const FontError&) {
     return std::nullopt;
   }

@@ -16,7 +16,7 @@ class CidFace final : public OutlineFace {
 
  private:
   Object sourceOf(const Object& font, const GlyphKey& key) override;
-  std::optional<GlyphIndex> read(const Object& font, const GlyphKey& key, const Object& source) override;
+  std::optional<Found> read(const Object& font, const GlyphKey& key, const Object& source) override;
   bool isNotdef(const GlyphKey& key) const override { return key.code == 0; }
 
   CidFont& outlines_;

@@ -27,6 +27,8 @@ struct FaceGlyph {
   GlyphSlot slot;
   // PDF's idea of the advance: text space units at font size 1.
   double width = 0;
+  // Another glyph, .notdef, is shown for it: it means nothing to a reader.
+  bool isStandIn = false;
   // Nothing is shown for glyphs that are missing, or .notdef without an outline.
   bool isShown = false;
 };

@@ -34,8 +34,10 @@ void requireFont(Interpreter& interpreter, const Object& font) {
     case 42:
       require("sfnts");
       break;
-    default:
+    case 2:
       break;
+    default:
+      raise(ErrorName::kInvalidFont);
   }
 }
 

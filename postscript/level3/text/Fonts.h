@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "postscript/level3/fonts/SystemFonts.h"
@@ -53,6 +54,10 @@ class Fonts final : public Interpreter::Extension {
   GlyphRun* run() { return run_; }
   void setRun(GlyphRun* run) { run_ = run; }
 
+  // Whether the procedure of kshow or cshow that has just run came to its end.
+  void noteEndOfTurn() { hasTurnEnded_ = true; }
+  bool takeEndOfTurn() { return std::exchange(hasTurnEnded_, false); }
+
   // Writes all fonts. To be called once, when all pages are written.
   void finish();
   std::vector<std::string> warnings() const;
@@ -88,6 +93,7 @@ class Fonts final : public Interpreter::Extension {
   std::map<std::uint32_t, std::int64_t> saves_;
   std::size_t missingGlyphs_ = 0;
   GlyphRun* run_ = nullptr;
+  bool hasTurnEnded_ = false;
 };
 
 inline Fonts& fontsOf(Interpreter& interpreter) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "postscript/level3/text/CidText.h"
 #include "postscript/level3/text/FontEntries.h"
 #include "postscript/level3/text/Fonts.h"
 #include "postscript/level3/text/GlyphText.h"
@@ -47,12 +48,11 @@ FaceGlyph& OutlineFace::glyph(const Object& font, const GlyphKey& key) {
   if (isNew && key.name != nullptr) fonts_.interpreter().memory().name(key.name->text());
   glyph = {};
   glyph.source = source;
-  const std::optional<GlyphIndex> index = read(font, key, source);
-  if (!index) {
-    if (!isNotdef(key)) fonts_.noteMissingGlyph();
-    return glyph;
-  }
-  glyph.index = *index;
+  const std::optional<Found> found = read(font, key, source);
+  if ((!found || found->isStandIn) && !isNotdef(key)) fonts_.noteMissingGlyph();
+  if (!found) return glyph;
+  glyph.index = found->index;
+  glyph.isStandIn = found->isStandIn;
   measure(font, key, glyph);
   return glyph;
 }
@@ -63,12 +63,8 @@ void OutlineFace::measure(const Object& font, const GlyphKey& key, FaceGlyph& gl
   glyph.bounds = outline.bounds();
   glyph.advance = outline.advance;
   glyph.width = program_->width(glyph.index);
-  if (outline.vertical) {
-    glyph.vertical = *outline.vertical;
-  } else {
-    const double em = 1 / program_->unit();
-    glyph.vertical = {{0, -em}, {outline.advance.x / 2, 0.88 * em}};
-  }
+  // Without metrics for lines that run down, a glyph is set there as in others.
+  glyph.vertical = outline.vertical.value_or(VerticalMetrics{outline.advance, {0, 0}});
   applyMetrics(font, key, glyph);
   applyDeviceProcedure(font, key, glyph);
 }
@@ -125,6 +121,7 @@ void OutlineFace::applyDeviceProcedure(const Object& font, const GlyphKey& key, 
 std::u32string OutlineFace::meaningOf(const Object& font, const GlyphKey& key, GlyphIndex index) {
   std::u32string text = textOfGlyph(fonts_.interpreter(), font, key);
   if (text.empty()) text = ownText(index);
+  if (text.empty() && key.name == nullptr) text = textOfCid(fonts_.interpreter(), font, key.code);
   // Where nothing tells, the code may: many a job names its glyphs by number and leaves them at their codes.
   if (text.empty() && !isNotdef(key)) text = textOfCode(key);
   return text;
@@ -140,8 +137,9 @@ void OutlineFace::paint(FaceGlyph& glyph, const GlyphPlace& place) {
   const Box bounds = deviceBounds(glyph, place.toDevice);
   if (!bounds.touches(content->area())) return;
   if (glyph.slot.font == 0) {
-    glyph.slot = program_->use(graphics.document().file(), glyph.index, place.key.code,
-                               meaningOf(place.font, place.key, glyph.index));
+    const std::u32string text =
+        glyph.isStandIn ? std::u32string() : meaningOf(place.font, place.key, glyph.index);
+    glyph.slot = program_->use(graphics.document().file(), glyph.index, place.key.code, text);
   }
   TextGlyph text;
   text.font = glyph.slot.font;

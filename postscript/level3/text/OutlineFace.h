@@ -21,8 +21,13 @@ class OutlineFace : public Face {
  protected:
   // What the font has for the glyph, or null; cheap, since it is asked for each time that one is shown.
   virtual Object sourceOf(const Object& font, const GlyphKey& key) = 0;
-  // The glyph of the program; nothing when there is none. `source` is what sourceOf() said.
-  virtual std::optional<GlyphIndex> read(const Object& font, const GlyphKey& key, const Object& source) = 0;
+  // The glyph of the program, or what stands in for one that is missing.
+  struct Found {
+    GlyphIndex index = 0;
+    bool isStandIn = false;
+  };
+  // Nothing when there is neither. `source` is what sourceOf() said.
+  virtual std::optional<Found> read(const Object& font, const GlyphKey& key, const Object& source) = 0;
   // What the font's own tables say that the glyph means.
   virtual std::u32string ownText(GlyphIndex /*index*/) { return {}; }
   virtual bool isNotdef(const GlyphKey& key) const = 0;

@@ -54,12 +54,19 @@ void ashow(Interpreter& interpreter) {
   showWith(interpreter, settings, operands.top(), 3);
 }
 
+// The code that widthshow looks for; in a base font, a byte. Throws rangecheck.
+std::uint32_t codeToWiden(Interpreter& interpreter, const Object& code) {
+  constexpr std::int64_t kLastOfByte = 255;
+  constexpr std::int64_t kLast = 0x7fffffff;
+  return static_cast<std::uint32_t>(countOf(code, isComposite(interpreter) ? kLast : kLastOfByte));
+}
+
 // cx cy char string ->
 void widthshow(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operands();
   ShowSettings settings;
   settings.wideExtra = {operands.top(3).asNumber(), operands.top(2).asNumber()};
-  settings.wideCode = static_cast<std::uint32_t>(countOf(operands.top(1)));
+  settings.wideCode = codeToWiden(interpreter, operands.top(1));
   showWith(interpreter, settings, operands.top(), 4);
 }
 
@@ -68,7 +75,7 @@ void awidthshow(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operands();
   ShowSettings settings;
   settings.wideExtra = {operands.top(5).asNumber(), operands.top(4).asNumber()};
-  settings.wideCode = static_cast<std::uint32_t>(countOf(operands.top(3)));
+  settings.wideCode = codeToWiden(interpreter, operands.top(3));
   settings.extra = {operands.top(2).asNumber(), operands.top(1).asNumber()};
   showWith(interpreter, settings, operands.top(), 6);
 }
@@ -195,6 +202,7 @@ constexpr OperatorRow kShowOperators[] = {
 
 void addShowOperators(Interpreter& interpreter) {
   interpreter.addOperators(kShowOperators);
+  Shower::addOperators(interpreter);
 }
 
 }  // namespace quillpress::level3

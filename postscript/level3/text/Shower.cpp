@@ -1,6 +1,10 @@
 #include "postscript/level3/text/Shower.h"
 
+#include <cmath>
+
 #include "postscript/level3/graphics/MatrixOperands.h"
+#include "postscript/level3/text/FontEntries.h"
+#include "postscript/level3/text/FontInstances.h"
 #include "postscript/level3/text/Fonts.h"
 
 namespace quillpress::level3 {
@@ -17,13 +21,49 @@ class KeptCharacter {
   Rooted kept_;
 };
 
+// Frame: this operator alone. What stands above it is a turn of kshow or cshow; `exit` takes both away.
+void endTurn(Interpreter& interpreter) {
+  interpreter.execution().pop(1);
+  fontsOf(interpreter).noteEndOfTurn();
+}
+
+// procedure ->
+void beginTurn(Interpreter& interpreter) {
+  interpreter.execution().require(2);
+  interpreter.execution().push(interpreter.internal(endTurn));
+  interpreter.execution().push(interpreter.operands().top());
+  interpreter.operands().pop();
+}
+
+// A FontMatrix holds numbers of single precision, and 600 thousandths of one come out as 6.0000005. The last
+// bits of a product are therefore dropped, so that widths are the round numbers that a job expects.
+double rounded(double value) {
+  constexpr double kKeptBits = 0x1p31 + 1;
+  const double split = kKeptBits * value;
+  return std::isfinite(split) ? split - (split - value) : value;
+}
+
 }  // namespace
+
+void Shower::addOperators(Interpreter& interpreter) {
+  interpreter.addInternal("kshow", beginTurn);
+  interpreter.addInternal("kshow", endTurn, OperatorKind::kLoop);
+}
+
+// False when the procedure has left by `exit`.
+bool Shower::takeTurn(const Object& procedure) {
+  interpreter_.operands().push(procedure);
+  interpreter_.runAndWait(interpreter_.internal(beginTurn));
+  return fontsOf(interpreter_).takeEndOfTurn();
+}
 
 Shower::Shower(Interpreter& interpreter, const ShowSettings& settings)
     : interpreter_(interpreter), graphics_(graphicsOf(interpreter)), settings_(settings) {}
 
 Point Shower::advanceOf(const TextCharacter& character, const FaceGlyph& glyph) const {
-  return character.matrix.applyToDistance(character.isVertical ? glyph.vertical.advance : glyph.advance);
+  const Point distance =
+      character.matrix.applyToDistance(character.isVertical ? glyph.vertical.advance : glyph.advance);
+  return {rounded(distance.x), rounded(distance.y)};
 }
 
 Point Shower::advanceWith(const TextCharacter& character, const FaceGlyph& glyph) {
@@ -91,7 +131,7 @@ void Shower::showWithProcedure(std::string_view bytes) {
     if (place > 0) {
       interpreter_.operands().push(Object::integer(static_cast<unsigned char>(string[place - 1])));
       interpreter_.operands().push(Object::integer(static_cast<unsigned char>(string[place])));
-      interpreter_.runAndWait(procedure.value);
+      if (!takeTurn(procedure.value)) return;
     }
     show(std::string_view(string).substr(place, 1));
   }
@@ -103,6 +143,8 @@ void Shower::callWithWidths(std::string_view bytes) {
   TextCursor cursor(interpreter_, root.value, bytes);
   TextCharacter character;
   FaceGlyph nothing;
+  const bool isComposite =
+      !root.value.isNull() && FontEntries(interpreter_, root.value).integer("FontType", -1) == 0;
   while (cursor.next(character)) {
     const KeptCharacter kept(interpreter_, character);
     const FaceGlyph& glyph = character.face ? character.face->glyph(character.font, character.key) : nothing;
@@ -111,15 +153,17 @@ void Shower::callWithWidths(std::string_view bytes) {
     if (character.face) {
       // The procedure finds the base font, as it has to be to show the character.
       state.rootFont = root.value;
-      state.font = character.font;
+      state.font =
+          isComposite ? fontWithMatrix(interpreter_, character.font, character.matrix) : character.font;
     }
     interpreter_.operands().push(
         Object::integer(character.key.name == nullptr ? character.key.code : character.code));
     interpreter_.operands().push(realOf(advance.x));
     interpreter_.operands().push(realOf(advance.y));
-    interpreter_.runAndWait(procedure.value);
+    const bool goesOn = takeTurn(procedure.value);
     graphics_.state().font = root.value;
     graphics_.state().rootFont = root.value;
+    if (!goesOn) return;
   }
 }
 

@@ -31,15 +31,20 @@ class Shower {
  public:
   Shower(Interpreter& interpreter, const ShowSettings& settings);
 
+  // What the functions below need on the execution stack.
+  static void addOperators(Interpreter& interpreter);
+
   // The distance, in user space, that the string has moved the current point by.
   Point show(std::string_view bytes);
   void showGlyph(const TextCharacter& character);
 
-  // kshow: the procedure between characters, which may change the font. cshow: the procedure alone.
+  // kshow: the procedure between characters, which may change the font. cshow: the procedure alone. `exit` in
+  // the procedure ends them.
   void showWithProcedure(std::string_view bytes);
   void callWithWidths(std::string_view bytes);
 
  private:
+  bool takeTurn(const Object& procedure);
   Point advanceOf(const TextCharacter& character, const FaceGlyph& glyph) const;
   Point advanceWith(const TextCharacter& character, const FaceGlyph& glyph);
   void place(const TextCharacter& character, FaceGlyph& glyph);

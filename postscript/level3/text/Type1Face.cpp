@@ -112,15 +112,15 @@ Object Type1Face::sourceOf(const Object& font, const GlyphKey& key) {
   return charstring != nullptr ? *charstring : Object();
 }
 
-std::optional<GlyphIndex> Type1Face::read(const Object& font, const GlyphKey& key, const Object& source) {
+std::optional<OutlineFace::Found> Type1Face::read(const Object& font, const GlyphKey& key,
+                                                  const Object& source) {
   if (!source.isString()) return std::nullopt;
   const Object& charStrings = *font.asDictionary()->find(charStrings_);
   const bool isKnown = charStrings.asDictionary()->find(key.name) != nullptr;
-  if (!isKnown && !isNotdef(key)) fonts().noteMissingGlyph();
   try {
     const GlyphIndex index = outlines_.add((isKnown ? key.name : notdef_)->text(), textOf(source));
     addParts(charStrings, index);
-    return index;
+    return Found{index, !isKnown};
   } catch (const FontError&) {
     return std::nullopt;
   }

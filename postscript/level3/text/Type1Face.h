@@ -15,7 +15,7 @@ class Type1Face final : public OutlineFace {
 
  private:
   Object sourceOf(const Object& font, const GlyphKey& key) override;
-  std::optional<GlyphIndex> read(const Object& font, const GlyphKey& key, const Object& source) override;
+  std::optional<Found> read(const Object& font, const GlyphKey& key, const Object& source) override;
   bool isNotdef(const GlyphKey& key) const override;
   void addParts(const Object& charStrings, GlyphIndex index);
 

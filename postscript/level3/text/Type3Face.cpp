@@ -111,7 +111,7 @@ void Type3Face::draw(const Object& font, const GlyphKey& key, Drawn& drawn) {
   drawn.isMask = run.isMask;
   glyph.advance = run.advance;
   glyph.bounds = run.isMask ? run.bounds : reach;
-  glyph.vertical = run.hasVertical ? run.vertical : VerticalMetrics{{0, 0}, {0, 0}};
+  glyph.vertical = run.hasVertical ? run.vertical : VerticalMetrics{run.advance, {0, 0}};
   glyph.width = run.advance.x * matrix_.a;
   glyph.isShown = true;
   if (!run.hasWidth && captured.content.empty()) {
@@ -144,7 +144,16 @@ void Type3Face::paint(FaceGlyph& glyph, const GlyphPlace& place) {
   content->showGlyph(text, transformed(glyph.bounds, place.toDevice), *paint, state.clip, state.rare);
 }
 
-// Shapes that procedures draw have no outline of their own.
-void Type3Face::appendOutline(FaceGlyph& /*glyph*/, const GlyphPlace& /*place*/, Path& /*path*/) {}
+// What the procedure fills and strokes; masks and images have no outline.
+void Type3Face::appendOutline(FaceGlyph& /*glyph*/, const GlyphPlace& place, Path& path) {
+  const std::optional<Matrix> fromDevice = place.toDevice.inverse();
+  if (!fromDevice) return;
+  const Rooted kept(fonts_.interpreter().memory(), place.font);
+  const GlyphKey key = place.key;
+  GlyphRun run;
+  run.fromDevice = *fromDevice;
+  const RunScope scope(fonts_, run);
+  path.append(captureOutlines(fonts_.graphics(), place.toDevice, [&] { runProcedure(kept.value, key); }));
+}
 
 }  // namespace quillpress::level3

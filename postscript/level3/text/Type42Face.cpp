@@ -96,6 +96,14 @@ std::optional<GlyphIndex> Type42Face::numberOfCid(const Object& font, std::uint3
   return std::nullopt;
 }
 
+// Whether it is known by its own name, if it has one.
+bool Type42Face::hasName(const Object& font, const GlyphKey& key) const {
+  if (key.name == nullptr) return true;
+  const Object* const charStrings = font.asDictionary()->find(charStrings_);
+  return charStrings != nullptr && charStrings->isDictionary() &&
+         charStrings->asDictionary()->find(key.name) != nullptr;
+}
+
 std::optional<GlyphIndex> Type42Face::numberOf(const Object& font, const GlyphKey& key) {
   if (key.name == nullptr) return numberOfCid(font, key.code);
   const Object* const charStrings = font.asDictionary()->find(charStrings_);
@@ -114,7 +122,8 @@ Object Type42Face::sourceOf(const Object& font, const GlyphKey& key) {
   return entry != nullptr ? *entry : Object::integer(*number);
 }
 
-std::optional<GlyphIndex> Type42Face::read(const Object& font, const GlyphKey& key, const Object& source) {
+std::optional<OutlineFace::Found> Type42Face::read(const Object& font, const GlyphKey& key,
+                                                   const Object& source) {
   const std::optional<GlyphIndex> number = numberOf(font, key);
   if (!number) return std::nullopt;
   try {
@@ -123,7 +132,7 @@ std::optional<GlyphIndex> Type42Face::read(const Object& font, const GlyphKey& k
       program().reload(*number);
       addParts(font, *number);
     }
-    return number;
+    return Found{*number, !hasName(font, key)};
   } catch (const FontError&) {
     return std::nullopt;
   }

@@ -16,10 +16,11 @@ class Type42Face final : public OutlineFace {
 
  private:
   Object sourceOf(const Object& font, const GlyphKey& key) override;
-  std::optional<GlyphIndex> read(const Object& font, const GlyphKey& key, const Object& source) override;
+  std::optional<Found> read(const Object& font, const GlyphKey& key, const Object& source) override;
   std::u32string ownText(GlyphIndex index) override;
   bool isNotdef(const GlyphKey& key) const override;
 
+  bool hasName(const Object& font, const GlyphKey& key) const;
   std::optional<GlyphIndex> numberOf(const Object& font, const GlyphKey& key);
   std::optional<GlyphIndex> numberOfCid(const Object& font, std::uint32_t cid);
   void addParts(const Object& font, GlyphIndex index);

@@ -63,9 +63,11 @@ def check_soundness(pdf):
         require(isQuiet, f"{command[0]}: {said[-300:]}")
 
 
-def check_fonts(pdf):
+def check_fonts(case, pdf):
     """pdffonts: name, type, encoding, then embedded, subset, has Unicode. Type 3 fonts have no subset tag."""
-    for row in run("pdffonts", str(pdf)).stdout.decode().splitlines()[2:]:
+    rows = run("pdffonts", str(pdf)).stdout.decode().splitlines()[2:]
+    require(case.fonts in (None, len(rows)), f"{len(rows)} fonts, not {case.fonts}")
+    for row in rows:
         flags = re.search(r"\s(yes|no)\s+(yes|no)\s+(yes|no)\s+\d+\s+\d+$", row)
         require(flags and flags[1] == "yes", f"a font is not embedded: {row}")
         require("Type 3" in row or flags[2] == "yes", f"a font is no subset: {row}")
@@ -101,7 +103,7 @@ def examine(case):
             job.write_bytes(case.job())
             ours = converted(case, job, folder)
             check_soundness(ours)
-            check_fonts(ours)
+            check_fonts(case, ours)
             check_words(case, ours)
             job.write_bytes(case.job(case.alike))
             worst = difference(ours, by_ghostscript(job, folder))

@@ -17,6 +17,8 @@ class Case:
     words: Optional[str]
     # A part of what is said on standard error.
     warning: str = ""
+    # How many fonts there are in the PDF.
+    fonts: Optional[int] = None
     # The program that Ghostscript gets, where it cannot read what is meant.
     alike: Optional[Callable] = None
 

@@ -52,9 +52,9 @@ class Sfnt:
         places = [value * (1 if isLong else 2) for value in struct.unpack(f">{count}{'L' if isLong else 'H'}", loca)]
         return [glyf[start:end] for start, end in zip(places, places[1:])]
 
-    def without(self, *tags):
-        """The file with only the tables that outlines need, less some."""
-        kept = [tag for tag in ("cvt ", "fpgm", "glyf", "head", "hhea", "hmtx", "loca", "maxp", "prep")
+    def without(self, *tags, more=()):
+        """The file with only the tables that outlines need, less some, and more."""
+        kept = [tag for tag in (*more, "cvt ", "fpgm", "glyf", "head", "hhea", "hmtx", "loca", "maxp", "prep")
                 if tag in self.tables and tag not in tags]
         header = struct.pack(">LHHHH", 0x10000, len(kept), 128, 3, 0)
         offset = len(header) + 16 * len(kept)
@@ -139,7 +139,7 @@ def cid_type2(name, path, cids=None):
             "/CIDSystemInfo 3 dict dup begin /Registry (Adobe) def /Ordering (Identity) def /Supplement 0 def end def\n"
             "/Encoding 256 array 0 1 255 {1 index exch /.notdef put} for def\n"
             f"/CharStrings 1 dict dup begin /.notdef 0 def end def /GDBytes 2 def /CIDMap {cids or 0} def\n"
-            f"/sfnts {strings(font.without())} def\nCIDFontName currentdict end /CIDFont defineresource pop\n")
+            f"/sfnts {strings(font.without(more=('cmap',)))} def\nCIDFontName currentdict end /CIDFont defineresource pop\n")
 
 
 def hex_cids(path, text):

@@ -230,7 +230,15 @@ TEST_F(CidFontTest, MissingGlyphsAndDictionariesAreRefused) {
   EXPECT_THROW(font.glyph(60000), FontError);
   font.add(5, "\x09 wrong");
   EXPECT_THROW(font.glyph(5), FontError);
-  EXPECT_EQ(font.subset({"A", {5}, {}, true}).indices.at(5), 0);
+}
+
+// CIDs of the subset are places: what is broken leaves those behind it where they are.
+TEST_F(CidFontTest, BrokenGlyphsKeepTheirPlacesInSubsets) {
+  CidFont font(data_);
+  font.add(5, "\x09 wrong");
+  const FontSubset subset = font.subset({"A", {5, 1}, {}, true});
+  EXPECT_EQ(subset.indices.at(5), 1);
+  EXPECT_EQ(subset.indices.at(1), 2);
 }
 
 TEST_F(CidFontTest, WrongMapsAreRefused) {

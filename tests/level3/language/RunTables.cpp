@@ -5,8 +5,7 @@
 #include <iostream>
 #include <sstream>
 
-#include "postscript/level3/interpreter/Interpreter.h"
-#include "postscript/level3/operators/LanguageOperators.h"
+#include "postscript/level3/document/Machine.h"
 #include "postscript/level3/streams/MemoryStreams.h"
 #include "tests/level3/language/TableReader.h"
 
@@ -32,12 +31,12 @@ const std::string& prelude() {
 std::string outputOf(const std::string& program) {
   const std::string whole = prelude() + program;
   const auto output = std::make_shared<MemorySink>();
-  Interpreter interpreter;
-  interpreter.setStandardFiles(std::make_shared<MemorySource>(Bytes()), output, std::make_shared<NullSink>());
-  addLanguageOperators(interpreter);
-  interpreter.finishSetUp();
-  interpreter.setDeadline(std::chrono::steady_clock::now() + std::chrono::seconds(60));
-  interpreter.run(std::make_shared<MemorySource>(bytesOf(whole)));
+  constexpr double kPageSize = 612;
+  NoOutput pages;
+  Machine machine(pages, {std::make_shared<MemorySource>(Bytes()), output, std::make_shared<NullSink>()},
+                  kPageSize, kPageSize);
+  machine.interpreter().setDeadline(std::chrono::steady_clock::now() + std::chrono::seconds(60));
+  machine.interpreter().run(std::make_shared<MemorySource>(bytesOf(whole)));
   return std::string(textOf(Bytes(output->bytes())));
 }
 

@@ -11,6 +11,8 @@ constexpr int kPlain = 1;
 constexpr int kBestOfPng = 15;
 // The trial need not compress well, only alike.
 constexpr int kTrialEffort = 1;
+// What a predictor leaves of a photograph holds few repetitions, and searching for them longer gains nothing.
+constexpr int kFilteredEffort = 4;
 
 // Counts, and keeps nothing.
 std::size_t compressedSize(Bytes data, const PredictorParameters& predictor) {
@@ -42,7 +44,7 @@ bool ImageCompressor::begin() {
   // A predictor costs every reader time, so a little gain is not worth it.
   const bool usesPng = trialSize(png) * 20 < trialSize(plain) * 19;
   const PredictorParameters& chosen = usesPng ? png : plain;
-  const auto flate = std::make_shared<FlateEncoder>(begin_(chosen), FlateEncoder::kDefaultEffort,
+  const auto flate = std::make_shared<FlateEncoder>(begin_(chosen), usesPng ? kFilteredEffort : FlateEncoder::kDefaultEffort,
                                                     FilterClosing::kSourceOrTargetToo);
   encoder_ = withPredictor(flate, chosen);
   const std::vector<Byte> first = std::move(trial_);

@@ -67,7 +67,7 @@ class Reader {
 
   ColourSpacePointer readIndexed(const Object& array, int depth) {
     ColourSpacePointer base = read(element(array, 1), depth + 1);
-    if (base->kind() == Kind::kPattern || base->kind() == Kind::kIndexed) raise(ErrorName::kRangeCheck);
+    if (base->kind() == Kind::kPattern || base->kind() == Kind::kIndexed) raise(ErrorName::kTypeCheck);
     const Object& highest = element(array, 2);
     if (!highest.isInteger()) raise(ErrorName::kTypeCheck);
     if (highest.asInteger() < 0 || highest.asInteger() > kMostIndexedColours) raise(ErrorName::kRangeCheck);
@@ -114,6 +114,7 @@ class Reader {
 
   ColourSpacePointer readAlternative(const Object& array, int depth) {
     ColourSpacePointer alternative = read(element(array, 2), depth + 1);
+    if (alternative->kind() == Kind::kPattern) raise(ErrorName::kTypeCheck);
     if (alternative->kind() >= Kind::kIndexed) raise(ErrorName::kRangeCheck);
     return alternative;
   }
@@ -125,7 +126,7 @@ class Reader {
   ColourSpacePointer readDeviceN(const Object& array, int depth) {
     const Object& list = element(array, 1);
     if (!list.isArray()) raise(ErrorName::kTypeCheck);
-    if (list.length() == 0) raise(ErrorName::kRangeCheck);
+    if (list.length() == 0) raise(ErrorName::kTypeCheck);
     if (list.length() > Paint::kMostComponents) raise(ErrorName::kLimitCheck);
     std::vector<std::string> names;
     for (const Object& name : elementsOf(list)) names.push_back(inkName(name));

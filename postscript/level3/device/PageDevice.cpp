@@ -166,14 +166,20 @@ void PageDevice::setPageDevice(const Object& request) {
   install(merged, true);
 }
 
+// A read-only copy. Its values may be local, so it is, too.
 Object PageDevice::currentPageDevice() {
-  if (graphics_.state().device->isNull) return interpreter_.memory().newDictionary(1);
+  const bool wasGlobal = interpreter_.memory().isGlobal();
+  interpreter_.memory().setGlobal(false);
+  const bool isNull = graphics_.state().device->isNull;
   const Dictionary& source = *graphics_.state().pageDevice.asDictionary();
-  const Object copy = interpreter_.memory().newDictionary(source.length());
+  const Object copy = interpreter_.memory().newDictionary(isNull ? 1 : source.length() + 1);
+  interpreter_.memory().setGlobal(wasGlobal);
+  if (isNull) return copy;
   for (const Dictionary::Entry& entry : source.entries()) {
     if (!entry.key.isNull()) interpreter_.memory().put(*copy.asDictionary(), entry.key, entry.value);
   }
   put(interpreter_, copy, "PageCount", Object::integer(static_cast<std::int64_t>(pagesShown_)));
+  interpreter_.memory().setAccess(*copy.asDictionary(), Access::kReadOnly);
   return copy;
 }
 

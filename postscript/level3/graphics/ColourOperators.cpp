@@ -159,8 +159,7 @@ void setPattern(Interpreter& interpreter) {
     setPatternColour(interpreter, current);
     return;
   }
-  const bool isUncoloured = graphicsOf(interpreter).patterns().isUncoloured(interpreter.operands().top());
-  setPatternColour(interpreter, graphicsOf(interpreter).patternSpace(isUncoloured ? current : nullptr));
+  setPatternColour(interpreter, graphicsOf(interpreter).patternSpace(current));
 }
 
 constexpr OperatorRow kColourOperators[] = {

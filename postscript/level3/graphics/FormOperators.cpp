@@ -6,6 +6,16 @@ namespace quillpress::level3 {
 
 namespace {
 
+// What is drawn once stays as it is.
+void markAsUsed(Interpreter& interpreter, const Object& form) {
+  VirtualMemory& memory = interpreter.memory();
+  Dictionary& dictionary = *form.asDictionary();
+  Name* const implementation = memory.name("Implementation");
+  if (dictionary.find(implementation) != nullptr || !dictionary.isWritable()) return;
+  memory.put(dictionary, implementation, Object::null());
+  memory.setAccess(dictionary, Access::kReadOnly);
+}
+
 // form ->         Each execution is drawn anew, since it may depend on the state; equal results are one
 // object.
 void execForm(Interpreter& interpreter) {
@@ -16,6 +26,7 @@ void execForm(Interpreter& interpreter) {
   const Box box = entries.box("BBox");
   const Matrix toDevice = entries.matrix("Matrix") * graphics.state().ctm;
   const Object procedure = entries.procedure("PaintProc");
+  markAsUsed(interpreter, form);
   interpreter.operands().pop();
   const Rooted kept(interpreter.memory(), form);
   const auto paint = [&] {

@@ -23,6 +23,7 @@ ImageParameters readShape(Interpreter& interpreter, std::size_t top, int compone
   requireOperands(interpreter, top + 4);
   ImageParameters parameters;
   parameters.toImage = matrixOf(operands.top(top));
+  inverseOf(parameters.toImage);
   parameters.layout = imageLayout(integerOf(operands.top(top + 3)), integerOf(operands.top(top + 2)),
                                   components, integerOf(operands.top(top + 1)));
   return parameters;
@@ -105,6 +106,7 @@ void imageMask(Interpreter& interpreter) {
     const Object& polarity = operands.top(2);
     if (!polarity.is(Type::kBoolean)) raise(ErrorName::kTypeCheck);
     parameters.toImage = matrixOf(operands.top(1));
+    inverseOf(parameters.toImage);
     parameters.layout = imageLayout(integerOf(operands.top(4)), integerOf(operands.top(3)), 1, 1);
     parameters.decode = polarity.asBoolean() ? std::vector<double>{1, 0} : std::vector<double>{0, 1};
     takeSources(operands, 0, 1, parameters);

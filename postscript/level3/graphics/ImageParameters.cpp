@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "postscript/level3/graphics/MatrixOperands.h"
+
 namespace quillpress::level3 {
 
 namespace {
@@ -71,6 +73,7 @@ ImageParameters readSourcelessDictionary(Interpreter& interpreter, const Object&
   parameters.layout = imageLayout(entries.integer("Width"), entries.integer("Height"), components,
                                   entries.integer("BitsPerComponent"));
   parameters.toImage = entries.matrix("ImageMatrix");
+  inverseOf(parameters.toImage);
   parameters.decode = entries.numbers("Decode");
   if (parameters.decode.size() < 2 * static_cast<std::size_t>(components)) raise(ErrorName::kRangeCheck);
   parameters.decode.resize(2 * static_cast<std::size_t>(components));

@@ -27,7 +27,7 @@ RectangleOperands rectangleOperands(Interpreter& interpreter, std::size_t first,
   const Object& top = operands.top(first);
   if (top.isArray() || top.isString()) {
     const std::vector<double> numbers = numbersOfArrayOrString(top);
-    if (numbers.size() % 4 != 0) raise(ErrorName::kRangeCheck);
+    if (numbers.size() % 4 != 0) raise(ErrorName::kTypeCheck);
     for (std::size_t index = 0; index < numbers.size(); index += 4) {
       appendRectangle(result.path, matrix, numbers[index], numbers[index + 1], numbers[index + 2],
                       numbers[index + 3]);

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 
 #include "postscript/level3/graphics/Graphics.h"
 #include "postscript/level3/graphics/GraphicsOperators.h"
@@ -38,7 +39,8 @@ void requireScreen(const ObjectStack& operands, std::size_t first) {
 }
 
 std::array<Object, 3> screenAt(const ObjectStack& operands, std::size_t first) {
-  return {operands.top(first + 2), operands.top(first + 1), operands.top(first)};
+  return {realOf(operands.top(first + 2).asNumber()), realOf(operands.top(first + 1).asNumber()),
+          operands.top(first)};
 }
 
 // frequency angle proc|halftone ->
@@ -93,6 +95,15 @@ void setHalftone(Interpreter& interpreter) {
   const Object* type = halftone.find(interpreter.memory().name("HalftoneType"));
   if (type == nullptr) raise(ErrorName::kUndefined);
   if (!type->isInteger()) raise(ErrorName::kTypeCheck);
+  constexpr std::array<std::int64_t, 8> kHalftoneTypes{1, 2, 3, 4, 5, 6, 10, 16};
+  if (std::find(kHalftoneTypes.begin(), kHalftoneTypes.end(), type->asInteger()) == kHalftoneTypes.end()) {
+    raise(ErrorName::kRangeCheck);
+  }
+  // One of several colours has one for all that it does not name.
+  const bool isForSeveral = type->asInteger() == 5;
+  if (isForSeveral && halftone.find(interpreter.memory().name("Default")) == nullptr) {
+    raise(ErrorName::kRangeCheck);
+  }
   changedRendering(interpreter)->halftone = operands.top();
   note(interpreter, Unkept::kHalftone);
   operands.pop();
@@ -177,6 +188,7 @@ void setColorRendering(Interpreter& interpreter) {
   const Object* type = dictionary.find(interpreter.memory().name("ColorRenderingType"));
   if (type == nullptr) raise(ErrorName::kUndefined);
   if (!type->isInteger()) raise(ErrorName::kTypeCheck);
+  if (type->asInteger() != 1) raise(ErrorName::kRangeCheck);
   changedRendering(interpreter)->colorRendering = interpreter.operands().top();
   note(interpreter, Unkept::kColorRendering);
   interpreter.operands().pop();

@@ -15,6 +15,7 @@ class KeptState final : public Foreign {
   explicit KeptState(const GraphicsState& kept) : state(kept) {}
   void trace(Tracer& tracer) const override { state.trace(tracer); }
   std::unique_ptr<Foreign> snapshot() const override { return std::make_unique<KeptState>(state); }
+  void assign(const Foreign& other) override { state = static_cast<const KeptState&>(other).state; }
 
   GraphicsState state;
 };
@@ -125,13 +126,20 @@ void setDash(Interpreter& interpreter) {
   operands.pop(2);
 }
 
+// Jobs write lengths as integers as a rule, and expect to find them so.
+Object plainNumber(double value) {
+  constexpr double kGreatest = 1e9;
+  return value == std::floor(value) && value < kGreatest ? Object::integer(static_cast<std::int64_t>(value))
+                                                         : realOf(value);
+}
+
 // -> array offset
 void currentDash(Interpreter& interpreter) {
   interpreter.operands().require(2);
   const DashPattern& dash = stateOf(interpreter).line.dash;
   const Object array = interpreter.memory().newArray(dash.lengths.size());
   for (std::uint32_t index = 0; index < dash.lengths.size(); ++index) {
-    interpreter.memory().setElement(array, index, realOf(dash.lengths[index]));
+    interpreter.memory().setElement(array, index, plainNumber(dash.lengths[index]));
   }
   interpreter.operands().push(array);
   pushNumber(interpreter, dash.offset);

@@ -91,7 +91,7 @@ class Builder {
         times = code - kRepeat;
         continue;
       }
-      if (code >= kOperations.size()) raise(ErrorName::kTypeCheck);
+      if (code >= kOperations.size()) raise(ErrorName::kRangeCheck);
       for (; times > 0; --times) {
         const std::size_t count = kOperations[code].operands;
         if (next + count > numbers.size()) raise(ErrorName::kTypeCheck);

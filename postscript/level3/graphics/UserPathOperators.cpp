@@ -120,11 +120,12 @@ class UserPathWriter {
 // bool -> userpath
 void uPath(Interpreter& interpreter) {
   const GraphicsState& state = stateOf(interpreter);
-  graphicsOf(interpreter).currentPoint();
   const Matrix toUser = inverseOf(state.ctm);
   UserPathWriter writer(interpreter, toUser);
   if (interpreter.operands().top().asBoolean()) writer.name("ucache");
-  writer.box(transformed(state.pathBounds ? *state.pathBounds : state.path.boundingBox(), toUser));
+  const bool isNothing = !state.pathBounds && state.path.isEmpty();
+  const Box device = state.pathBounds ? *state.pathBounds : state.path.boundingBox();
+  writer.box(isNothing ? Box{0, 0, 0, 0} : transformed(device, toUser));
   state.path.visit(writer);
   interpreter.operands().top() = interpreter.memory().newArray(writer.elements).asExecutable();
 }

@@ -7,9 +7,6 @@ namespace quillpress::level3 {
 
 namespace {
 
-// Each filter of a chain asks the one below it, so the chain's length is depth on our own stack.
-constexpr std::size_t kDeepestChain = 1000;
-
 // How many operands stand between the dictionary and the name. Throws stackunderflow and typecheck.
 std::size_t countOperands(const ObjectStack& operands, const FilterRow& row) {
   // A part of a file may have its parameters in the dictionary instead.

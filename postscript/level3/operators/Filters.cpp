@@ -123,6 +123,7 @@ SourcePointer decodeBeforeReuse(SourcePointer source, const FilterParameters& pa
     return decodeBy(std::move(source), *filter, dictionaries == nullptr ? Object::null() : *dictionaries,
                     parameters.interpreter());
   }
+  if (filter->length() > kDeepestChain) raise(ErrorName::kLimitCheck);
   for (std::uint32_t i = 0; i < filter->length(); ++i) {
     Object dictionary;
     if (dictionaries != nullptr && !dictionaries->isNull()) {

@@ -4,6 +4,9 @@
 
 namespace quillpress::level3 {
 
+// Each filter of a chain asks the one below it, so the chain's length is depth on our own stack.
+constexpr std::size_t kDeepestChain = 1000;
+
 // A filter by name. One row each; `decode` or `encode` is null.
 struct FilterRow {
   using Decode = SourcePointer (*)(SourcePointer source, const FilterParameters& parameters,

@@ -217,7 +217,18 @@ void resourceforall(Interpreter& interpreter) {
   workOfOperator<enumerateInstances>(interpreter, "ResourceForAll");
 }
 
+// intent -> name bool         Whether the device has a dictionary for that intent, or only the usual one.
+void findcolorrendering(Interpreter& interpreter) {
+  ObjectStack& operands = interpreter.operands();
+  operands.require(1);
+  VirtualMemory& memory = interpreter.memory();
+  const bool isKnown = Resources(interpreter).find(memory.name("ColorRendering"), operands.top()) != nullptr;
+  if (!isKnown) operands.top() = Object::literalName(memory.name("DefaultColorRendering"));
+  operands.push(Object::boolean(isKnown));
+}
+
 constexpr OperatorRow kResourceOperators[] = {
+    {"findcolorrendering", "name", findcolorrendering},
     {"defineresource", "count any any name", defineresource},
     {"findresource", "count any name", findresource},
     {"undefineresource", "any name", undefineresource},

@@ -44,8 +44,9 @@ bool ImageCompressor::begin() {
   // A predictor costs every reader time, so a little gain is not worth it.
   const bool usesPng = trialSize(png) * 20 < trialSize(plain) * 19;
   const PredictorParameters& chosen = usesPng ? png : plain;
-  const auto flate = std::make_shared<FlateEncoder>(begin_(chosen), usesPng ? kFilteredEffort : FlateEncoder::kDefaultEffort,
-                                                    FilterClosing::kSourceOrTargetToo);
+  const auto flate =
+      std::make_shared<FlateEncoder>(begin_(chosen), usesPng ? kFilteredEffort : FlateEncoder::kDefaultEffort,
+                                     FilterClosing::kSourceOrTargetToo);
   encoder_ = withPredictor(flate, chosen);
   const std::vector<Byte> first = std::move(trial_);
   return encoder_->write(first);

@@ -56,7 +56,11 @@ void checkSubset(const OutlineFont& font, const level3::SubsetRequest& request, 
     FUZZ_CHECK(place < again->glyphCount());
     const Glyph written = again->glyph(place);
     const std::optional<Glyph> original = glyphOf(font, index);
-    FUZZ_CHECK(original.has_value());
+    if (!original) {
+      // What cannot be read is an empty glyph, so that those behind it keep their places.
+      FUZZ_CHECK(request.isComposite && written.path.points().empty());
+      continue;
+    }
     if (request.isComposite || units == Units::kOther) continue;
     FUZZ_CHECK(areNear(original->path, written.path));
   }

@@ -1,5 +1,6 @@
 #include "postscript/level3/document/CommentScanner.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -63,11 +64,18 @@ std::optional<Box> boxOf(std::string_view text) {
   return Box{corner[0], corner[1], corner[2], corner[3]};
 }
 
+// A whole font may be one line: this is faster than a search for one of several characters.
+bool isLineEnd(char character) {
+  return character == '\n' || character == '\r';
+}
+
 }  // namespace
 
 void CommentScanner::scan(std::string_view piece) {
   while (!piece.empty()) {
-    const std::size_t end = piece.find_first_of("\r\n");
+    const auto* const lineEnd = std::ranges::find_if(piece, isLineEnd);
+    const bool isCut = lineEnd == piece.end();
+    const auto end = static_cast<std::size_t>(lineEnd - piece.begin());
     const std::string_view part = piece.substr(0, end);
     // Most lines are no comments: they are told by their first characters, and not copied.
     const bool isComment =
@@ -78,7 +86,7 @@ void CommentScanner::scan(std::string_view piece) {
       line_.clear();
       isLineLong_ = true;
     }
-    if (end == std::string_view::npos) return;
+    if (isCut) return;
     if (!line_.empty()) takeLine(line_);
     if (isLineLong_ && place_ == Place::kHeader) place_ = Place::kBody;
     line_.clear();

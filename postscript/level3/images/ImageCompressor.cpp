@@ -11,6 +11,8 @@ constexpr int kPlain = 1;
 constexpr int kBestOfPng = 15;
 // The trial need not compress well, only alike.
 constexpr int kTrialEffort = 1;
+// Below so many bytes a predictor cannot save what the trial costs; jobs draw rules as masks of a few bytes.
+constexpr std::size_t kLeastTrialBytes = 256;
 // What a predictor leaves of a photograph holds few repetitions, and searching for them longer gains nothing.
 constexpr int kFilteredEffort = 4;
 
@@ -42,7 +44,7 @@ bool ImageCompressor::begin() {
   const PredictorParameters plain = layout_.predictor(kPlain);
   const PredictorParameters png = layout_.predictor(kBestOfPng);
   // A predictor costs every reader time, so a little gain is not worth it.
-  const bool usesPng = trialSize(png) * 20 < trialSize(plain) * 19;
+  const bool usesPng = trial_.size() >= kLeastTrialBytes && trialSize(png) * 20 < trialSize(plain) * 19;
   const PredictorParameters& chosen = usesPng ? png : plain;
   const auto flate =
       std::make_shared<FlateEncoder>(begin_(chosen), usesPng ? kFilteredEffort : FlateEncoder::kDefaultEffort,

@@ -41,6 +41,26 @@ constexpr std::size_t kDeepestNesting = 100'000;
   syntaxError();
 }
 
+// As many bytes as stand in the block without anything between their digits: fonts come that way.
+void appendHexBytes(ScanInput& input, std::string& text) {
+  constexpr std::size_t kRoom = 512;
+  char bytes[kRoom];
+  std::size_t count = kRoom;
+  const Byte* place = input.cursor();
+  const Byte* const limit = input.limit();
+  while (count == kRoom) {
+    for (count = 0; count < kRoom && limit - place >= 2; ++count, place += 2) {
+      const unsigned high = kDigitValues[place[0]];
+      const unsigned low = kDigitValues[place[1]];
+      if ((high | low) >= 16) break;
+      bytes[count] = static_cast<char>(high << 4 | low);
+    }
+    if (text.size() + count > Object::kMaxLength) raise(ErrorName::kLimitCheck);
+    text.append(bytes, count);
+  }
+  input.advanceTo(place);
+}
+
 }  // namespace
 
 Scanner::Scanner(VirtualMemory& memory)
@@ -360,6 +380,7 @@ Object Scanner::readHexString(ScanInput& input) {
   text_.clear();
   int high = -1;
   for (;;) {
+    if (high < 0) appendHexBytes(input, text_);
     const int byte = input.get();
     if (byte == ScanInput::kEnd) endsWithin(input, kString);
     if (byte == '>') break;

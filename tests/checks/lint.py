@@ -1,8 +1,8 @@
 """clang-tidy finds nothing in the sources that a build compiles.
 
 Most of clang-tidy's time goes into the system's headers, so sources with the same options are looked at in batches: one
-translation unit that includes them all. Neighbours that do not compile together, such as two with local functions of
-one name, are parted first. A source is not looked at twice as long as neither it, nor
+translation unit that includes them all. Sources with local functions of one name come into different batches; where
+neighbours do not compile together all the same, they are parted. A source is not looked at twice as long as neither it, nor
 a header of the project that it includes, nor the configuration has changed; a note in the build folder keeps that.
 
 The compile database is GCC's: clang gets what it must know about a cross compiler besides, and does not get what
@@ -25,12 +25,15 @@ from sources import FOLDERS
 
 BATCH = 40
 
-# Clang has other warnings under the same names.
-FOR_CLANG = ["-Wno-ignored-optimization-argument", "-Wno-sign-conversion", "-ferror-limit=0"]
+# Clang has other warnings under the same names, and takes a neighbour of the batch for what is shadowed.
+FOR_CLANG = ["-Wno-ignored-optimization-argument", "-Wno-sign-conversion", "-Wno-shadow", "-ferror-limit=0"]
 ONLY_FOR_GCC = {"-fno-keep-inline-dllexport", "-Winvalid-pch"}
 
 COLOUR = re.compile(r"\x1b\[[0-9;]*m")
 FINDING = re.compile(r"^(?P<file>[^\s:]+):\d+:\d+: (?:error|warning): .*\[(?P<checks>[^\]]+)\]$|^error: .*$")
+LOCAL = re.compile(r"^namespace \{$(.*?)^\}  // namespace$", re.MULTILINE | re.DOTALL)
+# A type, or a function or variable behind its type.
+DECLARED = re.compile(r"^(?:(?:struct|class|enum class|using) (\w+)|[\w\[][\w:<>,*&\[\] ]*[ *&](\w+)(?: =|[(\[{;]))", re.MULTILINE)
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*"([^"]+)"', re.MULTILINE)
 
 # A header of libqpdf holds a vector of a type that is not finished yet. With GCC 12's library in C++20 clang
@@ -140,13 +143,27 @@ class Notes:
         unfinished.replace(self.path)
 
 
+def local_names(path):
+    text = pathlib.Path(path).read_text(encoding="utf-8")
+    return {kind or name for block in LOCAL.findall(text) for kind, name in DECLARED.findall(block)}
+
+
 def batches(files):
     alike = {}
     for source in files:
         alike.setdefault((pathlib.Path(source.path).suffix, *source.arguments), []).append(source)
     for group in alike.values():
-        count = -(-len(group) // BATCH)
-        yield from (group[place::count] for place in range(count))
+        begun = []
+        for source in group:
+            names = local_names(source.path)
+            fitting = (batch for batch in begun if len(batch[0]) < BATCH and batch[1].isdisjoint(names))
+            batch = next(fitting, None)
+            if batch is None:
+                batch = ([], set())
+                begun.append(batch)
+            batch[0].append(source)
+            batch[1].update(names)
+        yield from (sources for sources, names in begun)
 
 
 def look_at(options, batch, *more):

@@ -19,7 +19,7 @@ class Memory final : public Output {
   std::string bytes_;
 };
 
-class ImageObjectTest : public testing::Test {
+class ImageObjectTest : public ::testing::Test {
  protected:
   ObjectNumber write(const ImageDescription& description, const std::string& data, Byte missing = 0) {
     ImageRows rows({inPieces(data, 1000)}, description.layout);

@@ -16,7 +16,7 @@ class Memory final : public Output {
   std::string bytes_;
 };
 
-class PassedImageTest : public testing::Test {
+class PassedImageTest : public ::testing::Test {
  protected:
   static std::string photograph(int rows) {
     const DctParameters parameters{.columns = 30, .rows = rows, .colors = 3};

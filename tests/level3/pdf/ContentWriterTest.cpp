@@ -10,7 +10,7 @@ class Nowhere final : public Output {
   void write(std::string_view) override {}
 };
 
-class ContentWriterTest : public testing::Test {
+class ContentWriterTest : public ::testing::Test {
  protected:
   void fill(const Box& box, const Paint& paint = Paint::gray(0), const ClipPointer& clip = nullptr) {
     content_.fill(rectangle(box), FillRule::kNonzero, paint, clip, {});

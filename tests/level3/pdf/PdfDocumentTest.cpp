@@ -18,7 +18,7 @@ class Memory final : public Output {
   std::string bytes_;
 };
 
-class PdfDocumentTest : public testing::Test {
+class PdfDocumentTest : public ::testing::Test {
  protected:
   void addPage(std::string_view content = "0 0 1 1 re f") {
     PageParts parts;

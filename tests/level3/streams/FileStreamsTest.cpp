@@ -7,9 +7,9 @@
 namespace quillpress::level3 {
 namespace {
 
-class FileStreamsTest : public testing::Test {
+class FileStreamsTest : public ::testing::Test {
  protected:
-  FileStreamsTest() : path_(std::filesystem::path(testing::TempDir()) / name()) {}
+  FileStreamsTest() : path_(std::filesystem::path(::testing::TempDir()) / name()) {}
   ~FileStreamsTest() override { std::filesystem::remove(path_); }
 
   void store(std::string_view text) {
@@ -32,7 +32,7 @@ class FileStreamsTest : public testing::Test {
 
  private:
   static std::string name() {
-    return std::string("quillpress-") + testing::UnitTest::GetInstance()->current_test_info()->name();
+    return std::string("quillpress-") + ::testing::UnitTest::GetInstance()->current_test_info()->name();
   }
 };
 

@@ -9,16 +9,19 @@
 namespace quillpress::fuzz {
 
 void runProgram(std::string_view program) {
-  using namespace level3;
+  using level3::Bytes;
+  using level3::Machine;
+  using level3::MemorySource;
+  using level3::NullSink;
   constexpr std::size_t kMemory = 64UL << 20;
   constexpr std::chrono::milliseconds kTime(500);
-  NoOutput noPages;
+  level3::NoOutput noPages;
   const Machine::Files files{std::make_shared<MemorySource>(Bytes()), std::make_shared<NullSink>(),
                              std::make_shared<NullSink>()};
   Machine machine(noPages, files, 595, 842);
   machine.interpreter().memory().setLimit(kMemory);
   machine.interpreter().setDeadline(std::chrono::steady_clock::now() + kTime);
-  machine.interpreter().run(std::make_shared<MemorySource>(bytesOf(program)));
+  machine.interpreter().run(std::make_shared<MemorySource>(level3::bytesOf(program)));
 }
 
 }  // namespace quillpress::fuzz

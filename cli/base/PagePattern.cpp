@@ -1,28 +1,49 @@
 #include "cli/base/PagePattern.h"
 
-#include <regex>
-
 namespace quillpress::cli {
 
 namespace {
 
-// As printf writes it; more digits than nine no count of pages has.
-const std::regex& placeOfNumber() {
-  static const std::regex place("%(0?)([1-9]?)d");
+// Where the number goes, as printf writes it: "%d", "%3d", "%03d".
+struct Place {
+  std::size_t begin;
+  std::size_t end;
+  std::size_t width = 0;
+  char filler = ' ';
+};
+
+// What the `%` at `begin` begins, if it is a place.
+std::optional<Place> placeAt(std::string_view name, std::size_t begin) {
+  Place place{begin, begin + 1};
+  const auto next = [&] { return place.end < name.size() ? name[place.end] : '\0'; };
+  if (next() == '0') {
+    place.filler = '0';
+    ++place.end;
+  }
+  // More digits than nine no count of pages has.
+  if (next() >= '1' && next() <= '9') place.width = static_cast<std::size_t>(name[place.end++] - '0');
+  if (next() != 'd') return std::nullopt;
+  ++place.end;
   return place;
+}
+
+std::optional<Place> findPlace(std::string_view name) {
+  for (std::size_t i = name.find('%'); i != std::string_view::npos; i = name.find('%', i + 1)) {
+    if (const std::optional<Place> place = placeAt(name, i)) return place;
+  }
+  return std::nullopt;
 }
 
 }  // namespace
 
 std::optional<PagePattern> PagePattern::parse(std::string_view name) {
-  std::match_results<std::string_view::const_iterator> match;
-  if (!std::regex_search(name.begin(), name.end(), match, placeOfNumber())) return std::nullopt;
+  const std::optional<Place> place = findPlace(name);
+  if (!place || findPlace(name.substr(place->end))) return std::nullopt;
   PagePattern pattern;
-  pattern.before_ = match.prefix().str();
-  pattern.behind_ = match.suffix().str();
-  if (std::regex_search(pattern.behind_, placeOfNumber())) return std::nullopt;
-  if (match[1].length() > 0) pattern.filler_ = '0';
-  if (match[2].length() > 0) pattern.width_ = static_cast<std::size_t>(*match[2].first - '0');
+  pattern.before_ = name.substr(0, place->begin);
+  pattern.behind_ = name.substr(place->end);
+  pattern.filler_ = place->filler;
+  pattern.width_ = place->width;
   return pattern;
 }
 

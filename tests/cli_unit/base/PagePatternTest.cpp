@@ -13,6 +13,8 @@ std::string name(std::string_view pattern, std::uint64_t page) {
 TEST(PagePatternTest, TheNumberTakesItsPlace) {
   EXPECT_EQ(name("page-%d.pdf", 12), "page-12.pdf");
   EXPECT_EQ(name("%dx", 1), "1x");
+  EXPECT_EQ(name("100% of %d", 1), "100% of 1");
+  EXPECT_EQ(name("%%d", 1), "%1");
 }
 
 TEST(PagePatternTest, NumbersAreFilledUpToTheirWidth) {
@@ -22,7 +24,8 @@ TEST(PagePatternTest, NumbersAreFilledUpToTheirWidth) {
 }
 
 TEST(PagePatternTest, OtherNamesAreNoPattern) {
-  for (const char* const other : {"page.pdf", "100%.pdf", "%s.pdf", "%-3d", "%d-%d.pdf", ""}) {
+  for (const char* const other :
+       {"page.pdf", "100%.pdf", "%s.pdf", "%-3d", "%12d", "%00d", "%0", "%", "%d-%d.pdf", ""}) {
     EXPECT_FALSE(PagePattern::parse(other)) << other;
   }
 }

@@ -20,14 +20,6 @@ struct PlainNumber {
 // As many digits as a double holds exactly, whatever they are.
 constexpr std::size_t kMostDigits = 15;
 
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-bool isSign(char c) {
-  return c == '+' || c == '-';
-}
-
 // Most words are names, and this spares them all the attempts.
 bool mayBeginNumber(char c) {
   return isDigit(c) || c == '.' || isSign(c);

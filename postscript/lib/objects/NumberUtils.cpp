@@ -19,14 +19,6 @@ constexpr std::int64_t kInt32Min = std::numeric_limits<std::int32_t>::min();
 constexpr std::int64_t kInt32Max = std::numeric_limits<std::int32_t>::max();
 constexpr std::int64_t kUint32Max = std::numeric_limits<std::uint32_t>::max();
 
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-bool isSign(char c) {
-  return c == '+' || c == '-';
-}
-
 // The conversion understands bases 2 to 36, and 0 for the prefixes of C. It stops at a zero byte, which
 // then counts as unused text.
 std::optional<std::int32_t> parseInBase(std::string_view digits, int base) {

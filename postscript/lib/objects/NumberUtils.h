@@ -13,6 +13,15 @@ class PostscriptObject;
 // angles and curves show (math/atan.ps).
 inline constexpr double kPi = 3.1415926535;
 
+// What decimal numbers are spelled with, whatever the locale.
+constexpr bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+constexpr bool isSign(char c) {
+  return c == '+' || c == '-';
+}
+
 // The value of an integer or a real. Throws Ex for any other kind.
 double toDouble(const PostscriptObject& object);
 

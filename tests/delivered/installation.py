@@ -39,6 +39,7 @@ def main():
     parser.add_argument("--cmake", required=True)
     parser.add_argument("--compiler", required=True)
     parser.add_argument("--build", required=True)
+    parser.add_argument("--option", action="append", default=[], help="what the compiler needs for this build")
     options = parser.parse_args()
     with tempfile.TemporaryDirectory(prefix="quillpress-test-") as name:
         folder = pathlib.Path(name)
@@ -53,7 +54,7 @@ def main():
         source.write_text(PROGRAM)
         library = only(prefix, "libquillpress.so")
         program = folder / "program"
-        run(options.compiler, source, "-o", program, "-I", prefix / "include", library,
+        run(options.compiler, *options.option, source, "-o", program, "-I", prefix / "include", library,
             f"-Wl,-rpath,{library.parent}")
         run(program)
         for manual in ("quillpress.1", "_quillpress", "quillpress.fish"):

@@ -113,6 +113,20 @@ TEST(InterpreterTest, AProcedureGoesOnAfterAnErrorBeforeTheNextChunk) {
   EXPECT_EQ(operandsOf(interpreter), "1 2 3 4");
 }
 
+TEST(InterpreterTest, AShortNameIsFoundOnTheExecutionStackAfterItsError) {
+  Interpreter interpreter;
+  run(interpreter, "/a {add} def 1 2 a pop ");
+  EXPECT_THROW(run(interpreter, "{a 3} exec "), Ex);
+  ASSERT_EQ(interpreter.executionStack().count(), 2U);
+  const auto* shortName = as<ArrayObject>(interpreter.executionStack().top());
+  ASSERT_NE(shortName, nullptr);
+  EXPECT_TRUE(shortName->executable);
+  EXPECT_NE(shortName->describe().find("exec index=1"), std::string::npos);
+  run(interpreter, "4 ");
+  EXPECT_EQ(operandsOf(interpreter), "3 4");
+  EXPECT_FALSE(shortName->executable);
+}
+
 TEST(InterpreterTest, AnEmptyChunkRunsWhatIsLeftToDo) {
   Interpreter interpreter;
   EXPECT_THROW(run(interpreter, "{1 nosuchname 2 3} exec "), Ex);

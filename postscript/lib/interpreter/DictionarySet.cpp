@@ -4,6 +4,12 @@
 
 namespace quillpress {
 
+namespace {
+
+constexpr std::size_t kSystemEntries = 512;
+
+}  // namespace
+
 DictionarySet::DictionarySet(const MemorySet& memory)
     : names_(memory.names()),
       system_(make<DictionaryObject>(memory.global(), "System")),
@@ -11,6 +17,9 @@ DictionarySet::DictionarySet(const MemorySet& memory)
       user_(make<DictionaryObject>(memory.local(), "User")),
       error_(make<DictionaryObject>(memory.local(), "Error")),
       fontDirectory_(make<DictionaryObject>(memory.global(), "Font")) {
+  // About as many as there are operators, so that opening a converter does not begin with moving them about.
+  system_->reserve(kSystemEntries);
+  generatedNames_.reserve(kSystemEntries);
   system_->makePermanent();
   global_->makePermanent();
   user_->makePermanent();
@@ -95,7 +104,7 @@ DictionaryObject& DictionarySet::current() const {
 void DictionarySet::registerOperator(Ref<NameObject> operatorObject) {
   const DictionaryKey key = operatorObject->key();
   if (system_->lookup(key) != nullptr) replacedNames_.emplace_back(key.text);
-  system_->define(key.text, std::move(operatorObject));
+  system_->define(key, std::move(operatorObject));
 }
 
 void DictionarySet::registerGenerated(Ref<NameObject> operatorObject) {

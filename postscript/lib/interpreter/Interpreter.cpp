@@ -42,6 +42,27 @@ void Interpreter::run(const char* text, int length) {
   runLoop();
 }
 
+// Runs a started procedure of one element that comes down to a plain operator, as programs make them to have
+// short names. Nobody can see that it never was on the execution stack, but for an error, which finds it
+// there. False when the procedure is of another kind; it has not been touched then.
+[[gnu::always_inline]] inline bool Interpreter::runsWhole(ArrayObject& procedure) {
+  if (procedure.count() != 1) return false;
+  PostscriptObject* object = procedure.element(0);
+  const auto* name = as<NameObject>(object);
+  if (name == nullptr || !name->executable) return false;
+  if (PostscriptObject* value = dictionaries_.remembered(name->known())) object = value;
+  if (!object->isPlainOperator || !object->executable) return false;
+  (void)procedure.takeNext();
+  try {
+    object->execute(*this);
+  } catch (...) {
+    executionStack_.push(&procedure);
+    throw;
+  }
+  procedure.retire();
+  return true;
+}
+
 // Pushes what is literal and runs what is executable. A name that remembers its value is followed at once:
 // nobody can see the value on the execution stack between two steps of the loop, except a procedure, which
 // stays there.
@@ -60,7 +81,7 @@ void Interpreter::run(const char* text, int length) {
       return;
     }
     if (array != nullptr) {
-      executionStack_.push(array);
+      if (!runsWhole(*array)) executionStack_.push(array);
       return;
     }
     object = value;
@@ -78,6 +99,13 @@ void Interpreter::run(const char* text, int length) {
     if (!element->executable) {
       operandStack_.push(element);  // most elements are literal, and cannot get in the procedure's way
       continue;
+    }
+    if (const auto* name = as<NameObject>(element)) {
+      PostscriptObject* value = dictionaries_.remembered(name->known());
+      if (value != nullptr && value->isPlainOperator && value->executable) {
+        value->execute(*this);
+        continue;
+      }
     }
     dispatch(element);
     if (executionStack_.top() != &procedure || !procedure.executable) return;

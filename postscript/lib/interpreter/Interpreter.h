@@ -79,6 +79,7 @@ class Interpreter {
 
  private:
   void runLoop();
+  bool runsWhole(ArrayObject& procedure);
   void runProcedure(ArrayObject& procedure);
   void dispatch(PostscriptObject* object);
   bool takeToken(Ref<PostscriptObject>& object);

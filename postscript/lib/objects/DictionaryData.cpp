@@ -29,8 +29,16 @@ std::size_t DictionaryData::slotOfPosition(std::uint32_t hash, std::size_t posit
   return slot;
 }
 
-void DictionaryData::growSlots() {
-  std::vector<std::uint32_t> grown(std::max(kFirstSlots, slots_.size() * 2), kFree);
+void DictionaryData::reserve(std::size_t count) {
+  entries_.reserve(count);
+  std::size_t size = kFirstSlots;
+  while (size < count * 2) size *= 2;
+  if (size > slots_.size()) growSlots(size);
+}
+
+// REQUIRES: a power of two, more than there are entries.
+void DictionaryData::growSlots(std::size_t size) {
+  std::vector<std::uint32_t> grown(size, kFree);
   const std::size_t mask = grown.size() - 1;
   for (std::size_t position = 0; position < entries_.size(); ++position) {
     std::size_t slot = entries_[position].hash & mask;
@@ -41,7 +49,7 @@ void DictionaryData::growSlots() {
 }
 
 void DictionaryData::define(DictionaryKey key, Ref<PostscriptObject> value) {
-  if (slots_.empty()) growSlots();
+  if (slots_.empty()) growSlots(kFirstSlots);
   const std::size_t slot = findSlot(key);
   if (slots_[slot] != kFree) {
     std::swap(entries_[slots_[slot]].value, value);
@@ -57,7 +65,8 @@ void DictionaryData::define(DictionaryKey key, Ref<PostscriptObject> value) {
   if (mendsOrder()) order_.insert(position, entry.key, keyOfPosition());
   entries_.push_back(std::move(entry));
   slots_[slot] = position;
-  if (entries_.size() * 2 > slots_.size()) growSlots();  // at most half full: probes stay short
+  if (entries_.size() * 2 > slots_.size())
+    growSlots(slots_.size() * 2);  // at most half full: probes stay short
 }
 
 void DictionaryData::noteNewKey(DictionaryKey key) {

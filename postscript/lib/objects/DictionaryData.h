@@ -32,6 +32,9 @@ class DictionaryData final : public CompositeData {
   // defined again under its own key survives.
   void define(DictionaryKey key, Ref<PostscriptObject> value);
 
+  // Makes room for that many entries in all.
+  void reserve(std::size_t count);
+
   // The value, borrowed; null when there is none.
   [[nodiscard]] PostscriptObject* lookup(DictionaryKey key) const {
     if (entries_.empty()) return nullptr;
@@ -61,7 +64,7 @@ class DictionaryData final : public CompositeData {
 
   [[nodiscard]] std::size_t findSlot(DictionaryKey key) const;
   [[nodiscard]] std::size_t slotOfPosition(std::uint32_t hash, std::size_t position) const;
-  void growSlots();
+  void growSlots(std::size_t size);
   void closeGap(std::size_t gap);
 
   bool mendsOrder();

@@ -24,8 +24,12 @@ class DictionaryObject final : public CompositeObject {
 
   void define(const PostscriptObject& key, Ref<PostscriptObject> value);
   void define(std::string_view key, Ref<PostscriptObject> value) {
-    data().define(DictionaryKey(key), std::move(value));
+    define(DictionaryKey(key), std::move(value));
   }
+  void define(DictionaryKey key, Ref<PostscriptObject> value) { data().define(key, std::move(value)); }
+
+  // Makes room for that many entries in all.
+  void reserve(std::size_t count) { data().reserve(count); }
 
   // The value, borrowed; null when there is none.
   [[nodiscard]] PostscriptObject* lookup(const PostscriptObject& key) const;

@@ -37,6 +37,11 @@ class PostscriptObject {
   [[nodiscard]] virtual Ref<PostscriptObject> clone(int argument) const = 0;
 
   bool executable = true;
+
+  // Whether it is an operator that neither looks at nor changes the execution stack, a dictionary or
+  // anybody's `executable`. The loop runs such an operator without care for what may have become of the rest.
+  bool isPlainOperator = false;
+
   std::int32_t refCount = 0;
   const TypeCode typeCode;
 };

@@ -19,21 +19,21 @@ class Comparer {
 };
 
 // any1 any2  eq  bool
-DECLARE_OPERATOR(EqOperator, "eq");
+DECLARE_PLAIN_OPERATOR(EqOperator, "eq");
 
 // any1 any2  ne  bool
-DECLARE_OPERATOR(NeOperator, "ne");
+DECLARE_PLAIN_OPERATOR(NeOperator, "ne");
 
 // any1 any2  ge  bool
-DECLARE_OPERATOR(GeOperator, "ge");
+DECLARE_PLAIN_OPERATOR(GeOperator, "ge");
 
 // any1 any2  gt  bool
-DECLARE_OPERATOR(GtOperator, "gt");
+DECLARE_PLAIN_OPERATOR(GtOperator, "gt");
 
 // any1 any2  le  bool
-DECLARE_OPERATOR(LeOperator, "le");
+DECLARE_PLAIN_OPERATOR(LeOperator, "le");
 
 // any1 any2  lt  bool
-DECLARE_OPERATOR(LtOperator, "lt");
+DECLARE_PLAIN_OPERATOR(LtOperator, "lt");
 
 }  // namespace quillpress

@@ -36,22 +36,22 @@ class TrigOperator {
   [[nodiscard]] virtual double trig(double degrees) const = 0;
 };
 
-#define DECLARE_MATH_OPERATOR(ClassName, operatorName)              \
-  class ClassName final : public NameObject, private MathOperator { \
-   public:                                                          \
-    ClassName() : NameObject(operatorName) {}                       \
-    void execute(Interpreter& interpreter) override;                \
-                                                                    \
-   private:                                                         \
-    friend class MathOperator;                                      \
-    [[nodiscard]] Number calcReal() const;                          \
-    [[nodiscard]] Number calcInteger() const;                       \
+#define DECLARE_MATH_OPERATOR(ClassName, operatorName)                 \
+  class ClassName final : public NameObject, private MathOperator {    \
+   public:                                                             \
+    ClassName() : NameObject(operatorName) { isPlainOperator = true; } \
+    void execute(Interpreter& interpreter) override;                   \
+                                                                       \
+   private:                                                            \
+    friend class MathOperator;                                         \
+    [[nodiscard]] Number calcReal() const;                             \
+    [[nodiscard]] Number calcInteger() const;                          \
   }
 
 #define DECLARE_TRIG_OPERATOR(ClassName, operatorName)                          \
   class ClassName final : public NameObject, private TrigOperator {             \
    public:                                                                      \
-    ClassName() : NameObject(operatorName) {}                                   \
+    ClassName() : NameObject(operatorName) { isPlainOperator = true; }          \
     void execute(Interpreter& interpreter) override { calculate(interpreter); } \
                                                                                 \
    private:                                                                     \
@@ -75,28 +75,28 @@ DECLARE_MATH_OPERATOR(DivOperator, "div");
 DECLARE_MATH_OPERATOR(IdivOperator, "idiv");
 
 // int1 int2  mod  int      Never negative: the absolute value of the remainder.
-DECLARE_OPERATOR(ModOperator, "mod");
+DECLARE_PLAIN_OPERATOR(ModOperator, "mod");
 
 // num  neg  num
-DECLARE_OPERATOR(NegOperator, "neg");
+DECLARE_PLAIN_OPERATOR(NegOperator, "neg");
 
 // num  abs  num
-DECLARE_OPERATOR(AbsOperator, "abs");
+DECLARE_PLAIN_OPERATOR(AbsOperator, "abs");
 
 // num  ceiling  num
-DECLARE_OPERATOR(CeilingOperator, "ceiling");
+DECLARE_PLAIN_OPERATOR(CeilingOperator, "ceiling");
 
 // num  floor  num
-DECLARE_OPERATOR(FloorOperator, "floor");
+DECLARE_PLAIN_OPERATOR(FloorOperator, "floor");
 
 // num  round  num      Halves go away from zero; a real is rounded through 32 bits.
-DECLARE_OPERATOR(RoundOperator, "round");
+DECLARE_PLAIN_OPERATOR(RoundOperator, "round");
 
 // num  sqrt  real      Kept: NaN for a negative operand (math/sqrt.ps).
-DECLARE_OPERATOR(SqrtOperator, "sqrt");
+DECLARE_PLAIN_OPERATOR(SqrtOperator, "sqrt");
 
 // num den  atan  real      Between -180 and 180; 0 0 gives 0.0.
-DECLARE_OPERATOR(AtanOperator, "atan");
+DECLARE_PLAIN_OPERATOR(AtanOperator, "atan");
 
 // angle  cos  real
 DECLARE_TRIG_OPERATOR(CosOperator, "cos");

@@ -10,3 +10,11 @@
     ClassName() : NameObject(operatorName) {}        \
     void execute(Interpreter& interpreter) override; \
   }
+
+// The same for an operator that minds its own business, see PostscriptObject::isPlainOperator.
+#define DECLARE_PLAIN_OPERATOR(ClassName, operatorName)                \
+  class ClassName final : public NameObject {                          \
+   public:                                                             \
+    ClassName() : NameObject(operatorName) { isPlainOperator = true; } \
+    void execute(Interpreter& interpreter) override;                   \
+  }

@@ -5,21 +5,21 @@
 namespace quillpress {
 
 // width  setlinewidth  -
-DECLARE_GRAPHICS_OPERATOR(SetlinewidthOperator, "setlinewidth");
+DECLARE_PLAIN_GRAPHICS_OPERATOR(SetlinewidthOperator, "setlinewidth");
 
 // -  currentlinewidth  width
-DECLARE_GRAPHICS_OPERATOR(CurrentlinewidthOperator, "currentlinewidth");
+DECLARE_PLAIN_GRAPHICS_OPERATOR(CurrentlinewidthOperator, "currentlinewidth");
 
 // int  setlinecap  -
-DECLARE_GRAPHICS_OPERATOR(SetlinecapOperator, "setlinecap");
+DECLARE_PLAIN_GRAPHICS_OPERATOR(SetlinecapOperator, "setlinecap");
 
 // int  setlinejoin  -
-DECLARE_GRAPHICS_OPERATOR(SetlinejoinOperator, "setlinejoin");
+DECLARE_PLAIN_GRAPHICS_OPERATOR(SetlinejoinOperator, "setlinejoin");
 
 // limit  setmiterlimit  -
-DECLARE_GRAPHICS_OPERATOR(SetmiterlimitOperator, "setmiterlimit");
+DECLARE_PLAIN_GRAPHICS_OPERATOR(SetmiterlimitOperator, "setmiterlimit");
 
 // array offset  setdash  -
-DECLARE_GRAPHICS_OPERATOR(SetdashOperator, "setdash");
+DECLARE_PLAIN_GRAPHICS_OPERATOR(SetdashOperator, "setdash");
 
 }  // namespace quillpress

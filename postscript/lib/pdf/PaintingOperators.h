@@ -5,27 +5,27 @@
 namespace quillpress {
 
 // -  stroke  -
-DECLARE_GRAPHICS_OPERATOR(StrokeOperator, "stroke");
+DECLARE_PLAIN_GRAPHICS_OPERATOR(StrokeOperator, "stroke");
 
 // -  fill  -
-DECLARE_GRAPHICS_OPERATOR(FillOperator, "fill");
+DECLARE_PLAIN_GRAPHICS_OPERATOR(FillOperator, "fill");
 
 // -  eofill  -
-DECLARE_GRAPHICS_OPERATOR(EofillOperator, "eofill");
+DECLARE_PLAIN_GRAPHICS_OPERATOR(EofillOperator, "eofill");
 
 // -  clip  -
-DECLARE_GRAPHICS_OPERATOR(ClipOperator, "clip");
+DECLARE_PLAIN_GRAPHICS_OPERATOR(ClipOperator, "clip");
 
 // -  eoclip  -
-DECLARE_GRAPHICS_OPERATOR(EoclipOperator, "eoclip");
+DECLARE_PLAIN_GRAPHICS_OPERATOR(EoclipOperator, "eoclip");
 
 // x y width height  rectclip  -      Neither width nor height may be negative.
-DECLARE_GRAPHICS_OPERATOR(RectclipOperator, "rectclip");
+DECLARE_PLAIN_GRAPHICS_OPERATOR(RectclipOperator, "rectclip");
 
 // -  initclip  -      Writes nothing: PDF cannot widen a clip.
-DECLARE_GRAPHICS_OPERATOR(InitclipOperator, "initclip");
+DECLARE_PLAIN_GRAPHICS_OPERATOR(InitclipOperator, "initclip");
 
 // -  clippath  -      Writes nothing.
-DECLARE_GRAPHICS_OPERATOR(ClippathOperator, "clippath");
+DECLARE_PLAIN_GRAPHICS_OPERATOR(ClippathOperator, "clippath");
 
 }  // namespace quillpress

@@ -40,3 +40,13 @@ inline Point popPoint(Interpreter& interpreter) {
     explicit ClassName(Postscript2Pdf& owner) : NameObject(operatorName), Postscript2PdfObject(owner) {} \
     void execute(Interpreter& interpreter) override;                                                     \
   }
+
+// The same for an operator that minds its own business, see PostscriptObject::isPlainOperator.
+#define DECLARE_PLAIN_GRAPHICS_OPERATOR(ClassName, operatorName)                                        \
+  class ClassName final : public NameObject, private Postscript2PdfObject {                             \
+   public:                                                                                              \
+    explicit ClassName(Postscript2Pdf& owner) : NameObject(operatorName), Postscript2PdfObject(owner) { \
+      isPlainOperator = true;                                                                           \
+    }                                                                                                   \
+    void execute(Interpreter& interpreter) override;                                                    \
+  }

@@ -75,7 +75,11 @@ QUILLPRESS_API const char *QUILLPRESS_CALL PSConvertToPdf(void *handle, const ch
 QUILLPRESS_API int QUILLPRESS_CALL PSStartPage(void *handle, const float matrix[6]);
 
 /* Returns every PDF object made so far in this process, in order of creation, and their number. The
- * array is never NULL and is freed by the next call; the records are not. */
+ * array is never NULL and is freed by the next call; the records are not.
+ *
+ * PSGetPdfObjects(NULL, NULL) empties the list and returns an array without objects: a host that runs many
+ * jobs calls it between them, when their files are written and their converters are closed. Every record
+ * handed out before ends there, and names begin anew with 1. */
 QUILLPRESS_API PdfObject **QUILLPRESS_CALL PSGetPdfObjects(void *handle, unsigned *count);
 
 /* Returns the text of the last failure, "Exception:[File.cpp:LINE] MESSAGE" and a line feed; empty

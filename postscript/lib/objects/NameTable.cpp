@@ -6,7 +6,7 @@ namespace quillpress {
 
 namespace {
 
-constexpr std::size_t kFirstSlots = 256;
+constexpr std::size_t kFirstNameSlots = 256;
 
 }  // namespace
 
@@ -21,7 +21,7 @@ std::size_t NameTable::slotOf(DictionaryKey key) const {
 }
 
 void NameTable::grow() {
-  std::vector<KnownName*> grown(std::max(kFirstSlots, slots_.size() * 2), nullptr);
+  std::vector<KnownName*> grown(std::max(kFirstNameSlots, slots_.size() * 2), nullptr);
   slots_.swap(grown);
   for (KnownName& name : names_) slots_[slotOf(name.key())] = &name;
 }

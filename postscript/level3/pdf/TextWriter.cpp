@@ -27,8 +27,8 @@ double rounded(double value, int decimals) {
   return std::round(value * scale) / scale;
 }
 
-int sizePlaces(const ContentSpace& space) {
-  return std::min(space.decimals + kSizePlaces, 9);
+int sizePlaces(int decimals) {
+  return std::min(decimals + kSizePlaces, 9);
 }
 
 void appendOperand(std::string& content, double value, int decimals) {
@@ -86,13 +86,13 @@ void TextWriter::useFont(std::string& content, ContentResources& resources, Text
 }
 
 // A line in the same direction as the last is told by its distance, any other by a matrix.
-void TextWriter::moveTo(std::string& content, const ContentSpace& space, const Linear& linear, Point origin) {
+void TextWriter::moveTo(std::string& content, const ContentSpace& space, const Shape& shape, Point origin) {
   flushRun(content);
   pen_ = 0;
+  const Linear& linear = shape.linear;
   if (linear == linear_) {
     const Matrix axes{linear.a, linear.b, linear.c, linear.d, 0, 0};
-    const std::optional<Matrix> inverse = axes.inverse();
-    Point distance = inverse->applyToDistance(origin - line_);
+    Point distance = shape.inverse.applyToDistance(origin - line_);
     distance = {rounded(distance.x, space.decimals), rounded(distance.y, space.decimals)};
     appendOperand(content, distance.x, space.decimals);
     appendOperand(content, distance.y, space.decimals);
@@ -109,37 +109,52 @@ void TextWriter::moveTo(std::string& content, const ContentSpace& space, const L
   line_ = {rounded(origin.x, space.decimals), rounded(origin.y, space.decimals)};
 }
 
+const TextWriter::Shape& TextWriter::shapeFor(const Matrix& toContent, int decimals) {
+  const Matrix& last = shape_.toContent;
+  const bool isSame = last.a == toContent.a && last.b == toContent.b && last.c == toContent.c &&
+                      last.d == toContent.d && shape_.decimals == decimals;
+  if (isSame) return shape_;
+  shape_ = {};
+  shape_.toContent = toContent;
+  shape_.decimals = decimals;
+  const double height = std::hypot(toContent.c, toContent.d);
+  const int places = sizePlaces(decimals);
+  // A size that is too small to be written shows nothing.
+  shape_.units = toFixed(height, places);
+  if (shape_.units <= 0 || !std::isfinite(height) || !toContent.inverse()) return shape_;
+  shape_.size = static_cast<double>(shape_.units) / powerOfTen(places);
+  shape_.linear = {rounded(toContent.a / height, kMatrixPlaces), rounded(toContent.b / height, kMatrixPlaces),
+                   rounded(toContent.c / height, kMatrixPlaces),
+                   rounded(toContent.d / height, kMatrixPlaces)};
+  const Linear& linear = shape_.linear;
+  const std::optional<Matrix> inverse = Matrix{linear.a, linear.b, linear.c, linear.d, 0, 0}.inverse();
+  shape_.isShown = inverse.has_value();
+  if (inverse) shape_.inverse = *inverse;
+  return shape_;
+}
+
 void TextWriter::show(std::string& content, ContentResources& resources, TextState& state,
                       const ContentSpace& space, const TextGlyph& glyph) {
   const Matrix toContent = glyph.toDevice * space.fromDevice;
-  const double height = std::hypot(toContent.c, toContent.d);
-  const int places = sizePlaces(space);
-  // A size that is too small to be written shows nothing.
-  const std::int64_t units = toFixed(height, places);
-  if (units <= 0 || !std::isfinite(height) || !toContent.inverse()) return;
-  const double size = static_cast<double>(units) / powerOfTen(places);
-  const Linear linear{
-      rounded(toContent.a / height, kMatrixPlaces), rounded(toContent.b / height, kMatrixPlaces),
-      rounded(toContent.c / height, kMatrixPlaces), rounded(toContent.d / height, kMatrixPlaces)};
-  const Matrix axes{linear.a, linear.b, linear.c, linear.d, 0, 0};
-  const std::optional<Matrix> inverse = axes.inverse();
-  if (!inverse) return;
+  const Shape& shape = shapeFor(toContent, space.decimals);
+  if (!shape.isShown) return;
+  const double size = shape.size;
 
   open(content);
-  const bool changesFont = state.font != glyph.font || state.size != units;
-  useFont(content, resources, state, glyph, units);
+  const bool changesFont = state.font != glyph.font || state.size != shape.units;
+  useFont(content, resources, state, glyph, shape.units);
   if (changesFont) {
-    appendOperand(content, size, places);
+    appendOperand(content, size, sizePlaces(space.decimals));
     content += "Tf\n";
   }
   const Point origin{toContent.tx, toContent.ty};
   const double tolerance = 0.5 / powerOfTen(space.decimals);
-  const Point distance = inverse->applyToDistance(origin - line_);
+  const Point distance = shape.inverse.applyToDistance(origin - line_);
   const double gap = distance.x - pen_;
-  const bool isOnLine = linear == linear_ && std::abs(distance.y) <= tolerance &&
+  const bool isOnLine = shape.linear == linear_ && std::abs(distance.y) <= tolerance &&
                         std::abs(gap) <= kFarthestAdjustment * size / kThousand && run_.size() < kLongestRun;
   if (!isOnLine) {
-    moveTo(content, space, linear, origin);
+    moveTo(content, space, shape, origin);
   } else if (std::abs(gap) > tolerance) {
     // More places where a thousandth of the size is more than can be seen.
     const int decimals = size / kThousand > tolerance ? 1 : 0;

@@ -54,13 +54,26 @@ class TextWriter {
     friend bool operator==(const Linear&, const Linear&) = default;
   };
 
+  // What a glyph's matrix comes to but for its place.
+  struct Shape {
+    Matrix toContent;
+    int decimals = -1;
+    bool isShown = false;  // not what is too small or has no inverse
+    std::int64_t units = 0;
+    double size = 0;
+    Linear linear;
+    Matrix inverse;  // of the linear part
+  };
+
   void open(std::string& content);
+  const Shape& shapeFor(const Matrix& toContent, int decimals);
   void useFont(std::string& content, ContentResources& resources, TextState& state, const TextGlyph& glyph,
                std::int64_t size);
-  void moveTo(std::string& content, const ContentSpace& space, const Linear& linear, Point origin);
+  void moveTo(std::string& content, const ContentSpace& space, const Shape& shape, Point origin);
   void flushRun(std::string& content);
 
   bool isOpen_ = false;
+  Shape shape_;  // of the last glyph: most have it from the one before
   Linear linear_;
   // Where the line begins, in content space, as it has been written.
   Point line_;

@@ -1,5 +1,7 @@
 #include "postscript/level3/text/FontEntries.h"
 
+#include <array>
+
 namespace quillpress::level3 {
 
 FontEntries::FontEntries(Interpreter& interpreter, const Object& dictionary) : interpreter_(interpreter) {
@@ -37,9 +39,7 @@ std::vector<double> FontEntries::numbers(std::string_view key) const {
 }
 
 std::optional<Matrix> FontEntries::matrix(std::string_view key) const {
-  const std::vector<double> values = numbers(key);
-  if (values.size() != 6) return std::nullopt;
-  return Matrix{values[0], values[1], values[2], values[3], values[4], values[5]};
+  return matrixIn(array(key));
 }
 
 Matrix FontEntries::requireMatrix(std::string_view key) const {
@@ -69,6 +69,17 @@ std::string_view FontEntries::text(std::string_view key) const {
   if (value == nullptr) return {};
   if (value->isName()) return value->asName()->text();
   return value->isString() ? textOf(*value) : std::string_view();
+}
+
+std::optional<Matrix> matrixIn(const Object& array) {
+  std::array<double, 6> values{};
+  if (!array.isArray() || array.length() != values.size()) return std::nullopt;
+  auto* value = values.begin();
+  for (const Object& element : elementsOf(array)) {
+    if (!element.isNumber()) return std::nullopt;
+    *value++ = element.asNumber();
+  }
+  return Matrix{values[0], values[1], values[2], values[3], values[4], values[5]};
 }
 
 std::vector<double> numbersIn(const Object& array) {

@@ -17,6 +17,7 @@ class FontEntries {
   FontEntries(Interpreter& interpreter, const Object& dictionary);
 
   const Object* find(std::string_view key) const;
+  const Object* find(Name* key) const { return dictionary_->find(key); }
   const Object& require(std::string_view key) const;
 
   std::int64_t integer(std::string_view key, std::int64_t otherwise) const;
@@ -41,5 +42,8 @@ class FontEntries {
 
 // The numbers of an array; empty when it holds anything else.
 std::vector<double> numbersIn(const Object& array);
+
+// The matrix that an array of six numbers is.
+std::optional<Matrix> matrixIn(const Object& array);
 
 }  // namespace quillpress::level3

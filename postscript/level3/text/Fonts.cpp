@@ -12,7 +12,12 @@
 namespace quillpress::level3 {
 
 Fonts::Fonts(Interpreter& interpreter, Graphics& graphics)
-    : interpreter_(interpreter), graphics_(graphics), fontId_(interpreter.memory().name("FID")) {}
+    : interpreter_(interpreter),
+      graphics_(graphics),
+      fontId_(interpreter.memory().name("FID")),
+      fontType_(interpreter.memory().name("FontType")),
+      fontMatrix_(interpreter.memory().name("FontMatrix")),
+      encoding_(interpreter.memory().name("Encoding")) {}
 
 Fonts::~Fonts() = default;
 
@@ -21,7 +26,7 @@ Object Fonts::newFontId(const Matrix& matrix) {
   return Object::fontId(lastNumber_);
 }
 
-std::shared_ptr<Face> Fonts::faceOf(const Object& font) {
+const std::shared_ptr<Face>& Fonts::faceOf(const Object& font) {
   if (!font.isDictionary()) raise(ErrorName::kInvalidFont);
   const Object* const number = font.asDictionary()->find(fontId_);
   if (number == nullptr || !number->is(Type::kFontId)) raise(ErrorName::kInvalidFont);
@@ -32,8 +37,24 @@ std::shared_ptr<Face> Fonts::faceOf(const Object& font) {
   const auto substitution =
       glyphs.isNull() ? substitutions_.end() : substitutions_.find(glyphs.asDictionary());
   if (substitution != substitutions_.end()) substitution->second.isUsed = true;
-  faces_.emplace(number->asInteger(), face);
-  return face;
+  return faces_.emplace(number->asInteger(), std::move(face)).first->second;
+}
+
+bool Fonts::isComposite(const Object& font) const {
+  const Object* const type = font.asDictionary()->find(fontType_);
+  return type != nullptr && type->isInteger() && type->asInteger() == 0;
+}
+
+Matrix Fonts::matrixOf(const Object& font) const {
+  const Object* const entry = font.asDictionary()->find(fontMatrix_);
+  const std::optional<Matrix> matrix = entry == nullptr ? std::nullopt : matrixIn(*entry);
+  if (!matrix) raise(ErrorName::kInvalidFont);
+  return *matrix;
+}
+
+Object Fonts::encodingOf(const Object& font) const {
+  const Object* const encoding = font.asDictionary()->find(encoding_);
+  return encoding != nullptr && encoding->isArray() ? *encoding : Object();
 }
 
 std::shared_ptr<Face> Fonts::makeFace(const Object& font) {

@@ -32,9 +32,16 @@ class Fonts final : public Interpreter::Extension {
   // A number for a new font, whose FontMatrix is the one that all instances are measured by.
   Object newFontId(const Matrix& matrix);
   // Throws invalidfont when the dictionary is none that definefont has seen, or cannot be read.
-  std::shared_ptr<Face> faceOf(const Object& font);
+  const std::shared_ptr<Face>& faceOf(const Object& font);
   // The FontMatrix that the font was defined with.
   Matrix definedMatrix(const Object& font) const;
+
+  // Entries that every show asks for. REQUIRES: a dictionary, for all of them.
+  bool isComposite(const Object& font) const;
+  // Throws invalidfont.
+  Matrix matrixOf(const Object& font) const;
+  // A null object when it is no array.
+  Object encodingOf(const Object& font) const;
 
   // The program for a content, made when there is none yet.
   std::shared_ptr<OutlineProgram> program(const Fingerprint& content,
@@ -75,6 +82,9 @@ class Fonts final : public Interpreter::Extension {
   Graphics& graphics_;
   SystemFonts systemFonts_;
   Name* fontId_;
+  Name* fontType_;
+  Name* fontMatrix_;
+  Name* encoding_;
   std::int64_t lastNumber_ = 0;
   std::unordered_map<std::int64_t, Matrix> definitions_;
   std::unordered_map<std::int64_t, std::shared_ptr<Face>> faces_;

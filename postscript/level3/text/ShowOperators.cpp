@@ -17,13 +17,14 @@ namespace {
 void requireFont(Interpreter& interpreter) {
   const Object& font = stateOf(interpreter).font;
   if (font.isNull()) return;
-  const FontEntries entries(interpreter, font);
-  if (entries.integer("FontType", -1) != 0) fontsOf(interpreter).faceOf(font);
+  if (!font.isDictionary()) raise(ErrorName::kInvalidFont);
+  Fonts& fonts = fontsOf(interpreter);
+  if (!fonts.isComposite(font)) fonts.faceOf(font);
 }
 
 bool isComposite(Interpreter& interpreter) {
   const Object& font = stateOf(interpreter).font;
-  return !font.isNull() && FontEntries(interpreter, font).integer("FontType", -1) == 0;
+  return !font.isNull() && fontsOf(interpreter).isComposite(font);
 }
 
 // The bytes to show, while they are still an operand.

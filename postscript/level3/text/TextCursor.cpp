@@ -38,12 +38,13 @@ GlyphKey namedGlyph(Interpreter& interpreter, const Object& font, Name* name) {
 TextCursor::TextCursor(Interpreter& interpreter, const Object& font, std::string_view bytes)
     : interpreter_(interpreter), font_(font), bytes_(bytes) {
   if (font.isNull()) return;
-  const FontEntries entries(interpreter, font);
-  isComposite_ = entries.integer("FontType", -1) == 0;
-  matrix_ = entries.requireMatrix("FontMatrix");
+  if (!font.isDictionary()) raise(ErrorName::kInvalidFont);
+  Fonts& fonts = fontsOf(interpreter);
+  isComposite_ = fonts.isComposite(font);
+  matrix_ = fonts.matrixOf(font);
   if (isComposite_) return;
-  face_ = fontsOf(interpreter).faceOf(font);
-  encoding_ = entries.array("Encoding");
+  face_ = fonts.faceOf(font);
+  encoding_ = fonts.encodingOf(font);
 }
 
 std::uint32_t TextCursor::takeByte() {
@@ -59,7 +60,7 @@ bool TextCursor::next(TextCharacter& character) {
 
 bool TextCursor::nextSimple(TextCharacter& character) {
   character.font = font_;
-  character.face = face_;
+  if (character.face != face_) character.face = face_;  // counting it for every character takes time
   character.matrix = matrix_;
   character.code = takeByte();
   character.key = {nullptr, character.code};

@@ -19,12 +19,13 @@ constexpr double kDrawnSize = 2000;
 constexpr double kReach = 1000;
 constexpr int kNumberPlaces = 4;
 
-// Where the axes are neither turned nor slanted, the font of the PDF has the same matrix.
+// Where the axes are neither turned nor slanted, the font of the PDF has the same matrix. Always one that can
+// be inverted.
 Matrix fontMatrixOf(const Matrix& defined) {
-  const bool isPlain = defined.b == 0 && defined.c == 0 && defined.a != 0 && defined.d != 0;
-  if (isPlain) return {defined.a, 0, 0, defined.d, 0, 0};
+  const bool isPlain = defined.b == 0 && defined.c == 0;
   const double scale = defined.meanScale();
-  return scale > 0 && std::isfinite(scale) ? Matrix::scaling(scale, scale) : Matrix::scaling(0.001, 0.001);
+  const Matrix matrix = isPlain ? Matrix::scaling(defined.a, defined.d) : Matrix::scaling(scale, scale);
+  return matrix.inverse() ? matrix : Matrix::scaling(0.001, 0.001);
 }
 
 void appendOperand(std::string& text, double value) {
@@ -60,7 +61,7 @@ class RunScope {
 }  // namespace
 
 Type3Face::Type3Face(Fonts& fonts, const Object& font)
-    : fonts_(fonts), matrix_(fontMatrixOf(fonts.definedMatrix(font))) {
+    : fonts_(fonts), matrix_(fontMatrixOf(fonts.definedMatrix(font))), inverse_(*matrix_.inverse()) {
   const FontEntries entries(fonts.interpreter(), font);
   const Object* const byName = entries.find("BuildGlyph");
   const Object* const byCode = entries.find("BuildChar");
@@ -100,7 +101,7 @@ void Type3Face::draw(const Object& font, const GlyphKey& key, Drawn& drawn) {
   const double pixels = kDrawnSize;
   const Matrix toPixels = matrix_ * Matrix::scaling(pixels, pixels);
   run.fromDevice = *toPixels.inverse();
-  const Box reach = transformed(Box{-kReach, -kReach, kReach, kReach}, *matrix_.inverse());
+  const Box reach = transformed(Box{-kReach, -kReach, kReach, kReach}, inverse_);
   Captured captured;
   {
     const RunScope scope(fonts_, run);
@@ -139,7 +140,7 @@ void Type3Face::paint(FaceGlyph& glyph, const GlyphPlace& place) {
   text.font = glyph.slot.font;
   text.code = glyph.slot.code;
   text.width = glyph.width;
-  text.toDevice = *matrix_.inverse() * place.toDevice;
+  text.toDevice = inverse_ * place.toDevice;
   const GraphicsState& state = graphics.state();
   content->showGlyph(text, transformed(glyph.bounds, place.toDevice), *paint, state.clip, state.rare);
 }

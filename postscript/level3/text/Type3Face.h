@@ -1,6 +1,6 @@
 #pragma once
 
-#include <map>
+#include <unordered_map>
 
 #include "postscript/level3/text/Face.h"
 
@@ -27,6 +27,11 @@ class Type3Face final : public Face {
     bool isMask = false;
   };
   using Key = std::pair<Name*, std::uint32_t>;
+  struct KeyHash {
+    std::size_t operator()(const Key& key) const {
+      return std::hash<Name*>()(key.first) ^ std::hash<std::uint32_t>()(key.second);
+    }
+  };
 
   Key identityOf(const GlyphKey& key) const;
   void draw(const Object& font, const GlyphKey& key, Drawn& drawn);
@@ -35,8 +40,9 @@ class Type3Face final : public Face {
   Fonts& fonts_;
   Type3Program* program_;
   Matrix matrix_;
+  Matrix inverse_;
   bool hasGlyphProcedure_;
-  std::map<Key, Drawn> glyphs_;
+  std::unordered_map<Key, Drawn, KeyHash> glyphs_;
 };
 
 }  // namespace quillpress::level3

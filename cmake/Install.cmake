@@ -9,7 +9,7 @@ set(development COMPONENT development)
 set(program COMPONENT program)
 
 install(FILES include/quillpress/converter.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quillpress ${development})
-install(FILES LICENSE README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} ${program})
+install(FILES LICENSE README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/quillpress ${program})
 
 if(WIN32)
   # Only the library for Windows has the driver's functions, and a launcher to print with.

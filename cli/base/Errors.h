@@ -19,6 +19,11 @@ class PageError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// What a page or the document says of itself has no place in the archive that is asked for.
+class ArchiveError : public std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
 // The output, or the temporary file beside it, cannot be written.
 class OutputError : public std::runtime_error {
   using std::runtime_error::runtime_error;

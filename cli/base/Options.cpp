@@ -91,6 +91,13 @@ std::string asPdfVersion(const std::string& text) {
   refuse("--pdf-version: not a version from 1.4 to 1.7, or 2.0:", text);
 }
 
+ArchivePart asArchivePart(const std::string& text) {
+  if (text == "1b") return ArchivePart::k1b;
+  if (text == "2b") return ArchivePart::k2b;
+  if (text == "3b") return ArchivePart::k3b;
+  refuse("--pdfa: not a part of PDF/A, 1b, 2b or 3b:", text);
+}
+
 Permissions asPermissions(const std::string& text) {
   const std::optional<Permissions> permissions = parsePermissions(text);
   if (!permissions) refuse("--permissions: not a list of permissions:", text);
@@ -194,6 +201,18 @@ void checkEncryption(const CLI::App& app, Options& options) {
   }
 }
 
+// An archive says itself what it is, and nobody may be kept out.
+void checkArchive(const Options& options) {
+  if (options.archive == ArchivePart::kNone) {
+    if (!options.outputIntent.empty()) throw CLI::ValidationError("--output-intent wants --pdfa");
+    return;
+  }
+  if (options.encrypt) throw CLI::ValidationError("--pdfa and --encrypt: an archive is never encrypted");
+  if (!options.pdfVersion.empty())
+    throw CLI::ValidationError("--pdfa and --pdf-version: the part of PDF/A has its version");
+  if (options.dialect == Dialect::kDriver) throw CLI::ValidationError("--pdfa wants --dialect full");
+}
+
 void checkJobs(const Options& options) {
   if (options.jobs.empty() && options.batch.empty() && options.generated.empty())
     throw CLI::ValidationError("JOB is required");
@@ -221,6 +240,7 @@ std::optional<Options> parseOptions(int argc, const char* const* argv, ExitCode&
     checkJobs(options);
     chooseDialect(app, options);
     checkEncryption(app, options);
+    checkArchive(options);
     return options;
     // Help and version come as exceptions too.
   } catch (const CLI::Success& request) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/base/ArchivePart.h"
 #include "cli/base/Box.h"
 #include "cli/base/ExitCode.h"
 #include "cli/base/PageSelection.h"

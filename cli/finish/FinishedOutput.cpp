@@ -18,6 +18,11 @@ std::string firstName(const std::string& output) {
   return pattern ? pattern->nameOf(1) : output;
 }
 
+IntentProfile intentOf(const Options& options) {
+  if (options.archive == ArchivePart::kNone) return {};
+  return options.outputIntent.empty() ? standardIntent() : readIntent(options.outputIntent, options.archive);
+}
+
 // A file that has lost its name already, for reading and writing.
 std::FILE* openWaiting(const std::string& folder) {
   Descriptor descriptor = openNameless(folder);
@@ -34,7 +39,9 @@ std::FILE* openWaiting(const std::string& folder) {
 }  // namespace
 
 FinishedOutput::FinishedOutput(const Options& options)
-    : options_(options), target_(std::make_unique<AtomicOutput>(firstName(options.output))) {}
+    : options_(options),
+      intent_(intentOf(options)),
+      target_(std::make_unique<AtomicOutput>(firstName(options.output))) {}
 
 FinishedOutput::~FinishedOutput() {
   if (waiting_ != nullptr) std::fclose(waiting_);
@@ -50,9 +57,13 @@ void FinishedOutput::commit() {
   if (std::fflush(waiting) != 0 || std::ferror(waiting) != 0) {
     throw OutputError("cannot be written: the temporary file beside it: " + systemReason());
   }
-  PdfFinisher finisher(waiting, options_);
+  PdfFinisher finisher(waiting, options_, intent_);
   if (finisher.lacksPages()) {
     warn(jobName(options_.job), "not all of the pages that --pages names are there");
+    hasWarned_ = true;
+  }
+  if (finisher.replacesMetadata()) {
+    warn(jobName(options_.job), "the metadata packet of the job is replaced by the archive's");
     hasWarned_ = true;
   }
   const auto pattern = PagePattern::parse(options_.output);
@@ -74,7 +85,7 @@ void FinishedOutput::commit() {
 bool wantsFinishing(const Options& options) {
   return !options.pages.isEverything() || options.rotation != 0 || options.title || options.author ||
          options.subject || options.keywords || options.linearize || !options.pdfVersion.empty() ||
-         options.encrypt || PagePattern::parse(options.output);
+         options.encrypt || options.archive != ArchivePart::kNone || PagePattern::parse(options.output);
 }
 
 }  // namespace quillpress::cli

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "cli/archive/IntentProfile.h"
 #include "cli/base/Options.h"
 #include "cli/spool/Descriptor.h"
 #include "cli/spool/Output.h"
@@ -16,7 +17,8 @@ bool wantsFinishing(const Options& options);
 // name. REQUIRES: the options outlive it.
 class FinishedOutput final : public Output {
  public:
-  // Throws OutputError at once when nothing could be written to the options' output.
+  // Throws UsageError when no archive can be made for the intent that is asked for, OutputError at once when
+  // nothing could be written to the options' output.
   explicit FinishedOutput(const Options& options);
   ~FinishedOutput() override;
 
@@ -29,6 +31,7 @@ class FinishedOutput final : public Output {
 
  private:
   const Options& options_;
+  IntentProfile intent_;
   std::unique_ptr<Output> target_;
   std::FILE* waiting_ = nullptr;
   bool hasWarned_ = false;

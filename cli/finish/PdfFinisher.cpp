@@ -5,6 +5,7 @@
 #include <qpdf/QPDFWriter.hh>
 #include <set>
 
+#include "cli/archive/Archive.h"
 #include "cli/base/Errors.h"
 #include "cli/base/Messages.h"
 
@@ -17,6 +18,8 @@ void guarded(const std::function<void()>& work) {
   try {
     work();
   } catch (const UsageError&) {
+    throw;
+  } catch (const ArchiveError&) {
     throw;
   } catch (const OutputError&) {
     throw;
@@ -50,6 +53,12 @@ void setEncryption(QPDFWriter& writer, const Options& options) {
                                    kEncryptMetadata);
 }
 
+// Empty when the PDF may stay what it is.
+std::string versionOf(const Options& options) {
+  if (options.archive == ArchivePart::kNone) return options.pdfVersion;
+  return options.archive == ArchivePart::k1b ? "1.4" : "1.7";
+}
+
 // Object streams came with PDF 1.5.
 bool knowsObjectStreams(const std::string& version) {
   return version.empty() || version > "1.4";
@@ -60,9 +69,12 @@ void writeTo(QPDF& pdf, const Options& options, std::FILE* file) {
   writer.setOutputFile("the PDF", file, false);
   // Streams are as small as they get.
   writer.setStreamDataMode(qpdf_s_preserve);
-  writer.setObjectStreamMode(knowsObjectStreams(options.pdfVersion) ? qpdf_o_generate : qpdf_o_disable);
+  const std::string version = versionOf(options);
+  writer.setObjectStreamMode(knowsObjectStreams(version) ? qpdf_o_generate : qpdf_o_disable);
   writer.setLinearization(options.linearize);
-  if (!options.pdfVersion.empty()) writer.forcePDFVersion(options.pdfVersion);
+  if (!version.empty()) writer.forcePDFVersion(version);
+  // PDF/A wants a line's end there, counted or not.
+  writer.setNewlineBeforeEndstream(options.archive != ArchivePart::kNone);
   if (options.encrypt) {
     setEncryption(writer, options);
   } else {
@@ -74,13 +86,16 @@ void writeTo(QPDF& pdf, const Options& options, std::FILE* file) {
 
 }  // namespace
 
-PdfFinisher::PdfFinisher(std::FILE* source, const Options& options) : options_(options) {
+PdfFinisher::PdfFinisher(std::FILE* source, const Options& options, const IntentProfile& intent)
+    : options_(options), intent_(intent) {
   guarded([&] {
     std::rewind(source);
     pdf_.processFile("the PDF", source, false);
     if (!options_.pages.isEverything()) selectPages();
     if (options_.rotation != 0) rotatePages();
     setInformation();
+    // All of it, before the first page of several files is written.
+    if (options_.archive != ArchivePart::kNone) archive(pdf_);
     pageCount_ = pdf_.getAllPages().size();
   });
 }
@@ -137,6 +152,12 @@ void PdfFinisher::setInformation() {
   set("/Keywords", options_.keywords);
 }
 
+void PdfFinisher::archive(QPDF& pdf) {
+  Archive archive(pdf, options_.archive, intent_);
+  archive.make();
+  replacesMetadata_ = replacesMetadata_ || archive.replacesMetadata();
+}
+
 void PdfFinisher::write(std::FILE* file) {
   guarded([&] { writeTo(pdf_, options_, file); });
 }
@@ -148,6 +169,7 @@ void PdfFinisher::writePage(std::uint64_t page, std::FILE* file) {
     QPDFPageDocumentHelper(single).addPage(QPDFPageObjectHelper(pdf_.getAllPages()[page]), false);
     QPDFObjectHandle information = single.copyForeignObject(pdf_.getTrailer().getKey("/Info"));
     single.getTrailer().replaceKey("/Info", information);
+    if (options_.archive != ArchivePart::kNone) archive(single);
     writeTo(single, options_, file);
   });
 }

@@ -73,6 +73,8 @@ TaskResult runTask(const Options& options) {
     fail(result, ExitCode::kUsage, error.what());
   } catch (const InputError& error) {
     fail(result, ExitCode::kInput, jobName(options.job) + " " + error.what());
+  } catch (const ArchiveError& error) {
+    fail(result, ExitCode::kConversion, jobName(options.job) + ": " + error.what());
   } catch (const OutputError& error) {
     fail(result, ExitCode::kOutput, outputName(options.output) + " " + error.what());
   } catch (const std::bad_alloc&) {

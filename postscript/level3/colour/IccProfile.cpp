@@ -45,7 +45,8 @@ T required(T made) {
 Profile newProfile(cmsProfileClassSignature kind, cmsColorSpaceSignature space,
                    cmsColorSpaceSignature connection) {
   Profile profile = required(Profile(cmsCreateProfilePlaceholder(nullptr)));
-  cmsSetProfileVersion(profile.get(), 4.2);
+  // Understood by all programs, and the only one that PDF/A-1 takes.
+  cmsSetProfileVersion(profile.get(), 2.1);
   cmsSetDeviceClass(profile.get(), kind);
   cmsSetColorSpace(profile.get(), space);
   cmsSetPCS(profile.get(), connection);
@@ -98,7 +99,7 @@ cmsInt32Number sample(const cmsUInt16Number* in, cmsUInt16Number* out, void* car
   const cmsCIEXYZ xyz = adapted(colour, sampler.white);
   cmsCIELab lab;
   cmsXYZ2Lab(nullptr, &lab, &xyz);
-  cmsFloat2LabEncoded(out, &lab);
+  cmsFloat2LabEncodedV2(out, &lab);
   return 1;
 }
 

@@ -11,7 +11,7 @@ namespace quillpress::level3 {
 
 using Xyz = std::array<double, 3>;
 
-// Profiles of version 4 in memory, always the same for the same arguments.
+// Profiles of version 2 in memory, always the same for the same arguments.
 
 // One channel: `luminance` from black to white at even steps, 0 to 1.
 std::string grayProfile(std::span<const double> luminance);

@@ -114,6 +114,7 @@ void CffWriter::collectGlyphs() {
   for (const GlyphIndex glyph : request_.glyphs) addGlyph(glyph);
 }
 
+// When it is asked for it gets a place of its own besides: archives show no glyph of this name.
 void CffWriter::addNotdef() {
   OutputGlyph notdef;
   if (source_.notdef) {
@@ -124,7 +125,6 @@ void CffWriter::addNotdef() {
       // A subset begins with .notdef, and an empty one does.
       notdef = {};
     }
-    subset_.indices.emplace(*source_.notdef, std::uint16_t{0});
   }
   notdef.name = ".notdef";
   namesInUse_.insert(notdef.name);

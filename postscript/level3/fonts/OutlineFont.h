@@ -58,8 +58,8 @@ struct SubsetRequest {
 struct FontSubset {
   FontFileKind kind = FontFileKind::kType1C;
   std::string bytes;
-  // The place of each glyph asked for. One that cannot be read has place 0, as .notdef; in a CIDFontType0C it
-  // is empty, and the glyphs asked for have the places from 1 on, in their order.
+  // The place of each glyph asked for. One that cannot be read has place 0, where .notdef is; in a
+  // CIDFontType0C it is empty, and the glyphs asked for have the places from 1 on, in their order.
   std::unordered_map<GlyphIndex, std::uint16_t> indices;
   // The name that a glyph has in a Type1C subset, by its index there; for the names in /Differences. Names
   // are made unique. Empty for other kinds.

@@ -78,10 +78,11 @@ bool TrueTypeFont::isReadable(GlyphIndex glyph) const {
   }
 }
 
-// .notdef, the glyphs asked for that can be read, and the components of all of them.
+// .notdef, the glyphs asked for that can be read, and the components of all of them. Archives show no glyph
+// 0, so that it comes again when it is asked for.
 std::vector<GlyphIndex> TrueTypeFont::glyphsWithParts(const SubsetRequest& request) const {
   std::vector<GlyphIndex> glyphs{0};
-  std::set<GlyphIndex> seen{0};
+  std::set<GlyphIndex> seen;
   const auto include = [&](GlyphIndex glyph) {
     if (glyphs.size() < kMostGlyphs && seen.insert(glyph).second) glyphs.push_back(glyph);
   };
@@ -101,7 +102,9 @@ std::vector<GlyphIndex> TrueTypeFont::glyphsWithParts(const SubsetRequest& reque
 FontSubset TrueTypeFont::subset(const SubsetRequest& request) const {
   const std::vector<GlyphIndex> glyphs = glyphsWithParts(request);
   std::unordered_map<GlyphIndex, std::uint16_t> places;
-  for (std::size_t i = 0; i < glyphs.size(); ++i) places.emplace(glyphs[i], static_cast<std::uint16_t>(i));
+  for (std::size_t i = 0; i < glyphs.size(); ++i) {
+    places.insert_or_assign(glyphs[i], static_cast<std::uint16_t>(i));
+  }
 
   std::string outlines;
   std::string metrics;

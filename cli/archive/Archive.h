@@ -1,0 +1,53 @@
+#pragma once
+
+#include <qpdf/QPDF.hh>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "cli/archive/ContentScan.h"
+#include "cli/archive/IntentProfile.h"
+#include "cli/base/ArchivePart.h"
+
+namespace quillpress::cli {
+
+// Turns a PDF of ours into PDF/A before it is written. Done twice it is the same as done once.
+class Archive {
+ public:
+  // REQUIRES: the intent outlives the archive.
+  Archive(QPDF& pdf, ArchivePart part, const IntentProfile& intent)
+      : pdf_(pdf), part_(part), intent_(intent) {}
+
+  // Throws ArchiveError with the name of what cannot be kept.
+  void make();
+
+  // Whether the job had written a metadata packet, whose place the archive's own has taken.
+  [[nodiscard]] bool replacesMetadata() const { return replacesMetadata_; }
+
+ private:
+  void visitPages();
+  void visitTree(QPDFObjectHandle top);
+  void visit(QPDFObjectHandle value);
+  void visitDictionary(QPDFObjectHandle dictionary);
+  void visitAnnotations(QPDFObjectHandle annotations);
+  void readContents(QPDFObjectHandle page);
+  void noteInks(QPDFObjectHandle space);
+  void setDefaultSpaces();
+  void setDefaultSpace(const std::string& device, QPDFObjectHandle space);
+  void setIntent();
+  void setMetadata();
+
+  QPDF& pdf_;
+  ArchivePart part_;
+  const IntentProfile& intent_;
+  DeviceColours colours_;
+  std::set<QPDFObjGen> visited_;
+  // What is still to be visited below the present top.
+  std::vector<QPDFObjectHandle> waiting_;
+  std::vector<QPDFObjectHandle> resources_;
+  // Colour spaces of inks.
+  std::vector<QPDFObjectHandle> inks_;
+  bool replacesMetadata_ = false;
+};
+
+}  // namespace quillpress::cli

@@ -140,7 +140,9 @@ void CffWriter::addGlyph(GlyphIndex glyph) {
     OutputGlyph output = outputGlyph(glyph);
     // Whatever is too large for a charstring shows here already.
     type2Charstring(output.program, 0, 0);
-    output.name = uniqueName(source_.name ? source_.name(glyph) : "", place);
+    // Read as a blank, where nothing says better.
+    const bool isNotdef = glyph == source_.notdef;
+    output.name = uniqueName(isNotdef ? "space.notdef" : (source_.name ? source_.name(glyph) : ""), place);
     glyphs_.push_back(std::move(output));
     subset_.indices[glyph] = static_cast<std::uint16_t>(place);
   } catch (const FontError&) {

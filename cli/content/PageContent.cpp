@@ -19,8 +19,7 @@ constexpr std::size_t kPieceSize = 512UL * 1024;
 PageContent::PageContent(SpoolWorker& worker, const Deflater& deflater)
     : worker_(worker), deflater_(deflater), piece_("q\n") {}
 
-void PageContent::append(std::string_view converted) {
-  const std::string_view text = paths_.rewrite(converted);
+void PageContent::append(std::string_view text) {
   ContentScanner scanner(text);
   std::size_t taken = 0;
   while (taken < text.size()) {

@@ -6,7 +6,6 @@
 
 #include "cli/content/ContentScanner.h"
 #include "cli/content/ObjectUses.h"
-#include "cli/content/PathKeeper.h"
 #include "cli/spool/Deflater.h"
 #include "cli/spool/SpoolWorker.h"
 
@@ -20,9 +19,9 @@ class PageContent {
  public:
   PageContent(SpoolWorker& worker, const Deflater& deflater);
 
-  // REQUIRES: `converted` is what the converter returned, one or more whole operators. Throws PageError when
+  // REQUIRES: `text` is what the converter returned, one or more whole operators. Throws PageError when
   // it holds numbers that no PDF reader takes.
-  void append(std::string_view converted);
+  void append(std::string_view text);
 
   // Closes what the page left open. Nothing may be appended after it.
   void finish();
@@ -39,7 +38,6 @@ class PageContent {
 
   SpoolWorker& worker_;
   const Deflater& deflater_;  // used by the worker alone
-  PathKeeper paths_;
   std::string piece_;
   std::size_t openSaves_ = 1;  // the page's own q counts
   ObjectUseTracker tracker_;

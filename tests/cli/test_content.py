@@ -8,6 +8,19 @@ class ContentTest(support.CommandLineTest):
     def test_page_stands_between_a_save_and_a_restore(self):
         self.assertEqual(self.convert("%!\n1 setlinewidth\n").words(0), ["q", "1", "w", "Q"])
 
+    def test_content_passes_as_the_six_functions_return_it(self):
+        box = "0 0 moveto 9 0 lineto 9 9 lineto closepath"
+        for body in [
+            f"{box} gsave 0.5 setgray fill grestore stroke",
+            f"{box} gsave gsave clip grestore newpath 1 1 moveto 2 2 lineto stroke grestore eofill",
+            "gsave 2 2 scale 1 1 moveto 5 1 lineto 0.5 0.5 scale stroke grestore",
+            "10 20 moveto 30 40 lineto [0 -1 1 0 5 6] concat stroke",
+            "matrix currentmatrix 20 10 scale 0 0 1 0 90 arc setmatrix stroke",
+            "1 2 3 4 rectclip 2 1 8 [2 0 0 1 0 0] (f*) image [3 5] 0 setdash",
+        ]:
+            job = f"%!\n{body}\n"
+            self.assertEqual(self.convert(job).content(0), f"q\n{self.content(job)}Q\n")
+
     def test_open_saves_are_closed(self):
         words = self.convert("%!\ngsave gsave 1 setlinewidth gsave\n").words(0)
         self.assertEqual(words, "q q q 1 w q Q Q Q Q".split())

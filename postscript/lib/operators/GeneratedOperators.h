@@ -116,7 +116,8 @@ struct Steps<void (GeneratedOps::*)(Parameters...)> {
   using Operation = void (GeneratedOps::*)(Parameters...);
   using Holders = std::tuple<typename Operand<Parameters>::Holder...>;
 
-  static void run(Interpreter& interpreter, Operation operation) {
+  // Once for all operations with these parameters: inlined, it would be there 316 times.
+  [[gnu::noinline]] static void run(Interpreter& interpreter, Operation operation) {
     Holders operands;
     popAll(interpreter, operands, std::make_index_sequence<sizeof...(Parameters)>());
     call(interpreter, operation, operands, std::make_index_sequence<sizeof...(Parameters)>());

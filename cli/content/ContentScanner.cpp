@@ -14,7 +14,7 @@ namespace {
 // The bytes with which a mark can begin. Nearly all content text is numbers, which hold none of them.
 constexpr std::array<bool, 256> kMayBegin = [] {
   std::array<bool, 256> table{};
-  for (const char byte : {'q', 'Q', '/', 'B', 'c'}) table[static_cast<unsigned char>(byte)] = true;
+  for (const char byte : {'q', 'Q', '/', 'B'}) table[static_cast<unsigned char>(byte)] = true;
   return table;
 }();
 
@@ -44,15 +44,13 @@ bool ContentScanner::next(std::size_t limit, ContentMark& mark) {
 }
 
 bool ContentScanner::markAt(std::size_t at, ContentMark& mark) const {
-  // The byte may stand inside a name, as the c in /Dc.
+  // The byte may stand inside a name, as the q in /Seq.
   if (at > 0 && !isWhite(text_[at - 1])) return false;
   switch (text_[at]) {
     case 'q':
       return operatorAt(at, "q", ContentMark::Kind::kSave, mark);
     case 'Q':
       return operatorAt(at, "Q", ContentMark::Kind::kRestore, mark);
-    case 'c':
-      return operatorAt(at, "cm", ContentMark::Kind::kConcat, mark);
     case 'B':
       if (!operatorAt(at, "BI", ContentMark::Kind::kInlineImage, mark)) return false;
       // Nothing in the data may be taken for an operator.

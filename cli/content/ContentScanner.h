@@ -10,7 +10,6 @@ struct ContentMark {
   enum class Kind {
     kSave,         // q
     kRestore,      // Q
-    kConcat,       // cm
     kObject,       // the name of an image or pattern object
     kInlineImage,  // from BI to EI
   };
@@ -26,12 +25,10 @@ struct ContentMark {
 // outside inline images.
 class ContentScanner {
  public:
-  explicit ContentScanner(std::string_view text, std::size_t begin = 0) : text_(text), at_(begin) {}
+  explicit ContentScanner(std::string_view text) : text_(text) {}
 
-  // Finds the next mark that begins before `limit`; false, with the position there, when there is none.
+  // Finds the next mark that begins before `limit`; when there is none, the next search begins at `limit`.
   bool next(std::size_t limit, ContentMark& mark);
-
-  [[nodiscard]] std::size_t position() const { return at_; }
 
  private:
   bool markAt(std::size_t at, ContentMark& mark) const;

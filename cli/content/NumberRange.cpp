@@ -1,6 +1,5 @@
 #include "cli/content/NumberRange.h"
 
-#include <cmath>
 #include <string>
 
 #include "cli/base/Errors.h"
@@ -9,6 +8,10 @@
 namespace quillpress::cli {
 
 namespace {
+
+// PDF readers count in 64 bits, some in less; a number with more digits than this before its point is refused
+// by one or the other. A job gets such numbers by mistake only.
+constexpr std::size_t kMostDigits = 18;
 
 // The digits around offset `at`, which is one of them.
 std::string_view digitsAround(std::string_view text, std::size_t at) {
@@ -24,10 +27,6 @@ bool isFraction(std::string_view text, std::string_view digits) {
 }
 
 }  // namespace
-
-bool isReadable(double number) {
-  return std::isfinite(number) && std::abs(number) < std::pow(10.0, kMostDigits);
-}
 
 void checkNumbers(std::string_view content) {
   // Content is mostly numbers, all of them short. A long one covers one of these places wherever it begins,

@@ -1,25 +1,21 @@
 #include "cli/content/ObjectUses.h"
 
+#include "cli/content/ContentScanner.h"
+#include "cli/content/NumberRange.h"
+
 namespace quillpress::cli {
 
-void ObjectUseTracker::take(const ContentMark& mark, std::string_view text) {
-  switch (mark.kind) {
-    case ContentMark::Kind::kSave:
-      matrix_.save();
-      break;
-    case ContentMark::Kind::kRestore:
-      matrix_.restore();
-      break;
-    case ContentMark::Kind::kConcat:
-      if (const auto matrix = matrixBefore(text, mark.begin)) matrix_.concat(*matrix);
-      break;
-    case ContentMark::Kind::kObject:
-      // The first place counts: a pattern has one matrix in a PDF file, wherever else it is selected.
-      uses_.try_emplace(mark.number, matrix_.current());
-      break;
-    case ContentMark::Kind::kInlineImage:
-      break;
+ObjectUses checkedObjectUses(std::string_view content) {
+  ObjectUses uses;
+  std::size_t checked = 0;  // what stands before it holds no such numbers
+  ContentScanner scanner(content);
+  for (ContentMark mark{}; scanner.next(content.size(), mark);) {
+    checkNumbers(content.substr(checked, mark.begin - checked));
+    checked = mark.end;
+    if (mark.kind == ContentMark::Kind::kObject) uses.insert(mark.number);
   }
+  checkNumbers(content.substr(checked));
+  return uses;
 }
 
 }  // namespace quillpress::cli

@@ -1,27 +1,15 @@
 #pragma once
 
-#include <map>
-
-#include "cli/content/ContentScanner.h"
-#include "cli/content/Matrix.h"
+#include <set>
+#include <string_view>
 
 namespace quillpress::cli {
 
-// Numbers of the images and patterns that a content stream names, each with the transformation matrix at the
-// place where it is named first.
-using ObjectUses = std::map<unsigned, Matrix>;
+// Numbers of the images and patterns that content text names.
+using ObjectUses = std::set<unsigned>;
 
-// Follows the graphics state of a content stream from mark to mark as far as objects depend on it.
-class ObjectUseTracker {
- public:
-  // `text` is the one in which the mark was found.
-  void take(const ContentMark& mark, std::string_view text);
-
-  [[nodiscard]] const ObjectUses& uses() const { return uses_; }
-
- private:
-  MatrixStack matrix_;
-  ObjectUses uses_;
-};
+// Those that `content` names, text of whole operators. Throws PageError when it holds numbers that no PDF
+// reader takes.
+ObjectUses checkedObjectUses(std::string_view content);
 
 }  // namespace quillpress::cli

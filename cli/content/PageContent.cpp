@@ -28,7 +28,6 @@ void PageContent::append(std::string_view text) {
     // Up to the cut only, so that pieces end in the same places however the content has come.
     if (scanner.next(cut, mark)) {
       appendChecked(text.substr(taken, mark.begin - taken));
-      tracker_.take(mark, text);
       take(mark, text.substr(mark.begin, mark.end - mark.begin));
       taken = mark.end;
     } else {
@@ -55,6 +54,7 @@ std::size_t PageContent::nextCut(std::string_view text, std::size_t from) const 
 }
 
 void PageContent::take(const ContentMark& mark, std::string_view text) {
+  if (mark.kind == ContentMark::Kind::kObject) objects_.insert(mark.number);
   if (mark.kind == ContentMark::Kind::kSave) ++openSaves_;
   if (mark.kind == ContentMark::Kind::kRestore) {
     // A restore too many gives the job a fresh graphics state, which is the one that the page began with.

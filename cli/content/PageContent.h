@@ -28,7 +28,7 @@ class PageContent {
 
   [[nodiscard]] const std::vector<SpoolWorker::Ticket>& pieces() const { return pieces_; }
 
-  [[nodiscard]] const ObjectUses& objects() const { return tracker_.uses(); }
+  [[nodiscard]] const ObjectUses& objects() const { return objects_; }
 
  private:
   [[nodiscard]] std::size_t nextCut(std::string_view text, std::size_t from) const;
@@ -40,7 +40,7 @@ class PageContent {
   const Deflater& deflater_;  // used by the worker alone
   std::string piece_;
   std::size_t openSaves_ = 1;  // the page's own q counts
-  ObjectUseTracker tracker_;
+  ObjectUses objects_;
   std::vector<SpoolWorker::Ticket> pieces_;
 };
 

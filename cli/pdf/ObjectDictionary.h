@@ -5,8 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "cli/content/Matrix.h"
-
 namespace quillpress::cli {
 
 // The text of an object's record is no dictionary.
@@ -18,13 +16,7 @@ class BrokenDictionary : public std::runtime_error {
 // among them.
 void checkRecord(std::string_view text);
 
-// The stream dictionary of an image from the text of its record. Throws BrokenDictionary.
-QPDFObjectHandle imageDictionary(const std::string& text);
-
-// The stream dictionary of a pattern from the text of its record, with what PDF requires and a job may have
-// left out. The record's matrix leads to the user space in which the pattern is selected; PDF wants the space
-// in which the page begins, to which `place` leads from there. Throws BrokenDictionary, and PageError when
-// the matrix is out of range.
-QPDFObjectHandle patternDictionary(std::string text, const Matrix& place);
+// The stream dictionary of an image or a pattern from the text of its record. Throws BrokenDictionary.
+QPDFObjectHandle streamDictionary(const std::string& text);
 
 }  // namespace quillpress::cli

@@ -21,14 +21,14 @@ std::string filterText(QPDFObjectHandle dictionary) {
 }
 
 std::string imageText(const std::string& text) {
-  const QPDFObjectHandle dictionary = imageDictionary(text);
+  const QPDFObjectHandle dictionary = streamDictionary(text);
   return valueText(dictionary, "/Width") + " x " + valueText(dictionary, "/Height") + ", " +
          valueText(dictionary, "/BitsPerComponent") + " bits, " + valueText(dictionary, "/ColorSpace") +
          filterText(dictionary);
 }
 
 std::string patternText(const std::string& text) {
-  const QPDFObjectHandle dictionary = patternDictionary(text, Matrix());
+  const QPDFObjectHandle dictionary = streamDictionary(text);
   return "cell " + valueText(dictionary, "/BBox") + ", steps " + valueText(dictionary, "/XStep") + " and " +
          valueText(dictionary, "/YStep");
 }

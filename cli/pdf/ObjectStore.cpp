@@ -4,7 +4,6 @@
 
 #include "cli/base/Errors.h"
 #include "cli/base/Messages.h"
-#include "cli/content/PatternContent.h"
 #include "cli/pdf/ImageEncoding.h"
 #include "cli/pdf/ObjectDictionary.h"
 #include "cli/spool/DeflateTask.h"
@@ -30,7 +29,7 @@ std::string_view dataOf(const PdfObject& object) {
 }  // namespace
 
 void ObjectStore::keep(const ObjectUses& uses, std::span<const PdfObject* const> list) {
-  for (const auto& [number, place] : uses) {
+  for (const unsigned number : uses) {
     // A name without an object is passed over, as PDF readers do.
     const PdfObject* const source = findObject(number, list);
     if (source == nullptr || has(number)) continue;
@@ -40,7 +39,7 @@ void ObjectStore::keep(const ObjectUses& uses, std::span<const PdfObject* const>
     try {
       checkRecord(dictionaryOf(*source));
       if (object.isPattern) {
-        keepPattern(object, *source, place);
+        keepPattern(object, *source);
       } else {
         keepImage(object, *source);
       }
@@ -57,7 +56,7 @@ void ObjectStore::keep(const ObjectUses& uses, std::span<const PdfObject* const>
 }
 
 void ObjectStore::keepImage(StoredObject& object, const PdfObject& source) {
-  object.dictionary = imageDictionary(dictionaryOf(source));
+  object.dictionary = streamDictionary(dictionaryOf(source));
   const std::string_view data = dataOf(source);
   if (source.compress == 1) {
     // The samples stay with the converter; the task only borrows them.
@@ -70,12 +69,12 @@ void ObjectStore::keepImage(StoredObject& object, const PdfObject& source) {
   }
 }
 
-void ObjectStore::keepPattern(StoredObject& object, const PdfObject& source, const Matrix& place) {
-  object.dictionary = patternDictionary(dictionaryOf(source), place);
+void ObjectStore::keepPattern(StoredObject& object, const PdfObject& source) {
+  object.dictionary = streamDictionary(dictionaryOf(source));
   object.dictionary.replaceKey("/Filter", QPDFObjectHandle::newName("/FlateDecode"));
-  PatternContent content = readPatternContent(dataOf(source));
-  object.objects = std::move(content.objects);
-  object.data = worker_.submit(deflateTask(deflater_, std::move(content.text)));
+  const std::string_view content = dataOf(source);
+  object.objects = checkedObjectUses(content);
+  object.data = worker_.submit(deflateTask(deflater_, std::string(content)));
 }
 
 }  // namespace quillpress::cli

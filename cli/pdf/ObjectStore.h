@@ -5,7 +5,6 @@
 #include <span>
 #include <string>
 
-#include "cli/content/Matrix.h"
 #include "cli/content/ObjectUses.h"
 #include "cli/spool/Deflater.h"
 #include "cli/spool/SpoolWorker.h"
@@ -42,7 +41,7 @@ class ObjectStore {
 
  private:
   void keepImage(StoredObject& object, const PdfObject& source);
-  void keepPattern(StoredObject& object, const PdfObject& source, const Matrix& place);
+  void keepPattern(StoredObject& object, const PdfObject& source);
 
   SpoolWorker& worker_;
   const Deflater& deflater_;

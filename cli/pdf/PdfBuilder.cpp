@@ -13,12 +13,6 @@ QPDFObjectHandle numberObject(double value) {
   return QPDFObjectHandle::newReal(text);
 }
 
-std::vector<unsigned> numbersOf(const ObjectUses& uses) {
-  std::vector<unsigned> numbers;
-  for (const auto& [number, place] : uses) numbers.push_back(number);
-  return numbers;
-}
-
 }  // namespace
 
 PdfBuilder::PdfBuilder(const Document& document, const Spool& spool)
@@ -51,7 +45,8 @@ void PdfBuilder::addObjects(const ObjectStore& store) {
   }
   for (const auto& [number, object] : store.objects()) {
     if (!object.isPattern || object.isBroken) continue;
-    objects_[number].stream.getDict().replaceKey("/Resources", resourcesFor(numbersOf(object.objects)));
+    objects_[number].stream.getDict().replaceKey(
+        "/Resources", resourcesFor({object.objects.begin(), object.objects.end()}));
   }
 }
 

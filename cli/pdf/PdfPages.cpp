@@ -18,16 +18,15 @@ void PdfPages::endPage(const std::optional<Box>& box, Converter& converter) {
   content_->finish();
   // Before the page counts as one: its objects may be the reason to drop it.
   keepObjects(converter);
-  DocumentPage page{box, content_->pieces(), {}};
-  for (const auto& [number, place] : content_->objects()) page.objects.push_back(number);
-  document_.pages.push_back(std::move(page));
+  const ObjectUses& uses = content_->objects();
+  document_.pages.push_back({box, content_->pieces(), {uses.begin(), uses.end()}});
   content_.reset();
 }
 
 // Asks for the converter's list only when there is something new in it: it is made anew each time.
 void PdfPages::keepObjects(Converter& converter) {
   const ObjectUses& uses = content_->objects();
-  const auto isNew = [this](const auto& use) { return !store_.has(use.first); };
+  const auto isNew = [this](unsigned number) { return !store_.has(number); };
   if (std::any_of(uses.begin(), uses.end(), isNew)) store_.keep(uses, converter.objects());
 }
 

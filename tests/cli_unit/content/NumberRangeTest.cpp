@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <string>
 
 #include "cli/base/Errors.h"
@@ -8,15 +7,6 @@
 
 namespace quillpress::cli {
 namespace {
-
-TEST(NumberRangeTest, EighteenDigitsAreReadable) {
-  EXPECT_TRUE(isReadable(0));
-  EXPECT_TRUE(isReadable(-9.9e17));
-  EXPECT_FALSE(isReadable(1e18));
-  EXPECT_FALSE(isReadable(-1e300));
-  EXPECT_FALSE(isReadable(INFINITY));
-  EXPECT_FALSE(isReadable(NAN));
-}
 
 TEST(NumberRangeTest, UsualContentPasses) {
   EXPECT_NO_THROW(checkNumbers(""));

@@ -1,29 +1,27 @@
 #include <gtest/gtest.h>
 
+#include <string>
+
+#include "cli/base/Errors.h"
 #include "cli/content/ObjectUses.h"
 
 namespace quillpress::cli {
 namespace {
 
-ObjectUses usesOf(std::string_view text) {
-  ObjectUseTracker tracker;
-  ContentScanner scanner(text);
-  for (ContentMark mark{}; scanner.next(text.size(), mark);) tracker.take(mark, text);
-  return tracker.uses();
-}
-
 TEST(ObjectUsesTest, EachObjectIsListedOnce) {
-  EXPECT_EQ(usesOf("/PSI1 Do /PSI2 Do /PSI1 Do").size(), 2U);
-  EXPECT_TRUE(usesOf("1 w").empty());
+  EXPECT_EQ(checkedObjectUses("/PSI1 Do q /PA4 scn Q /PSI1 Do"), (ObjectUses{1, 4}));
+  EXPECT_EQ(checkedObjectUses("1 w"), ObjectUses{});
+  EXPECT_EQ(checkedObjectUses(""), ObjectUses{});
 }
 
-TEST(ObjectUsesTest, TheMatrixOfTheFirstUseCounts) {
-  const ObjectUses uses = usesOf("q 2 0 0 2 0 0 cm 1 0 0 1 5 5 cm /PA1 scn Q /PA1 scn");
-  EXPECT_EQ(uses.at(1), (Matrix{2, 0, 0, 2, 10, 10}));
+TEST(ObjectUsesTest, NumbersOutOfRangeAreRefused) {
+  EXPECT_THROW(checkedObjectUses("q 10000000000000000000 w Q\n"), PageError);
+  EXPECT_THROW(checkedObjectUses("q Q 10000000000000000000 w\n"), PageError);
 }
 
-TEST(ObjectUsesTest, RestoreBringsTheMatrixBack) {
-  EXPECT_EQ(usesOf("q 2 0 0 2 0 0 cm Q /PA1 scn").at(1), Matrix());
+TEST(ObjectUsesTest, DataOfImagesAreNeitherNumbersNorNames) {
+  const std::string image = "BI\n/W 24 /H 1 /BPC 8 /CS /G\nID\n /PSI1 11111111111111111\nEI\n";
+  EXPECT_EQ(checkedObjectUses(image + "/PSI2 Do"), ObjectUses{2});
 }
 
 }  // namespace

@@ -52,6 +52,11 @@ TEST_F(PageContentTest, APageStandsBetweenASaveAndARestore) {
   EXPECT_EQ(streamOf(""), "q\nQ\n");
 }
 
+TEST_F(PageContentTest, PathsStayWhereTheyAre) {
+  const std::string text = "0 0 m 9 9 l q 2 0 0 2 0 0 cm f Q S\n";
+  EXPECT_EQ(streamOf(text), "q\n" + text + "Q\n");
+}
+
 TEST_F(PageContentTest, WhatIsLeftOpenIsClosed) {
   EXPECT_EQ(streamOf("q q 1 w "), "q\nq q 1 w Q\nQ\nQ\n");
 }
@@ -89,10 +94,9 @@ TEST_F(PageContentTest, ObjectsAreCollected) {
   const Deflater deflater;
   SpoolWorker worker(spool_);
   PageContent content(worker, deflater);
-  content.append("q 2 0 0 2 0 0 cm /PSI7 Do Q ");
-  content.append("/PSI8 Do ");
-  ASSERT_EQ(content.objects().size(), 2U);
-  EXPECT_EQ(content.objects().at(7), (Matrix{2, 0, 0, 2, 0, 0}));
+  content.append("q 2 0 0 2 0 0 cm /PSI7 Do Q /PSI7 Do ");
+  content.append("/PA8 scn ");
+  EXPECT_EQ(content.objects(), (ObjectUses{7, 8}));
 }
 
 }  // namespace

@@ -24,6 +24,12 @@ TEST(ObjectListTest, APatternHasALine) {
   EXPECT_EQ(listed(records, nullptr), "/PA1 pattern: cell [ 0 0 8 8 ], steps 8 and 8, 3 bytes\n");
 }
 
+TEST(ObjectListTest, WhatAPatternLacksIsUnknown) {
+  Records records;
+  records.addPattern("/BBox [0 0 8 8] /XStep 8", "1 w");
+  EXPECT_EQ(listed(records, nullptr), "/PA1 pattern: cell [ 0 0 8 8 ], steps 8 and ?, 3 bytes\n");
+}
+
 TEST(ObjectListTest, PagesAreCounted) {
   Records records;
   records.addImage(kGrayImage, "a");

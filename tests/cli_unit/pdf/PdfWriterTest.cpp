@@ -85,7 +85,7 @@ TEST_F(PdfWriterTest, PagesNameWhatTheyDrawAndShareIt) {
   Records records;
   records.addImage(kGrayImage, "abcd");
   records.addPattern(kCell, "q /PSI1 Do Q ");
-  store_.keep({{2, Matrix()}}, records.list());
+  store_.keep({2}, records.list());
   addPage("/PSI1 Do", {1});
   addPage("/PA2 scn", {2});
   written();
@@ -96,6 +96,15 @@ TEST_F(PdfWriterTest, PagesNameWhatTheyDrawAndShareIt) {
   auto inner = pattern.getDict().getKey("/Resources").getKey("/XObject").getKey("/PSI1");
   EXPECT_EQ(inner.getObjGen(), image.getObjGen());
   EXPECT_FALSE(page(0).getKey("/Resources").hasKey("/Pattern"));
+}
+
+TEST_F(PdfWriterTest, APatternIsWrittenAsItWasCaptured) {
+  Records records;
+  records.addPattern(kCell, "Q 1 w q q ");
+  store_.keep({1}, records.list());
+  addPage("/PA1 scn", {1});
+  written();
+  EXPECT_EQ(textOf(page(0).getKey("/Resources").getKey("/Pattern").getKey("/PA1")), "Q 1 w q q ");
 }
 
 TEST_F(PdfWriterTest, ObjectsThatNobodyHasAreLeftOut) {

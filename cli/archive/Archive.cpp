@@ -85,6 +85,7 @@ void Archive::make() {
     if (QPDFObjectHandle information = pdf_.getTrailer().getKey("/Info"); information.isDictionary())
       visitTree(information);
     setDefaultSpaces();
+    inks_.complete(pdf_, part_);
     setIntent();
     setMetadata();
   } catch (const ArchiveError& error) {
@@ -97,11 +98,28 @@ void Archive::visitPages() {
   for (const QPDFObjectHandle& page : pdf_.getAllPages()) {
     ++number;
     try {
+      checkSize(page);
       readContents(page);
       visitTree(page);
     } catch (const ArchiveError& error) {
       throw ArchiveError("page " + std::to_string(number) + ": " + error.what());
     }
+  }
+}
+
+// A unit of its own would let pages be larger, and is no part of PDF/A-1.
+void Archive::checkSize(QPDFObjectHandle page) const {
+  constexpr double kLeast = 3;
+  constexpr double kMost = 14400;
+  for (const char* const key : {"/MediaBox", "/CropBox"}) {
+    QPDFObjectHandle box = page.getKey(key);
+    if (!box.isRectangle()) continue;
+    const QPDFObjectHandle::Rectangle area = box.getArrayAsRectangle();
+    const double width = area.urx - area.llx;
+    const double height = area.ury - area.lly;
+    const bool isTooSmall = part_ != ArchivePart::k1b && (width < kLeast || height < kLeast);
+    if (isTooSmall || width > kMost || height > kMost)
+      throw ArchiveError(std::string("a page that is too ") + (isTooSmall ? "small" : "large"));
   }
 }
 
@@ -125,7 +143,7 @@ void Archive::visit(QPDFObjectHandle value) {
   if (value.isName()) colours_.use(value.getName());
   if (value.isArray()) {
     checkColourSpace(value, part_);
-    noteInks(value);
+    inks_.add(value);
     for (const QPDFObjectHandle& item : value.aitems()) {
       // Other pages have their turn, so that what is wrong with them is told with their number.
       if (!isPage(item)) waiting_.push_back(item);
@@ -133,19 +151,12 @@ void Archive::visit(QPDFObjectHandle value) {
   }
   if (value.isDictionary()) visitDictionary(value);
   if (!value.isStream()) return;
+  if (value.getDict().hasKey("/F")) throw ArchiveError("data in another file");
   visitDictionary(value.getDict());
   QPDFObjectHandle entries = value.getDict();
   const bool isDrawn =
       entries.getKey("/Subtype").isNameAndEquals("/Form") || entries.getKey("/PatternType").isInteger();
   if (isDrawn) ContentScan(part_, colours_).read(value);
-}
-
-// What stands in for an ink is looked at on its own by some programs, without the page's resources.
-void Archive::noteInks(QPDFObjectHandle space) {
-  if (space.getArrayNItems() < 4) return;
-  const bool isInk = space.getArrayItem(0).isNameAndEquals("/Separation") ||
-                     space.getArrayItem(0).isNameAndEquals("/DeviceN");
-  if (isInk && space.getArrayItem(2).isName()) inks_.push_back(space);
 }
 
 void Archive::visitDictionary(QPDFObjectHandle dictionary) {
@@ -184,9 +195,7 @@ void Archive::setDefaultSpace(const std::string& device, QPDFObjectHandle space)
       resources.replaceKey("/ColorSpace", QPDFObjectHandle::newDictionary());
     resources.getKey("/ColorSpace").replaceKey("/Default" + device, space);
   }
-  for (QPDFObjectHandle& ink : inks_) {
-    if (ink.getArrayItem(2).isNameAndEquals("/Device" + device)) ink.setArrayItem(2, space);
-  }
+  inks_.replaceDevice("/Device" + device, space);
 }
 
 void Archive::setIntent() {

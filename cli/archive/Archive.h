@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cli/archive/ContentScan.h"
+#include "cli/archive/Inks.h"
 #include "cli/archive/IntentProfile.h"
 #include "cli/base/ArchivePart.h"
 
@@ -30,8 +31,8 @@ class Archive {
   void visit(QPDFObjectHandle value);
   void visitDictionary(QPDFObjectHandle dictionary);
   void visitAnnotations(QPDFObjectHandle annotations);
+  void checkSize(QPDFObjectHandle page) const;
   void readContents(QPDFObjectHandle page);
-  void noteInks(QPDFObjectHandle space);
   void setDefaultSpaces();
   void setDefaultSpace(const std::string& device, QPDFObjectHandle space);
   void setIntent();
@@ -45,8 +46,7 @@ class Archive {
   // What is still to be visited below the present top.
   std::vector<QPDFObjectHandle> waiting_;
   std::vector<QPDFObjectHandle> resources_;
-  // Colour spaces of inks.
-  std::vector<QPDFObjectHandle> inks_;
+  Inks inks_;
   bool replacesMetadata_ = false;
 };
 

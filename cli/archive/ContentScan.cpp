@@ -33,7 +33,7 @@ void ContentScan::handleToken(const QPDFTokenizer::Token& token) {
     case QPDFTokenizer::tt_real:
       return handleReal(token);
     case QPDFTokenizer::tt_integer:
-      checkInteger(std::stoll(token.getValue()));
+      checkInteger(token.getValue());
       break;
     case QPDFTokenizer::tt_string:
       checkString(token.getValue(), part_);

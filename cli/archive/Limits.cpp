@@ -18,8 +18,9 @@ void checkString(const std::string& bytes, ArchivePart part) {
   if (bytes.size() > longest) throw ArchiveError("a string of " + std::to_string(bytes.size()) + " bytes");
 }
 
-void checkInteger(long long value) {
-  if (!isInteger(static_cast<double>(value))) throw ArchiveError("the number " + std::to_string(value));
+void checkInteger(const std::string& digits) {
+  // Also when no integer of ours holds it.
+  if (!isInteger(std::stod(digits))) throw ArchiveError("the number " + digits);
 }
 
 bool isInteger(double whole) {
@@ -42,7 +43,7 @@ void checkLimits(QPDFObjectHandle value, ArchivePart part) {
   } else if (value.isString()) {
     checkString(value.getStringValue(), part);
   } else if (value.isInteger()) {
-    checkInteger(value.getIntValue());
+    checkInteger(std::to_string(value.getIntValue()));
   } else if (value.isReal() && isTooLarge(value.getNumericValue(), part)) {
     throw ArchiveError("the number " + value.getRealValue());
   } else if (part == ArchivePart::k1b && value.isArray() && value.getArrayNItems() > kLongestArray) {

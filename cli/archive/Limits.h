@@ -12,7 +12,7 @@ namespace quillpress::cli {
 // Names are as they stand in a file, decoded, with their slash.
 void checkName(const std::string& name);
 void checkString(const std::string& bytes, ArchivePart part);
-void checkInteger(long long value);
+void checkInteger(const std::string& digits);
 
 [[nodiscard]] bool isInteger(double whole);
 // Whether a number with a fraction is beyond what the part has room for.

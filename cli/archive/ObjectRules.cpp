@@ -59,6 +59,9 @@ void tidyDictionary(QPDFObjectHandle dictionary, ArchivePart part) {
   }
   for (const char* const key : {"/A", "/OpenAction", "/Next"}) checkAction(dictionary.getKey(key));
   if (part == ArchivePart::k1b) checkTransparency(dictionary);
+  if (dictionary.getKey("/Subtype").isNameAndEquals("/PS") ||
+      dictionary.getKey("/Subtype2").isNameAndEquals("/PS"))
+    throw ArchiveError("PostScript within the PDF");
   if (namesFilter(dictionary.getKey("/Filter"), "/LZWDecode")) throw ArchiveError("data packed by LZW");
   if (namesFilter(dictionary.getKey("/Filter"), "/Crypt")) throw ArchiveError("encrypted data");
   // Asks viewers to smooth the picture, each in its way.

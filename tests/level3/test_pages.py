@@ -17,15 +17,10 @@ import subprocess
 import sys
 import tempfile
 
+from comparison import LIMIT, by_ghostscript, differences, run
+
 PAGES = pathlib.Path(__file__).parent / "pages"
 CLI = os.environ["QUILLPRESS_CLI"]
-COMPARE = os.environ["QUILLPRESS_COMPARE"]
-LIMIT = 0.005
-SECONDS = 60
-
-
-def run(*command):
-    return subprocess.run(command, capture_output=True, timeout=SECONDS, check=False)
 
 
 def converted(job, folder):
@@ -35,28 +30,6 @@ def converted(job, folder):
     if result.returncode not in (0, 5):
         raise AssertionError(f"exit code {result.returncode}: {result.stderr.decode(errors='replace').strip()}")
     return pdf
-
-
-def by_ghostscript(job, folder):
-    pdf = folder / "theirs.pdf"
-    crop = ["-dEPSCrop"] if job.suffix == ".eps" else []
-    result = run("gs", "-q", "-dBATCH", "-dNOPAUSE", "-dSAFER", "-sDEVICE=pdfwrite", *crop, f"-sOutputFile={pdf}", str(job))
-    if result.returncode != 0:
-        raise AssertionError("Ghostscript fails: " + result.stdout.decode(errors="replace")[:200])
-    return pdf
-
-
-def rendered(pdf):
-    """The pages as files of pixels, in order."""
-    run("pdftoppm", "-r", "60", str(pdf), str(pdf.with_suffix("")))
-    return sorted(pdf.parent.glob(pdf.stem + "-*.ppm"))
-
-
-def difference(ours, theirs):
-    result = run(COMPARE, str(ours), str(theirs))
-    if result.returncode != 0:
-        raise AssertionError(result.stderr.decode().strip())
-    return float(result.stdout)
 
 
 def check_objects(job, pdf):
@@ -81,11 +54,9 @@ def examine(job):
             if check.returncode != 0:
                 return "unsound: " + check.stdout.decode(errors="replace").strip()[-300:], worst
             check_objects(job, ours)
-            our_pages, their_pages = rendered(ours), rendered(by_ghostscript(job, folder))
-            if len(our_pages) != len(their_pages):
-                return f"{len(our_pages)} pages, not {len(their_pages)}", worst
-            for number, (mine, other) in enumerate(zip(our_pages, their_pages), 1):
-                worst = max(worst, difference(mine, other))
+            crop = ["-dEPSCrop"] if job.suffix == ".eps" else []
+            for number, off in enumerate(differences(ours, by_ghostscript(job, folder, *crop)), 1):
+                worst = max(worst, off)
                 if worst > LIMIT:
                     return f"page {number} differs by {worst:.2%}", worst
     except (AssertionError, subprocess.TimeoutExpired) as problem:

@@ -15,26 +15,17 @@ import subprocess
 import sys
 import tempfile
 
+sys.path.insert(1, str(pathlib.Path(__file__).resolve().parents[1]))
+
 import cases_of_composite_fonts
 import cases_of_drivers
 import cases_of_formats
 import cases_of_meaning
 import cases_of_operators
+from comparison import LIMIT, by_ghostscript, differences, require, run
 
 CLI = os.environ["QUILLPRESS_CLI"]
-COMPARE = os.environ["QUILLPRESS_COMPARE"]
-LIMIT = 0.005
-SECONDS = 60
 MODULES = [cases_of_formats, cases_of_composite_fonts, cases_of_operators, cases_of_meaning, cases_of_drivers]
-
-
-def run(*command):
-    return subprocess.run(command, capture_output=True, timeout=SECONDS, check=False)
-
-
-def require(condition, message):
-    if not condition:
-        raise AssertionError(message)
 
 
 def converted(case, job, folder):
@@ -44,14 +35,6 @@ def converted(case, job, folder):
     said = result.stderr.decode(errors="replace").strip()
     require(result.returncode in (0, 5), f"exit code {result.returncode}: {said}")
     require(case.warning in said, f"no warning of {case.warning!r}: {said!r}")
-    return pdf
-
-
-def by_ghostscript(job, folder):
-    pdf = folder / "theirs.pdf"
-    result = run("gs", "-q", "-dBATCH", "-dNOPAUSE", "-dSAFER", "-sDEVICE=pdfwrite", "-dAutoRotatePages=/None",
-                 f"-sOutputFile={pdf}", str(job))
-    require(result.returncode == 0, "Ghostscript fails: " + result.stdout.decode(errors="replace")[:200])
     return pdf
 
 
@@ -78,21 +61,6 @@ def check_words(case, pdf):
     require(case.words is None or found == case.words.split(), f"the words are {' '.join(found)!r}, not {case.words!r}")
 
 
-def difference(ours, theirs):
-    """Of two PDFs, the page that differs most."""
-    pictures = []
-    for pdf in (ours, theirs):
-        run("pdftoppm", "-r", "60", str(pdf), str(pdf.with_suffix("")))
-        pictures.append(sorted(pdf.parent.glob(pdf.stem + "-*.ppm")))
-    require(len(pictures[0]) == len(pictures[1]), f"{len(pictures[0])} pages, not {len(pictures[1])}")
-    worst = 0.0
-    for mine, other in zip(*pictures):
-        result = run(COMPARE, str(mine), str(other))
-        require(result.returncode == 0, result.stderr.decode().strip())
-        worst = max(worst, float(result.stdout))
-    return worst
-
-
 def examine(case):
     """What is wrong with a case, or None, and how far its picture is off."""
     worst = 0.0
@@ -106,7 +74,8 @@ def examine(case):
             check_fonts(case, ours)
             check_words(case, ours)
             job.write_bytes(case.job(case.alike))
-            worst = difference(ours, by_ghostscript(job, folder))
+            theirs = by_ghostscript(job, folder, "-dAutoRotatePages=/None")
+            worst = max(differences(ours, theirs), default=0.0)
             require(worst <= LIMIT, f"the picture differs by {worst:.2%}")
     except (AssertionError, subprocess.TimeoutExpired) as problem:
         return str(problem), worst

@@ -5,7 +5,6 @@
 #include "cli/base/Errors.h"
 #include "cli/base/Messages.h"
 #include "cli/base/Names.h"
-#include "cli/conversion/ErrorSearch.h"
 
 namespace quillpress::cli {
 
@@ -108,11 +107,9 @@ std::string Conversion::pageName() const {
   return "page " + std::to_string(page_);
 }
 
-// Where the error is, as closely as it can be told.
+// Where the error is, as closely as it can be told: the converter only says that a chunk failed.
 std::string Conversion::place(std::string_view chunk, std::uint64_t offset) const {
-  // Only the first error comes up again when the same bytes are run again from the start.
-  const auto exact = hasFailed_ ? std::nullopt : findError(settings_.job, offset, offset + chunk.size());
-  if (exact) return pageName() + ", byte " + std::to_string(*exact);
+  if (chunk.size() == 1) return pageName() + ", byte " + std::to_string(offset);
   const std::string size = counted(chunk.size(), "byte");
   return pageName() + ", in the " + size + " from byte " + std::to_string(offset);
 }

@@ -35,16 +35,12 @@ Descriptor openedForReading(const std::string& path) {
 
 }  // namespace
 
-JobFile::JobFile(const std::string& path) : isStandardInput_(path == "-"), file_(openedForReading(path)) {
+JobFile::JobFile(const std::string& path) : file_(openedForReading(path)) {
   struct stat status {};
   // Opening a folder works, and only reading it fails, with words that help nobody.
   if (fstat(file_.get(), &status) == 0 && S_ISDIR(status.st_mode)) {
     throw InputError("is a directory, not a job");
   }
-}
-
-bool JobFile::isRepeatable() const {
-  return !isStandardInput_ && S_ISREG(statusOf(file_).st_mode);
 }
 
 bool JobFile::isSameAs(const std::string& path) const {

@@ -13,9 +13,6 @@ class JobFile {
   // `path` may be "-". Throws InputError when it cannot be opened or is a directory.
   explicit JobFile(const std::string& path);
 
-  // Whether the same bytes could be read a second time, by another JobFile.
-  [[nodiscard]] bool isRepeatable() const;
-
   // Whether `path` names this very file; "-" is standard output.
   [[nodiscard]] bool isSameAs(const std::string& path) const;
 
@@ -27,7 +24,6 @@ class JobFile {
   std::size_t read(char* buffer, std::size_t size);
 
  private:
-  bool isStandardInput_;
   Descriptor file_;
 };
 

@@ -13,59 +13,66 @@ class ErrorMessageTest(support.CommandLineTest):
         self.assertEqual((result.code, result.out), (1, b""))
         return result.err.splitlines()[0]
 
-    def assert_place(self, job, page, offset, *arguments):
-        start = f"quillpress: job.ps: page {page}, byte {offset}: {MESSAGE}"
-        found = self.failure(job, *arguments)
+    def assert_byte(self, job, page, offset):
+        """In single bytes an error has its exact place: the byte that ends the token."""
+        self.assert_starts(self.failure(job, "--chunk=1"), f"page {page}, byte {offset}")
+
+    def assert_chunk(self, job, page, begin, end, *arguments):
+        """Otherwise the chunk is told that ends at a byte, or at the next page."""
+        self.assert_starts(self.failure(job, *arguments), f"page {page}, in the {end - begin} bytes from byte {begin}")
+
+    def assert_starts(self, found, place):
+        start = f"quillpress: job.ps: {place}: {MESSAGE}"
         self.assertTrue(found.startswith(start), found + " does not begin with " + start)
 
     def test_converter_s_own_words_are_told(self):
         message = r"Exception:\[NameObject\.cpp:\d+\] NOTHING TO EXECUTE for wrong$"
         self.assertRegex(self.failure("%!\nwrong\n"), message)
 
-    def test_page_and_byte_are_told(self):
+    def test_page_and_chunk_are_told(self):
         job = pages(line(1), line(2) + "wrong\n", line(3))
-        self.assert_place(job, 2, job.index("wrong") + 5)
+        self.assert_chunk(job, 2, job.index("%%Page: 2"), job.index("%%Page: 3"))
 
-    def test_byte_is_told_whatever_the_chunks(self):
+    def test_chunk_is_as_long_as_chunks_are(self):
         job = pages(line(1), line(2) * 50 + "wrong\n", line(3))
-        for chunk in ["1", "7", "100", "1M"]:
-            self.assert_place(job, 2, job.index("wrong") + 5, "--chunk", chunk)
+        page = job.index("%%Page: 2")
+        for size in [2, 7, 100]:
+            begin = page + (job.index("wrong") + 5 - page) // size * size
+            self.assert_chunk(job, 2, begin, min(begin + size, job.index("%%Page: 3")), "--chunk", str(size))
+
+    def test_byte_is_told_in_single_bytes(self):
+        job = pages(line(1), line(2) * 50 + "wrong\n", line(3))
+        self.assert_byte(job, 2, job.index("wrong") + 5)
 
     def test_byte_counts_the_envelope(self):
         envelope = "\x1b%-12345X@PJL ENTER LANGUAGE=POSTSCRIPT\n"
-        self.assert_place(envelope + "%!\nwrong\n", 1, len(envelope) + 8)
+        self.assert_byte(envelope + "%!\nwrong\n", 1, len(envelope) + 8)
+        self.assert_chunk(envelope + "%!\nwrong\n", 1, len(envelope), len(envelope) + 9)
 
-    def test_byte_far_into_a_long_job(self):
+    def test_chunk_far_into_a_long_job(self):
         job = pages(*[line(1) * 20000] * 3, "wrong\n")
         self.assertGreater(len(job), 500000)
-        self.assert_place(job, 4, job.index("wrong") + 5)
+        self.assert_chunk(job, 4, job.index("%%Page: 4"), len(job))
 
     def test_error_in_the_last_token(self):
-        self.assert_place("%!\nwrong", 1, 8)
+        self.assert_byte("%!\nwrong", 1, 8)
+        self.assert_starts(self.failure("%!\nwrong"), "page 1, byte 8")
 
     def test_error_in_the_set_up_is_one_of_the_first_page(self):
         job = pages(line(1), prologue="wrong\n")
-        self.assert_place(job, 1, job.index("wrong") + 5)
+        self.assert_byte(job, 1, job.index("wrong") + 5)
+        self.assert_chunk(job, 1, 0, job.index("%%Page: 1"))
 
     def test_error_in_the_trailer_is_one_of_the_last_page(self):
         job = pages(line(1), line(2)).replace("%%EOF", "wrong")
-        self.assert_place(job, 2, job.index("wrong") + 5)
+        self.assert_byte(job, 2, job.index("wrong") + 5)
 
-    def test_chunk_is_told_when_the_job_cannot_be_read_again(self):
+    def test_place_in_standard_input_is_told_alike(self):
         job = pages(line(1), line(2) + "wrong\n")
         result = self.run_program("-", "-o", "job.pdf", stdin=job.encode())
         begin = job.index("%%Page: 2")
         place = f"page 2, in the {len(job) - begin} bytes from byte {begin}: {MESSAGE}"
         self.assertIn("quillpress: standard input: " + place, result.err)
-
-    def test_byte_is_told_for_standard_input_in_single_bytes(self):
-        result = self.run_program("-", "-o", "job.pdf", "--chunk=1", stdin=b"%!\nwrong\n")
-        self.assertIn("page 1, byte 8: " + MESSAGE, result.err)
-
-    def test_messages_of_the_search_are_not_shown_twice(self):
-        self.write("job.ps", "%!\n(hello) = wrong\n")
-        result = self.run_program("job.ps", "--messages")
-        self.assertEqual(result.err.count("hello"), 1)
 
 
 class CompletePagesTest(support.CommandLineTest):
@@ -97,14 +104,14 @@ class CompletePagesTest(support.CommandLineTest):
     def test_keep_going_leaves_out_the_page_alone(self):
         pdf, messages = self.convert_with_error(pages(line(1), "wrong\n" + line(2), line(3)), "--keep-going")
         self.assert_pages(pdf, 1, 3)
-        self.assertIn("page 2, byte", messages)
+        self.assertIn("page 2, in the ", messages)
 
     def test_keep_going_reports_each_error(self):
         job = pages(line(1), "wrong\n", line(3), "wrong\n", line(5))
         pdf, messages = self.convert_with_error(job, "--keep-going")
         self.assert_pages(pdf, 1, 3, 5)
-        self.assertIn("page 2, byte", messages)
-        self.assertIn(f"page 4, in the 18 bytes from byte {job.index('%%Page: 4')}: ", messages)
+        for page in (2, 4):
+            self.assertIn(f"page {page}, in the 18 bytes from byte {job.index(f'%%Page: {page}')}: ", messages)
 
     def test_keep_going_without_any_complete_page(self):
         self.write("job.ps", pages("wrong\n", "wrong\n"))

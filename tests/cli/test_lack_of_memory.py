@@ -20,7 +20,7 @@ class LackOfMemoryTest(support.CommandLineTest):
     def test_lack_of_memory_has_its_own_words(self):
         result = self.run_limited(pages(line(1), "2000000000 string pop\n"))
         self.assertEqual(result.code, 1)
-        self.assertRegex(result.err, r"^quillpress: job\.ps: page 2, byte \d+: out of memory\n")
+        self.assertRegex(result.err, r"^quillpress: job\.ps: page 2, in the \d+ bytes from byte \d+: out of memory\n")
 
     def test_pages_before_it_are_written(self):
         self.run_limited(pages(line(1), "2000000000 string pop\n"))

@@ -86,7 +86,12 @@ TEST_F(ConversionTest, AnErrorStopsTheJobAtItsPage) {
   convert("%!\n%%Page: 1 1\n1 setlinewidth\n%%Page: 2 2\nwrong\n%%Page: 3 3\n3 setlinewidth\n");
   EXPECT_EQ(output_.pages(), Pages{"1 w "});
   EXPECT_TRUE(hasFailed_);
-  expectSaid("page 2, byte ");
+  expectSaid("page 2, in the 18 bytes from byte 30: Exception:");
+}
+
+TEST_F(ConversionTest, AnErrorInAChunkOfOneByteHasItsPlace) {
+  convert("%!\nwrong ", false, 1);
+  expectSaid("page 1, byte 8: Exception:");
 }
 
 TEST_F(ConversionTest, KeepGoingLeavesThePageOut) {

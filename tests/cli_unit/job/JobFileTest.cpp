@@ -47,12 +47,6 @@ TEST_F(JobFileTest, WhatCannotBeReadIsRefused) {
   expectRefused(write("empty.ps", ""), "is empty");
 }
 
-TEST_F(JobFileTest, OnlyARegularFileCanBeReadAgain) {
-  EXPECT_TRUE(JobFile(write("job.ps", "%!")).isRepeatable());
-  EXPECT_FALSE(JobFile("/dev/null").isRepeatable());
-  EXPECT_FALSE(JobFile("-").isRepeatable());
-}
-
 TEST_F(JobFileTest, ItKnowsItselfUnderAnotherName) {
   const std::string job = write("job.ps", "%!");
   std::filesystem::create_symlink("job.ps", path("link.ps"));

@@ -16,15 +16,13 @@ namespace quillpress::cli {
 
 namespace {
 
-using Question = std::function<std::optional<std::uint64_t>()>;
-
 // What the copy does. It leaves without its parent's ways of leaving: no buffer is flushed, no file removed.
-[[noreturn]] void answer(const Question& question, const Descriptor& pipe) {
+[[noreturn]] void answer(const std::function<bool()>& question, const Descriptor& pipe) {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   const MessageSwitch silence(MessageSwitch::Target::kNowhere);
   try {
-    const auto result = question();
-    if (result) static_cast<void>(write(pipe.get(), &*result, sizeof *result) == sizeof *result);
+    // A byte means yes, and the end of the pipe no.
+    if (question()) static_cast<void>(write(pipe.get(), "y", 1) == 1);
   } catch (...) {  // no answer is an answer too
   }
   _exit(0);
@@ -52,20 +50,19 @@ void end(pid_t copy) {
 
 }  // namespace
 
-std::optional<std::uint64_t> askAside(std::chrono::milliseconds limit, const Question& question) {
+bool askAside(std::chrono::milliseconds limit, const std::function<bool()>& question) {
   int ends[2];
-  if (pipe2(ends, O_CLOEXEC) != 0) return std::nullopt;
+  if (pipe2(ends, O_CLOEXEC) != 0) return false;
   const Descriptor reader(ends[0]);
   Descriptor writer(ends[1]);
   const pid_t copy = fork();
-  if (copy < 0) return std::nullopt;
+  if (copy < 0) return false;
   if (copy == 0) answer(question, writer);
   writer.reset();
-  std::uint64_t result = 0;
-  const bool isTold = waitFor(reader, limit) && read(reader.get(), &result, sizeof result) == sizeof result;
+  char byte = 0;
+  const bool isTrue = waitFor(reader, limit) && read(reader.get(), &byte, 1) == 1;
   end(copy);
-  if (!isTold) return std::nullopt;
-  return result;
+  return isTrue;
 }
 
 }  // namespace quillpress::cli

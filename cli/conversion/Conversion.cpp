@@ -68,15 +68,9 @@ void Conversion::endOfJob() {
   feeder_.flush();
   // The converter runs a token only when it has seen the byte behind it.
   if (state_ == State::kRunning) run("\n", endOffset_);
-  // Before the page ends, since that may fail for reasons of its own.
-  askAtEnd();
+  // Before the page ends, since that may fail for reasons of its own. After an error nobody asks.
+  endsInside_ = !hasFailed_ && !runner_.isListening();
   endPage();
-}
-
-void Conversion::askAtEnd() {
-  const auto texts = hasFailed_ ? runner_.textsShownAfterError() : runner_.textsShown();
-  textsShown_ = texts.value_or(0);
-  endsInside_ = state_ == State::kRunning && !texts;
 }
 
 void Conversion::run(std::string_view chunk, std::uint64_t offset) {

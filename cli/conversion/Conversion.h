@@ -33,11 +33,8 @@ class Conversion final : public DscHandler {
   [[nodiscard]] bool hasFailed() const { return hasFailed_; }
   [[nodiscard]] const JobComments& comments() const { return comments_; }
 
-  // Whether the job has ended inside a string, a procedure or an image.
+  // Whether a job without an error has ended inside a string, a procedure or an image.
   [[nodiscard]] bool endsInside() const { return endsInside_; }
-
-  // How often the job has shown text, as far as can be told.
-  [[nodiscard]] std::uint64_t textsShown() const { return textsShown_; }
 
  private:
   // What happens to the text of the job.
@@ -50,7 +47,6 @@ class Conversion final : public DscHandler {
   void nextPage();
   void endPage();
   void run(std::string_view chunk, std::uint64_t offset);
-  void askAtEnd();
   void fail(const std::string& message);
   [[nodiscard]] std::string pageName() const;
   [[nodiscard]] std::string place(std::string_view chunk, std::uint64_t offset) const;
@@ -66,7 +62,6 @@ class Conversion final : public DscHandler {
   bool endsInside_ = false;
   std::uint64_t page_ = 1;
   std::uint64_t endOffset_ = 0;  // of what has run
-  std::uint64_t textsShown_ = 0;
 };
 
 }  // namespace quillpress::cli

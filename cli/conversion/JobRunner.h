@@ -1,9 +1,7 @@
 #pragma once
 
 #include <chrono>
-#include <cstdint>
 #include <memory>
-#include <optional>
 #include <string_view>
 
 #include "cli/conversion/Converter.h"
@@ -30,16 +28,14 @@ class JobRunner {
   // Makes the converter ready for another page after an error.
   void recover();
 
-  // How often the job has shown text; nothing when the job has left something open, a string or a procedure
-  // or an image, and the converter waits for the rest of it. REQUIRES: no content is wanted any more.
-  std::optional<std::uint64_t> textsShown();
-
-  // The same after an error, where the interpreter may first have to run on.
-  std::optional<std::uint64_t> textsShownAfterError();
+  // Whether new text is run; it is not when the job has left something open, a string or a procedure or an
+  // image, and the converter waits for the rest of it. REQUIRES: the content of the present page is complete,
+  // as the answer comes by way of the graphics state.
+  bool isListening();
 
  private:
-  std::optional<std::uint64_t> runOut();
-  std::optional<std::uint64_t> runOutAside();
+  bool runOut();
+  bool runOutAside();
   void reopen();
 
   std::unique_ptr<Converter> converter_;

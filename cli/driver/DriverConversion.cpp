@@ -33,12 +33,6 @@ PageCounts pageCounts(const Document& document) {
   return counts;
 }
 
-void sayWhatIsMissing(const std::string& name, const Envelope& envelope, const Conversion& conversion) {
-  if (envelope.moreJobsFollow()) say(name + ": only the first job is converted; another one follows it");
-  const std::uint64_t texts = conversion.textsShown();
-  if (texts > 0) say(name + ": text is not drawn; the job shows text " + counted(texts, "time"));
-}
-
 // Warns when the job has ended before it was complete. A job with an error has been judged already.
 bool warnIfCutOff(const std::string& name, const Conversion& conversion, const DscScanner& scanner,
                   TaskResult& result) {
@@ -73,7 +67,7 @@ Outcome convertJob(const Options& options, JobFile& job, const Output& output, P
   Envelope envelope(scanner);
   job.pumpInto(envelope);
   const std::string name = jobName(options.job);
-  sayWhatIsMissing(name, envelope, conversion);
+  if (envelope.moreJobsFollow()) say(name + ": only the first job is converted; another one follows it");
   const bool isCutOff = warnIfCutOff(name, conversion, scanner, result);
   // The list belongs to the converter, and goes with it.
   if (options.objects) atEnd(runner.converter());

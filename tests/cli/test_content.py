@@ -21,6 +21,10 @@ class ContentTest(support.CommandLineTest):
             job = f"%!\n{body}\n"
             self.assertEqual(self.convert(job).content(0), f"q\n{self.content(job)}Q\n")
 
+    def test_text_is_taken_and_leaves_nothing(self):
+        show = "/Helvetica findfont 12 scalefont setfont 10 10 moveto (abc) show 1 2 (a) ashow"
+        self.assertEqual(self.convert(f"%!\n{show} 3 setlinewidth\n").words(0), ["q", "3", "w", "Q"])
+
     def test_open_saves_are_closed(self):
         words = self.convert("%!\ngsave gsave 1 setlinewidth gsave\n").words(0)
         self.assertEqual(words, "q q q 1 w q Q Q Q Q".split())

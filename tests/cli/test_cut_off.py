@@ -47,6 +47,13 @@ class CutOffTest(support.CommandLineTest):
         for end in ("", "%%EOF", "\n\n", "(abc) pop", "{ 1 } pop", "% a comment", "showpage quit\n", "[ 1 2"):
             self.assertEqual(len(self.convert(self.cut(end)).pages), 2)
 
+    def test_jobs_that_redefine_operators_are_not_cut_off(self):
+        taken = "".join(f"/{name} {{wrong}} def " for name in ["get", "exec", "setlinewidth", "def"])
+        self.assertEqual(len(self.convert(f"%!\n{taken}\n").pages), 1)
+
+    def test_asking_leaves_no_trace_on_the_page(self):
+        self.assertEqual(self.convert("%!\n3 setlinewidth\n").words(0), ["q", "3", "w", "Q"])
+
     def test_error_goes_before_the_warning(self):
         _, messages = self.convert_with_error(pages(line(1), "wrong\n") + "(abc")
         self.assertNotIn("warning", messages)

@@ -1,4 +1,4 @@
-"""Messages are lines of text, whatever jobs and file names bring along."""
+"""Messages are lines of text, whatever jobs and file names bring along, and jobs' own are shown on request."""
 
 import re
 import support
@@ -45,6 +45,23 @@ class MessageTest(support.CommandLineTest):
 
     def test_printer_language_cannot_write_to_the_terminal(self):
         self.assertIn(r"language is \x1B[2J", self.said("@PJL ENTER LANGUAGE=\x1b[2J\n%!\n"))
+
+
+class JobMessageTest(support.CommandLineTest):
+    def test_messages_are_shown_on_request(self):
+        self.write("job.ps", "%!\n(hello) = (there\\n) print\n")
+        result = self.run_program("job.ps", "--messages")
+        self.assertEqual((result.code, result.out), (0, b""))
+        self.assertEqual(result.err, "hello\nthere\n")
+
+    def test_messages_are_dropped_otherwise(self):
+        self.convert("%!\n(hello) = (there) print\n")
+
+    def test_messages_stay_out_of_the_pdf(self):
+        self.write("job.ps", "%!\n(hello) =\n")
+        result = self.run_program("job.ps", "--messages", "-o", "-")
+        self.assertNotIn(b"hello", result.out)
+        self.assertIn("hello", result.err)
 
 
 if __name__ == "__main__":

@@ -50,7 +50,6 @@ class ConversionTest : public FolderTest {
     said_ = testing::internal::GetCapturedStderr();
     hasFailed_ = conversion.hasFailed();
     endsInside_ = conversion.endsInside();
-    texts_ = conversion.textsShown();
   }
 
   void expectSaid(const std::string& text) const {
@@ -61,7 +60,6 @@ class ConversionTest : public FolderTest {
   std::string said_;
   bool hasFailed_ = false;
   bool endsInside_ = false;
-  std::uint64_t texts_ = 0;
 };
 
 TEST_F(ConversionTest, AJobWithoutCommentsIsOnePage) {
@@ -141,11 +139,6 @@ TEST_F(ConversionTest, AJobThatEndsInsideAfterAnErrorHasAnError) {
   convert("%!\nwrong (abc");
   EXPECT_FALSE(endsInside_);
   EXPECT_TRUE(hasFailed_);
-}
-
-TEST_F(ConversionTest, TextsAreCounted) {
-  convert("%!\n(a) show (b) show\n");
-  EXPECT_EQ(texts_, 2U);
 }
 
 TEST_F(ConversionTest, ChunksDoNotMatter) {

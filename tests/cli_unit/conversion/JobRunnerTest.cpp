@@ -70,21 +70,32 @@ TEST_F(JobRunnerTest, ASetUpThatFailedIsNotRunAgain) {
   EXPECT_EQ(contentOf("/a where {pop 1} {2} ifelse setlinewidth "), "2 w ");
 }
 
-TEST_F(JobRunnerTest, TextsAreCounted) {
-  setUp("(a) show ");
-  EXPECT_EQ(runner_.textsShown(), 1U);
+TEST_F(JobRunnerTest, ANewConverterListens) {
+  EXPECT_TRUE(runner_.isListening());
 }
 
-TEST_F(JobRunnerTest, TextsAreCountedAfterAnErrorToo) {
-  setUp("(a) show ");
-  failWith("{wrong (b) show} exec ");
-  EXPECT_EQ(runner_.textsShownAfterError(), 2U);
+TEST_F(JobRunnerTest, AfterWhatIsWholeTheConverterListens) {
+  for (const char* const text :
+       {"(abc) pop ", "{ 1 } pop ", "1 2 [ 3 ", "/setlinewidth {pop} def ", "5 setlinewidth "}) {
+    EXPECT_TRUE(runner_.converter().convert(text));
+    EXPECT_TRUE(runner_.isListening()) << text;
+  }
 }
 
-TEST_F(JobRunnerTest, CountingNeverWaitsForALoop) {
-  setUp("/go true def ");
-  failWith("{go {/go false def wrong} if} loop ");
-  EXPECT_EQ(runner_.textsShownAfterError(), std::nullopt);
+TEST_F(JobRunnerTest, WhileSomethingIsOpenItDoesNotListen) {
+  for (const char* const text :
+       {"(never ends", "<41", "{ 1 2 add ", "currentfile 100 string readstring abc",
+        "100 100 8 [1 0 0 1 0 0] {currentfile 100 string readstring pop} image abc"}) {
+    JobRunner runner;
+    EXPECT_TRUE(runner.converter().convert(text));
+    EXPECT_FALSE(runner.isListening()) << text;
+  }
+}
+
+TEST_F(JobRunnerTest, AskingLeavesTheStackAlone) {
+  EXPECT_TRUE(runner_.converter().convert("3 4 "));
+  EXPECT_TRUE(runner_.isListening());
+  EXPECT_EQ(contentOf("count setlinewidth "), "2 w ");
 }
 
 }  // namespace

@@ -57,6 +57,12 @@ if(QUILLPRESS_COMMAND_LINE)
   file(RELATIVE_PATH libraryFolder /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
   set_target_properties(quillpress-cli PROPERTIES INSTALL_RPATH "$ORIGIN/${libraryFolder}")
   install(TARGETS quillpress-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} ${program})
+  # CUPS has one folder for its filters on every machine.
+  file(RELATIVE_PATH libraryFolder /lib/cups/filter /${CMAKE_INSTALL_LIBDIR})
+  set_target_properties(quillpress-filter PROPERTIES INSTALL_RPATH "$ORIGIN/${libraryFolder}")
+  install(TARGETS quillpress-filter RUNTIME DESTINATION lib/cups/filter ${program})
+  install(FILES cli/cups/quillpress.convs DESTINATION ${CMAKE_INSTALL_DATADIR}/cups/mime ${program})
+  install(FILES cli/cups/quillpress.ppd DESTINATION ${CMAKE_INSTALL_DATADIR}/ppd/quillpress ${program})
   # What the build has made of the table of options, under the names by which man and shells look for it.
   set(manual ${PROJECT_BINARY_DIR}/share/quillpress)
   install(FILES ${manual}.man DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 RENAME quillpress.1 ${program})

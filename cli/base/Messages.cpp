@@ -16,6 +16,7 @@ constexpr std::string_view kLeftOut = "...";
 constexpr std::size_t kKeptEnd = kLongestMessage / 3;
 
 bool areWarningsMuted = false;
+MessageForm messageForm = MessageForm::kCommandLine;
 
 // Control characters of ASCII, and those of U+0080 to U+009F, with which some terminals begin sequences too.
 bool isControl(std::string_view character) {
@@ -28,6 +29,12 @@ void appendEscaped(std::string& text, char byte) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
   const auto value = static_cast<unsigned char>(byte);
   text.append("\\x").append(1, kDigits[value >> 4U]).append(1, kDigits[value & 0xFU]);
+}
+
+void sayLine(std::string_view begin, std::string_view text) {
+  const std::string line = shortened(visible(std::string(begin).append(text))) + "\n";
+  // One call, so that lines of several processes do not mix. Nothing can be done when it fails.
+  std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
 // The nearest place at or before `at` that cuts no character.
@@ -64,13 +71,20 @@ std::string shortened(std::string_view text) {
 }
 
 void say(std::string_view text) {
-  const std::string line = shortened(visible("quillpress: " + std::string(text))) + "\n";
-  // One call, so that lines of several processes do not mix. Nothing can be done when it fails.
-  std::fwrite(line.data(), 1, line.size(), stderr);
+  sayLine(messageForm == MessageForm::kPrintServer ? "ERROR: " : "quillpress: ", text);
+}
+
+void setMessageForm(MessageForm form) {
+  messageForm = form;
 }
 
 void warn(const std::string& name, std::string_view text) {
-  if (!areWarningsMuted) say(name + ": warning: " + std::string(text));
+  if (areWarningsMuted) return;
+  if (messageForm == MessageForm::kPrintServer) {
+    sayLine("WARNING: ", name + ": " + std::string(text));
+  } else {
+    say(name + ": warning: " + std::string(text));
+  }
 }
 
 void muteWarnings() {

@@ -9,6 +9,14 @@ namespace quillpress::cli {
 // of files bring along is made visible and shortened.
 void say(std::string_view text);
 
+// How messages begin.
+enum class MessageForm {
+  kCommandLine,  // "quillpress: "
+  kPrintServer,  // "ERROR: " or "WARNING: ", by which CUPS knows what it reads
+};
+// From now on, for the whole process.
+void setMessageForm(MessageForm form);
+
 // Says "NAME: warning: TEXT", unless warnings are muted.
 void warn(const std::string& name, std::string_view text);
 // From now on, for the whole process.

@@ -38,7 +38,7 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
     compress(${manuals})
   endif()
   # The libraries are where every program looks.
-  file(GLOB programs ${root}/bin/*)
+  file(GLOB programs ${root}/bin/* ${root}/lib/cups/filter/*)
   foreach(program IN LISTS programs)
     file(RPATH_REMOVE FILE ${program})
   endforeach()

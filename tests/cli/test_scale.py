@@ -1,47 +1,14 @@
 """The examples for many jobs and many machines, with a job that fails and a run that does the rest."""
 
 import json
-import os
-import pathlib
 import shutil
-import subprocess
 
+import scale_support
 import support
-
-EXAMPLES = pathlib.Path(__file__).resolve().parents[2] / "examples" / "scale"
-PAGE = "0 0 50 50 rectfill showpage\n"
+from scale_support import EXAMPLES, PAGE
 
 
-class ScaleTest(support.CommandLineTest):
-    dialect = ()
-
-    def setUp(self):
-        super().setUp()
-        self.names = [f"job{number}" for number in range(6)]
-        for name in self.names:
-            self.write(name + ".ps", PAGE)
-        self.write("job3.ps", "nonsense\n")
-        self.write("list", "".join(name + ".ps\n" for name in self.names))
-
-    def run_example(self, *command, **environment):
-        variables = {**os.environ, "QUILLPRESS": support.PROGRAM, "HOME": self.folder, **environment}
-        process = subprocess.run(command, cwd=self.folder, env=variables, timeout=support.SECONDS,
-                                 capture_output=True, text=True)
-        return process.returncode
-
-    def pdfs(self):
-        return [name[:-4] for name in self.files() if name.endswith(".pdf")]
-
-    def assert_fails_then_finishes(self, *command):
-        """All but one job are done; when that is put right, the same command does it, and nothing else."""
-        self.assertNotEqual(self.run_example(*command), 0)
-        self.assertEqual(self.pdfs(), [name for name in self.names if name != "job3"])
-        self.write("job3.ps", PAGE)
-        self.write("job0.pdf", "kept")
-        self.assertEqual(self.run_example(*command), 0)
-        self.assertEqual(self.pdfs(), self.names)
-        self.assertEqual(self.read("job0.pdf"), b"kept")
-
+class ScaleTest(scale_support.ListOfJobsTest):
     def test_make(self):
         self.assert_fails_then_finishes("make", "-k", "-j2", "-f", str(EXAMPLES / "Makefile"))
 

@@ -80,11 +80,13 @@ class Packages(unittest.TestCase):
 
     def test_the_command_line(self):
         names = files("quillpress")
-        for name in ("bin/quillpress", "share/man/man1/quillpress.1.gz", "share/zsh/site-functions/_quillpress",
+        for name in ("bin/quillpress", "lib/cups/filter/pstopdf-quillpress", "share/cups/mime/quillpress.convs",
+                     "share/man/man1/quillpress.1.gz", "share/zsh/site-functions/_quillpress",
                      "share/bash-completion/completions/quillpress", "share/doc/quillpress/README.md"):
             self.assertIn("./usr/" + name, names)
         self.assertRegex(field("quillpress", "Depends"), r"libquillpress1 \(= 1\.0\.0\).*libqpdf")
-        self.assertNotRegex(run("objdump", "-p", root / "usr/bin/quillpress"), "RPATH|RUNPATH")
+        for program in ("bin/quillpress", "lib/cups/filter/pstopdf-quillpress"):
+            self.assertNotRegex(run("objdump", "-p", root / "usr" / program), "RPATH|RUNPATH")
 
     def test_nothing_has_debug_information(self):
         for path in [*root.rglob("*.so.1"), *root.rglob("*.a"), root / "usr/bin/quillpress"]:

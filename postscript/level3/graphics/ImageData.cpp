@@ -25,6 +25,7 @@ OperandsAside::OperandsAside(Interpreter& interpreter, std::size_t count)
   interpreter.execution().require(count);
   for (const Object& operand : interpreter.operands().last(count)) interpreter.execution().push(operand);
   interpreter.operands().pop(count);
+  interpreter.setOperandsAside(true);
 }
 
 SourcePointer imageSource(Interpreter& interpreter, const Object& operand) {

@@ -13,7 +13,10 @@ namespace quillpress::level3 {
 class OperandsAside {
  public:
   OperandsAside(Interpreter& interpreter, std::size_t count);
-  ~OperandsAside() { interpreter_.execution().popTo(depth_); }
+  ~OperandsAside() {
+    interpreter_.setOperandsAside(false);
+    interpreter_.execution().popTo(depth_);
+  }
   OperandsAside(const OperandsAside&) = delete;
   OperandsAside& operator=(const OperandsAside&) = delete;
 

@@ -166,6 +166,11 @@ class Interpreter {
   // nested too deep; `stop` and `quit` pass through as exceptions of C++.
   void runAndWait(const Object& procedure);
 
+  // Whether the operator that runs has taken its operands off the stack, so that procedures which give it
+  // data may keep there what they like. Not so for operators that these run in turn.
+  [[nodiscard]] bool hasOperandsAside() const { return hasOperandsAside_; }
+  void setOperandsAside(bool isAside) { hasOperandsAside_ = isAside; }
+
   // Ends the program at the next chance, with this error's name; no `stopped` catches it. The only function
   // that another thread may call.
   void interrupt(ErrorName reason = ErrorName::kInterrupt) {
@@ -292,6 +297,7 @@ class Interpreter {
   bool wasCut_ = false;  // the execution stack was cut by exit or stop
   bool isCollectionDue_ = false;
   int nesting_ = 0;
+  bool hasOperandsAside_ = false;
   std::atomic<int> interruption_{-1};
   std::optional<std::chrono::steady_clock::time_point> deadline_;
 

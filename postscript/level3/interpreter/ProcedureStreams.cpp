@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <optional>
 
 #include "postscript/level3/streams/MemoryStreams.h"
 
@@ -42,13 +43,18 @@ class WaitingOperands final : public Roots {
 // Runs a procedure on the given operands; returns the string that it leaves.
 Object stringFrom(Interpreter& interpreter, const Object& procedure, std::span<const Object> given) {
   ObjectStack& operands = interpreter.operands();
-  WaitingOperands waiting(interpreter);
+  std::optional<WaitingOperands> waiting;
+  if (!interpreter.hasOperandsAside()) waiting.emplace(interpreter);
   operands.require(given.size());
   for (const Object& operand : given) operands.push(operand);
   interpreter.runAndWait(procedure);
   const bool hasResult = operands.depth() > 0;
   const Object string = hasResult ? operands.top() : Object::null();
-  waiting.putBack();
+  if (waiting) {
+    waiting->putBack();
+  } else if (hasResult) {
+    operands.pop();
+  }
   if (!hasResult) raise(ErrorName::kStackUnderflow);
   if (!string.isString()) raise(ErrorName::kTypeCheck);
   return string;

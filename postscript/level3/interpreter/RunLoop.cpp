@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <new>
+#include <utility>
 
 #include "postscript/level3/interpreter/Interpreter.h"
 #include "postscript/level3/streams/MemoryStreams.h"
@@ -288,17 +289,21 @@ void Interpreter::runAndWait(const Object& procedure) {
   class Nested {
    public:
     explicit Nested(Interpreter& interpreter)
-        : interpreter_(interpreter), depth_(interpreter.execution_.depth()) {
+        : interpreter_(interpreter),
+          depth_(interpreter.execution_.depth()),
+          hadOperandsAside_(std::exchange(interpreter.hasOperandsAside_, false)) {
       ++interpreter_.nesting_;
     }
     ~Nested() {
       --interpreter_.nesting_;
+      interpreter_.hasOperandsAside_ = hadOperandsAside_;
       interpreter_.execution_.popTo(depth_);
     }
 
    private:
     Interpreter& interpreter_;
     std::size_t depth_;
+    bool hadOperandsAside_;
   };
   execution_.require(2);
   const Nested nested(*this);

@@ -13,7 +13,7 @@ JOB = pathlib.Path(__file__).resolve().parents[2] / "examples/demo.ps"
 
 def run(*command, **environment):
     process = subprocess.run([str(word) for word in command], cwd=BUILD, env={**os.environ, **environment},
-                             capture_output=True, text=True, timeout=120)
+                             capture_output=True, text=True, timeout=300)
     if process.returncode != 0:
         raise AssertionError(f"{command}: status {process.returncode}\n{process.stdout}{process.stderr}")
     return process.stdout

@@ -91,6 +91,22 @@ std::string asPdfVersion(const std::string& text) {
   refuse("--pdf-version: not a version from 1.4 to 1.7, or 2.0:", text);
 }
 
+int asQuality(const std::string& text) {
+  constexpr int kBest = 100;
+  const std::optional<int> quality = numberOf<int>(text);
+  if (!quality || *quality < 1 || *quality > kBest)
+    refuse("--image-quality: not a number from 1 to 100:", text);
+  return *quality;
+}
+
+double asResolution(const std::string& text) {
+  constexpr double kFinest = 1e5;
+  const std::optional<double> resolution = numberOf<double>(text);
+  if (!resolution || !(*resolution >= 1 && *resolution <= kFinest))
+    refuse("--downsample: not a number of pixels to the inch:", text);
+  return *resolution;
+}
+
 ArchivePart asArchivePart(const std::string& text) {
   if (text == "1b") return ArchivePart::k1b;
   if (text == "2b") return ArchivePart::k2b;
@@ -213,6 +229,12 @@ void checkArchive(const Options& options) {
   if (options.dialect == Dialect::kDriver) throw CLI::ValidationError("--pdfa wants --dialect full");
 }
 
+void checkImages(const Options& options) {
+  const bool isAsked = options.imageQuality != 0 || options.imageResolution != 0;
+  if (isAsked && options.dialect == Dialect::kDriver)
+    throw CLI::ValidationError("--image-quality and --downsample want --dialect full");
+}
+
 void checkJobs(const Options& options) {
   if (options.jobs.empty() && options.batch.empty() && options.generated.empty())
     throw CLI::ValidationError("JOB is required");
@@ -241,6 +263,7 @@ std::optional<Options> parseOptions(int argc, const char* const* argv, ExitCode&
     chooseDialect(app, options);
     checkEncryption(app, options);
     checkArchive(options);
+    checkImages(options);
     return options;
     // Help and version come as exceptions too.
   } catch (const CLI::Success& request) {

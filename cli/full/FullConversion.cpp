@@ -110,6 +110,8 @@ void apply(const Options& options, QuillpressDocument* document) {
   }
   if (options.timeout) QuillpressDocumentSetTimeout(document, *options.timeout);
   if (options.maxMemory) QuillpressDocumentSetMaxMemory(document, *options.maxMemory);
+  QuillpressDocumentSetImageQuality(document, options.imageQuality);
+  QuillpressDocumentSetImageResolution(document, options.imageResolution);
   for (const std::string& folder : options.readableFolders) {
     QuillpressDocumentAllowRead(document, folder.c_str());
   }

@@ -78,6 +78,13 @@ QUILLPRESS_DOCUMENT_API void QuillpressDocumentSetCrop(QuillpressDocument *docum
 QUILLPRESS_DOCUMENT_API void QuillpressDocumentSetTimeout(QuillpressDocument *document, double seconds);
 /* Bytes that the values of a job may take; 0 is the default of one gibibyte. */
 QUILLPRESS_DOCUMENT_API void QuillpressDocumentSetMaxMemory(QuillpressDocument *document, size_t bytes);
+/* Writes images of many colours as JPEG data of this quality, from 1 to 100, where that makes them shorter;
+ * any other number keeps every sample, which is the default. */
+QUILLPRESS_DOCUMENT_API void QuillpressDocumentSetImageQuality(QuillpressDocument *document, int quality);
+/* Averages images of many colours down that have more pixels in an inch of the page; 0, the default, keeps
+ * them all. */
+QUILLPRESS_DOCUMENT_API void QuillpressDocumentSetImageResolution(QuillpressDocument *document,
+                                                                  double dotsPerInch);
 /* Lets jobs read the files in a folder and in those below it. Can be called for several folders. */
 QUILLPRESS_DOCUMENT_API void QuillpressDocumentAllowRead(QuillpressDocument *document, const char *folder);
 /* What the job prints; NULL drops it. */

@@ -113,6 +113,14 @@ void QuillpressDocumentSetMaxMemory(QuillpressDocument* document, size_t bytes) 
   document->options.maxMemory = bytes > 0 ? std::optional(bytes) : std::nullopt;
 }
 
+void QuillpressDocumentSetImageQuality(QuillpressDocument* document, int quality) {
+  document->options.imageQuality = quality >= 1 && quality <= 100 ? quality : 0;
+}
+
+void QuillpressDocumentSetImageResolution(QuillpressDocument* document, double dotsPerInch) {
+  document->options.imageResolution = dotsPerInch > 0 ? dotsPerInch : 0;
+}
+
 void QuillpressDocumentAllowRead(QuillpressDocument* document, const char* folder) {
   document->options.readableFolders.emplace_back(folder);
 }

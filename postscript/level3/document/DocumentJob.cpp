@@ -70,6 +70,7 @@ class Conversion {
   void setUp() {
     if (options_.maxMemory) interpreter_.memory().setLimit(*options_.maxMemory);
     for (const std::string& folder : options_.readableFolders) interpreter_.fileAccess().allow(folder);
+    graphics_.images() = {options_.imageQuality, options_.imageResolution};
     device_.onPage([this](std::size_t pages) {
       if (isCancelled_ || (options_.progress && !options_.progress(pages))) interpreter_.interrupt();
     });

@@ -23,6 +23,9 @@ struct DocumentOptions {
   std::optional<double> timeoutSeconds;
   std::optional<std::size_t> maxMemory;
   std::vector<std::string> readableFolders;
+  // As ImageSettings has them.
+  int imageQuality = 0;
+  double imageResolution = 0;
   // What the job prints; dropped when null.
   SinkPointer messages;
   // Called after each page with their number; false ends the job.

@@ -15,6 +15,14 @@
 
 namespace quillpress::level3 {
 
+// What may be done to images to make the document smaller; nothing unless somebody asks for it.
+struct ImageSettings {
+  // Of JPEG data, 1 to 100; 0 keeps all samples.
+  int quality = 0;
+  // Pixels in an inch of the page that are enough; 0 keeps all.
+  double resolution = 0;
+};
+
 // The graphics state, its stack, and painting with it. One for each interpreter; operators find it with
 // graphicsOf().
 class Graphics final : public Interpreter::Extension {
@@ -30,6 +38,7 @@ class Graphics final : public Interpreter::Extension {
   PdfDocument& document() { return document_; }
   UnkeptCounter& unkept() { return unkept_; }
   Patterns& patterns() { return patterns_; }
+  ImageSettings& images() { return images_; }
 
   GraphicsState& state() { return state_; }
   const GraphicsState& state() const { return state_; }
@@ -101,6 +110,7 @@ class Graphics final : public Interpreter::Extension {
   std::vector<Saved> stack_;
   Patterns patterns_;
   UnkeptCounter unkept_;
+  ImageSettings images_;
   std::array<ColourSpacePointer, 3> deviceSpaces_;
   std::vector<KnownSpace> knownSpaces_;
 };

@@ -3,6 +3,7 @@
 #include "postscript/level3/colour/SpecialSpaces.h"
 #include "postscript/level3/graphics/ImageData.h"
 #include "postscript/level3/graphics/MatrixOperands.h"
+#include "postscript/level3/graphics/ReducedImage.h"
 #include "postscript/level3/images/ImageObject.h"
 #include "postscript/level3/images/IndexedRows.h"
 #include "postscript/level3/images/InterleavedMask.h"
@@ -49,6 +50,8 @@ ImageDescription describe(const ImageParameters& parameters, const ColourSpace& 
   description.decode = decodeFor(parameters, space);
   description.interpolate = parameters.interpolate;
   description.colourKey = parameters.colourKey;
+  description.isContinuous = space.kind() != ColourSpace::Kind::kIndexed && parameters.layout.bits > 1 &&
+                             parameters.colourKey.empty();
   return description;
 }
 
@@ -86,10 +89,12 @@ Bytes nextRow(Graphics& graphics, ImageRows& rows) {
   return rows.next();
 }
 
+// Stencils stay as they are, wherever their place is.
 WrittenImage writeData(Graphics& graphics, const ImageDescription& description,
-                       const std::vector<SourcePointer>& sources) {
+                       const std::vector<SourcePointer>& sources, const Matrix& place) {
   PdfFile& file = graphics.document().file();
   auto* const jpeg = freshDecoder<DctDecoder>(sources);
+  if (const auto reduced = writeReduced(graphics, description, sources, jpeg, place)) return *reduced;
   if (jpeg != nullptr && canPassJpeg(description)) return passJpeg(file, description, *jpeg);
   auto* const fax = freshDecoder<CcittDecoder>(sources);
   if (fax != nullptr && canPassFax(description, fax->parameters())) return passFax(file, description, *fax);
@@ -210,7 +215,8 @@ void paintImage(Graphics& graphics, const ImageParameters& parameters, const Col
   const IndexedSpace* const indexed = tooLargeTable(parameters, space);
   draw(graphics,
        indexed != nullptr ? writeExpanded(graphics, parameters, *indexed, sources)
-                          : writeData(graphics, describe(parameters, *space, file), sources),
+                          : writeData(graphics, describe(parameters, *space, file), sources,
+                                      placeOf(parameters, parameters.layout.height, graphics.state().ctm)),
        parameters);
 }
 
@@ -218,7 +224,7 @@ void paintStencil(Graphics& graphics, const ImageParameters& parameters) {
   if (isEmpty(parameters.layout)) return;
   if (!isShown(graphics, parameters)) return skipData(graphics, parameters);
   const WrittenImage image = writeData(graphics, describeStencil(parameters),
-                                       imageSources(graphics.interpreter(), parameters.sources));
+                                       imageSources(graphics.interpreter(), parameters.sources), Matrix());
   if (image.number == 0) return;
   const std::optional<Paint> paint = graphics.patterns().visiblePaint(*graphics.state().colour);
   ContentWriter* const content = graphics.content();
@@ -237,11 +243,13 @@ void paintMaskedImage(Graphics& graphics, const ImageParameters& image, const Im
     return skipData(graphics, image);
   }
   PdfFile& file = graphics.document().file();
-  const WrittenImage writtenMask =
-      writeData(graphics, describeStencil(mask), imageSources(graphics.interpreter(), mask.sources));
+  const WrittenImage writtenMask = writeData(graphics, describeStencil(mask),
+                                             imageSources(graphics.interpreter(), mask.sources), Matrix());
   ImageDescription description = describe(image, *space, file);
   description.mask = writtenMask.number;
-  draw(graphics, writeData(graphics, description, imageSources(graphics.interpreter(), image.sources)),
+  draw(graphics,
+       writeData(graphics, description, imageSources(graphics.interpreter(), image.sources),
+                 placeOf(image, image.layout.height, graphics.state().ctm)),
        image);
 }
 

@@ -138,8 +138,14 @@ void HeldImage::add(Bytes row) {
   ++height_;
 }
 
+std::size_t HeldImage::finish() {
+  if (!isFinished_) compressor_.finish();
+  isFinished_ = true;
+  return data_->bytes().size();
+}
+
 ObjectNumber HeldImage::write(PdfFile& file, ImageDescription description) {
-  compressor_.finish();
+  finish();
   description.layout.height = height_;
   return file.addSharedStream(description.entries(flateFilter(predictor_)), textOf(data_->bytes()),
                               StreamData::kPlain);

@@ -13,7 +13,9 @@ namespace quillpress::level3 {
 
 // An image as PDF describes it, apart from its data.
 struct ImageDescription {
-  ImageLayout layout;       // as the language has it
+  ImageLayout layout;  // as the language has it
+  // Whether neighbouring samples mean neighbouring colours, and there are more than two.
+  bool isContinuous = false;
   bool isStencil = false;   // painted with the current colour where its samples say so
   std::string colourSpace;  // in PDF's words; of a stencil empty
   // What the least and the greatest sample of each component stand for, in PDF's words; empty for the usual.
@@ -70,6 +72,8 @@ class HeldImage {
 
   void add(Bytes row);
   [[nodiscard]] int height() const { return height_; }
+  // Returns how many bytes the data takes. No row can be added then.
+  std::size_t finish();
   // `description` is of the same layout; its height becomes that of the rows that came.
   ObjectNumber write(PdfFile& file, ImageDescription description);
 
@@ -80,6 +84,7 @@ class HeldImage {
   ImageCompressor compressor_;
   std::vector<Byte> converted_;
   int height_ = 0;
+  bool isFinished_ = false;
 };
 
 }  // namespace quillpress::level3

@@ -67,6 +67,16 @@ bool canPassJpeg(const ImageDescription& description) {
   return !description.isStencil && description.layout.bits == 8;
 }
 
+std::vector<Byte> takeJpeg(DctDecoder& decoder) {
+  JpegScanner scanner;
+  std::vector<Byte> data;
+  scan(
+      scanner, *decoder.below(), [&](Bytes bytes) { data.insert(data.end(), bytes.begin(), bytes.end()); },
+      [] { return false; });
+  decoder.close();
+  return data;
+}
+
 WrittenImage passJpeg(PdfFile& file, const ImageDescription& description, DctDecoder& decoder) {
   const SourcePointer source = decoder.below();
   JpegScanner scanner;

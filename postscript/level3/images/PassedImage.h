@@ -11,6 +11,8 @@ namespace quillpress::level3 {
 
 // Data that turns out to be of another shape than the description is decoded after all.
 WrittenImage passJpeg(PdfFile& file, const ImageDescription& description, DctDecoder& decoder);
+// The data alone, for a decoder that begins with it again.
+std::vector<Byte> takeJpeg(DctDecoder& decoder);
 bool canPassJpeg(const ImageDescription& description);
 
 WrittenImage passFax(PdfFile& file, const ImageDescription& description, CcittDecoder& decoder);

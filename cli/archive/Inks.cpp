@@ -94,11 +94,11 @@ void Inks::complete(QPDF& pdf, ArchivePart part) {
   if (part == ArchivePart::k1b) return;
   for (QPDFObjectHandle& space : single_) {
     const std::string ink = space.getArrayItem(kNames).getName();
-    const auto [known, isNew] = looks_.emplace(ink, space);
+    QPDFObjectHandle& known = looks_.emplace(ink, space).first->second;
     const auto isAlike = [&](int place) {
-      return known->second.getArrayItem(place).unparse() == space.getArrayItem(place).unparse();
+      return known.getArrayItem(place).unparse() == space.getArrayItem(place).unparse();
     };
-    if (!isNew && !(isAlike(kAlternative) && isAlike(kTint)))
+    if (!isAlike(kAlternative) || !isAlike(kTint))
       throw ArchiveError("the ink " + ink.substr(1) + ", which has several looks");
   }
   for (QPDFObjectHandle& space : several_) completeSeveral(pdf, space);

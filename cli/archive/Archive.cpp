@@ -128,7 +128,7 @@ void Archive::readContents(QPDFObjectHandle page) {
   for (const QPDFObjectHandle& stream : page.getPageContents()) scan.read(stream);
 }
 
-void Archive::visitTree(QPDFObjectHandle top) {
+void Archive::visitTree(const QPDFObjectHandle& top) {
   waiting_.assign(1, top);
   while (!waiting_.empty()) {
     const QPDFObjectHandle next = waiting_.back();
@@ -189,7 +189,7 @@ void Archive::setDefaultSpaces() {
     setDefaultSpace("RGB", profileSpace(pdf_, standardIntent().bytes, 3));
 }
 
-void Archive::setDefaultSpace(const std::string& device, QPDFObjectHandle space) {
+void Archive::setDefaultSpace(const std::string& device, const QPDFObjectHandle& space) {
   for (QPDFObjectHandle& resources : resources_) {
     if (!resources.getKey("/ColorSpace").isDictionary())
       resources.replaceKey("/ColorSpace", QPDFObjectHandle::newDictionary());

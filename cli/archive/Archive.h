@@ -27,14 +27,14 @@ class Archive {
 
  private:
   void visitPages();
-  void visitTree(QPDFObjectHandle top);
+  void visitTree(const QPDFObjectHandle& top);
   void visit(QPDFObjectHandle value);
   void visitDictionary(QPDFObjectHandle dictionary);
   void visitAnnotations(QPDFObjectHandle annotations);
   void checkSize(QPDFObjectHandle page) const;
   void readContents(QPDFObjectHandle page);
   void setDefaultSpaces();
-  void setDefaultSpace(const std::string& device, QPDFObjectHandle space);
+  void setDefaultSpace(const std::string& device, const QPDFObjectHandle& space);
   void setIntent();
   void setMetadata();
 

@@ -82,7 +82,7 @@ void Inks::add(QPDFObjectHandle space) {
   if (space.getArrayItem(0).isNameAndEquals("/DeviceN")) several_.push_back(space);
 }
 
-void Inks::replaceDevice(const std::string& device, QPDFObjectHandle space) {
+void Inks::replaceDevice(const std::string& device, const QPDFObjectHandle& space) {
   for (auto* const inks : {&single_, &several_}) {
     for (QPDFObjectHandle& ink : *inks) {
       if (ink.getArrayItem(kAlternative).isNameAndEquals(device)) ink.setArrayItem(kAlternative, space);

@@ -17,7 +17,7 @@ class Inks {
 
   // Shows inks through `space` where they were shown through the device of this name, "/DeviceCMYK": some
   // programs look at what stands in for an ink without the page's resources.
-  void replaceDevice(const std::string& device, QPDFObjectHandle space);
+  void replaceDevice(const std::string& device, const QPDFObjectHandle& space);
 
   // In later parts of PDF/A than the first each ink among several says what it looks like alone, and one ink
   // looks the same everywhere. Throws ArchiveError when it does not.

@@ -1,65 +1,28 @@
 #include "cli/archive/IntentProfile.h"
 
-#include <lcms2.h>
-
-#include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstddef>
-#include <cstdint>
 #include <fstream>
 #include <iterator>
 #include <memory>
-#include <new>
 
 #include "cli/base/Errors.h"
+#include "postscript/level3/colour/ProfileBytes.h"
 
 namespace quillpress::cli {
 
 namespace {
 
-struct ProfileDeleter {
-  void operator()(void* profile) const { cmsCloseProfile(profile); }
-};
-using Profile = std::unique_ptr<void, ProfileDeleter>;
+using level3::bytesOf;
+using level3::describe;
+using level3::Profile;
+using level3::required;
 
 struct PipelineDeleter {
   void operator()(cmsPipeline* pipeline) const { cmsPipelineFree(pipeline); }
 };
 
-struct TextDeleter {
-  void operator()(cmsMLU* text) const { cmsMLUfree(text); }
-};
-
-// PDF 1.4 knows no later form of profiles.
-constexpr double kVersion = 2.1;
 constexpr std::size_t kInks = 4;
-
-template <typename T>
-T required(T made) {
-  if (!made) throw std::bad_alloc();
-  return made;
-}
-
-void describe(const Profile& profile, const char* description) {
-  const std::unique_ptr<cmsMLU, TextDeleter> text(required(cmsMLUalloc(nullptr, 1)));
-  cmsMLUsetASCII(text.get(), "en", "US", description);
-  cmsWriteTag(profile.get(), cmsSigProfileDescriptionTag, text.get());
-  cmsMLUsetASCII(text.get(), "en", "US", "none");
-  cmsWriteTag(profile.get(), cmsSigCopyrightTag, text.get());
-}
-
-std::string bytesOf(const Profile& profile) {
-  // The first of January 2000, in place of the time of day.
-  constexpr std::array<char, 12> kDate{0x07, static_cast<char>(0xD0), 0, 1, 0, 1, 0, 0, 0, 0, 0, 0};
-  constexpr std::ptrdiff_t kDateOffset = 24;
-  cmsUInt32Number size = 0;
-  required(cmsSaveProfileToMem(profile.get(), nullptr, &size));
-  std::string bytes(size, '\0');
-  required(cmsSaveProfileToMem(profile.get(), bytes.data(), &size));
-  std::copy(kDate.begin(), kDate.end(), bytes.begin() + kDateOffset);
-  return bytes;
-}
 
 // What inks look like that cover the paper wholly, alone and one over the other, in sRGB: a coated sheet of
 // an offset press. Cyan counts 8, magenta 4, yellow 2, black 1.
@@ -136,7 +99,6 @@ std::string descriptionOf(const Profile& profile) {
 
 IntentProfile standardIntent() {
   const Profile profile = required(Profile(cmsCreate_sRGBProfile()));
-  cmsSetProfileVersion(profile.get(), kVersion);
   describe(profile, "sRGB IEC61966-2.1");
   return {bytesOf(profile), "sRGB IEC61966-2.1", 3};
 }
@@ -168,7 +130,6 @@ std::string pressProfile() {
       required(cmsCreateTransform(rgb.get(), TYPE_RGB_DBL, lab.get(), TYPE_Lab_DBL,
                                   INTENT_RELATIVE_COLORIMETRIC, cmsFLAGS_NOCACHE | cmsFLAGS_NOOPTIMIZE)));
   const Profile profile = required(Profile(cmsCreateProfilePlaceholder(nullptr)));
-  cmsSetProfileVersion(profile.get(), kVersion);
   cmsSetDeviceClass(profile.get(), cmsSigOutputClass);
   cmsSetColorSpace(profile.get(), cmsSigCmykData);
   cmsSetPCS(profile.get(), cmsSigLabData);

@@ -73,7 +73,7 @@ COMMAND_LINE = {
     "cli/run": ["cli/base", "postscript/level3/document", "postscript/level3/interpreter",
                 "postscript/level3/streams"],
     "cli/full": ["cli/base", "cli/job", "cli/spool"],
-    "cli/archive": ["cli/base", "postscript/level3/document"],
+    "cli/archive": ["cli/base", "postscript/level3/colour", "postscript/level3/document"],
     "cli/finish": ["cli/base", "cli/spool", "cli/archive"],
     "cli/driver": ["cli/base", "cli/job", "cli/spool", "cli/content", "cli/conversion", "cli/pdf"],
     "cli/task": ["cli/base", "cli/job", "cli/spool", "cli/run", "cli/full", "cli/finish", "cli/driver"],

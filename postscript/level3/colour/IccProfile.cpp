@@ -1,21 +1,15 @@
 #include "postscript/level3/colour/IccProfile.h"
 
-#include <lcms2.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <memory>
-#include <new>
+
+#include "postscript/level3/colour/ProfileBytes.h"
 
 namespace quillpress::level3 {
 
 namespace {
-
-struct ProfileDeleter {
-  void operator()(void* profile) const { cmsCloseProfile(profile); }
-};
-using Profile = std::unique_ptr<void, ProfileDeleter>;
 
 struct CurveDeleter {
   void operator()(cmsToneCurve* curve) const { cmsFreeToneCurve(curve); }
@@ -27,45 +21,15 @@ struct PipelineDeleter {
 };
 using Pipeline = std::unique_ptr<cmsPipeline, PipelineDeleter>;
 
-struct TextDeleter {
-  void operator()(cmsMLU* text) const { cmsMLUfree(text); }
-};
-
-constexpr std::size_t kDateOffset = 24;
-constexpr std::size_t kDateLength = 12;
-// The first of January 2000, in place of the time of day.
-constexpr std::array<char, kDateLength> kDate{0x07, static_cast<char>(0xD0), 0, 1, 0, 1, 0, 0, 0, 0, 0, 0};
-
-template <typename T>
-T required(T made) {
-  if (!made) throw std::bad_alloc();
-  return made;
-}
-
 Profile newProfile(cmsProfileClassSignature kind, cmsColorSpaceSignature space,
                    cmsColorSpaceSignature connection) {
   Profile profile = required(Profile(cmsCreateProfilePlaceholder(nullptr)));
-  // Understood by all programs, and the only one that PDF/A-1 takes.
-  cmsSetProfileVersion(profile.get(), 2.1);
   cmsSetDeviceClass(profile.get(), kind);
   cmsSetColorSpace(profile.get(), space);
   cmsSetPCS(profile.get(), connection);
-  const std::unique_ptr<cmsMLU, TextDeleter> text(required(cmsMLUalloc(nullptr, 1)));
-  cmsMLUsetASCII(text.get(), "en", "US", "CIE-based colour");
-  cmsWriteTag(profile.get(), cmsSigProfileDescriptionTag, text.get());
-  cmsMLUsetASCII(text.get(), "en", "US", "none");
-  cmsWriteTag(profile.get(), cmsSigCopyrightTag, text.get());
+  describe(profile, "CIE-based colour");
   cmsWriteTag(profile.get(), cmsSigMediaWhitePointTag, cmsD50_XYZ());
   return profile;
-}
-
-std::string bytesOf(const Profile& profile) {
-  cmsUInt32Number size = 0;
-  required(cmsSaveProfileToMem(profile.get(), nullptr, &size));
-  std::string bytes(size, '\0');
-  required(cmsSaveProfileToMem(profile.get(), bytes.data(), &size));
-  std::copy(kDate.begin(), kDate.end(), bytes.begin() + kDateOffset);
-  return bytes;
 }
 
 Curve curveOf(std::span<const double> values) {

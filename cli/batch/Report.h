@@ -5,7 +5,7 @@
 #include <unordered_set>
 
 #include "cli/base/Tasks.h"
-#include "cli/spool/Descriptor.h"
+#include "cli/system/Descriptor.h"
 
 namespace quillpress::cli {
 

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "cli/base/ExitCode.h"
-#include "cli/spool/Descriptor.h"
+#include "cli/system/Descriptor.h"
 
 namespace quillpress::cli {
 

@@ -6,7 +6,7 @@
 #include "cli/base/PagePattern.h"
 #include "cli/finish/PdfFinisher.h"
 #include "cli/spool/AtomicOutput.h"
-#include "cli/spool/TemporaryName.h"
+#include "cli/system/TemporaryName.h"
 
 namespace quillpress::cli {
 

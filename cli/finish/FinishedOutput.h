@@ -4,7 +4,7 @@
 
 #include "cli/archive/IntentProfile.h"
 #include "cli/base/Options.h"
-#include "cli/spool/Descriptor.h"
+#include "cli/system/Descriptor.h"
 #include "cli/spool/Output.h"
 
 namespace quillpress::cli {

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "cli/job/ByteSink.h"
-#include "cli/spool/Descriptor.h"
+#include "cli/system/Descriptor.h"
 
 namespace quillpress::cli {
 

@@ -3,9 +3,9 @@
 #include <cstdio>
 #include <string>
 
-#include "cli/spool/Descriptor.h"
+#include "cli/system/Descriptor.h"
 #include "cli/spool/Output.h"
-#include "cli/spool/TemporaryName.h"
+#include "cli/system/TemporaryName.h"
 
 namespace quillpress::cli {
 

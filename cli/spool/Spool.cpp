@@ -8,8 +8,8 @@
 
 #include "cli/base/Errors.h"
 #include "cli/base/Messages.h"
-#include "cli/spool/BlockedSignals.h"
-#include "cli/spool/TemporaryName.h"
+#include "cli/system/posix/BlockedSignals.h"
+#include "cli/system/TemporaryName.h"
 
 namespace quillpress::cli {
 

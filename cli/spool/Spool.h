@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "cli/spool/Descriptor.h"
+#include "cli/system/Descriptor.h"
 
 namespace quillpress::cli {
 

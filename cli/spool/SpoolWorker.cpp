@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "cli/spool/BlockedSignals.h"
+#include "cli/system/posix/BlockedSignals.h"
 
 namespace quillpress::cli {
 

@@ -64,6 +64,7 @@ DRIVER = {
 }
 
 COMMAND_LINE = {
+    "cli/system": [],
     "cli/base": [],
     "cli/job": ["cli/base"],
     "cli/spool": ["cli/base"],
@@ -81,6 +82,11 @@ COMMAND_LINE = {
     "cli/manual": ["cli/base"],
     "cli/cups": ["cli/base", "cli/task"],
     "cli": ["cli/base", "cli/task", "cli/batch", "cli/manual"],
+}
+
+# What the system gives is seen by every room.
+COMMAND_LINE = {
+    folder: visible if folder == "cli/system" else ["cli/system", *visible] for folder, visible in COMMAND_LINE.items()
 }
 
 FOLDERS = {
@@ -103,8 +109,6 @@ EXCEPTIONS = {
     # exception out: all that the driver and the converter share.
     "umpd/job": ["postscript/lib/pdf/PdfObjectList.h"],
     "umpd/api": ["postscript/lib/base/Guarded.h"],
-    # The owner of descriptors lives beside the spool, and the job's file holds one.
-    "cli/job": ["cli/spool/Descriptor.h"],
 }
 
 # Who implements or uses which of the public headers.

@@ -6,7 +6,7 @@
 #include <thread>
 
 #include "cli/base/ProgressLine.h"
-#include "cli/spool/Descriptor.h"
+#include "cli/system/Descriptor.h"
 
 namespace quillpress::cli {
 namespace {

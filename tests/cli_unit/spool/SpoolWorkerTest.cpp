@@ -4,7 +4,7 @@
 #include <atomic>
 #include <stdexcept>
 
-#include "cli/spool/BlockedSignals.h"
+#include "cli/system/posix/BlockedSignals.h"
 #include "cli/spool/DeflateTask.h"
 #include "cli/spool/SpoolWorker.h"
 #include "tests/cli_unit/TemporaryFolder.h"

@@ -1,4 +1,4 @@
-#include "cli/spool/BlockedSignals.h"
+#include "cli/system/posix/BlockedSignals.h"
 
 namespace quillpress::cli {
 

@@ -1,4 +1,4 @@
-#include "cli/spool/TemporaryName.h"
+#include "cli/system/TemporaryName.h"
 
 #include <fcntl.h>
 #include <limits.h>
@@ -11,7 +11,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "cli/spool/BlockedSignals.h"
+#include "cli/system/posix/BlockedSignals.h"
 
 namespace quillpress::cli {
 

@@ -4,8 +4,8 @@
 
 #include <optional>
 
-#include "cli/spool/BlockedSignals.h"
-#include "cli/spool/TemporaryName.h"
+#include "cli/system/posix/BlockedSignals.h"
+#include "cli/system/TemporaryName.h"
 #include "tests/cli_unit/TemporaryFolder.h"
 
 namespace quillpress::cli {

@@ -10,7 +10,7 @@
 #include <cerrno>
 
 #include "cli/conversion/MessageSwitch.h"
-#include "cli/spool/Descriptor.h"
+#include "cli/system/Descriptor.h"
 
 namespace quillpress::cli {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "cli/spool/Descriptor.h"
+#include "cli/system/Descriptor.h"
 
 namespace quillpress::cli {
 

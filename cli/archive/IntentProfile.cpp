@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "cli/base/Errors.h"
+#include "cli/system/Paths.h"
 #include "postscript/level3/colour/ProfileBytes.h"
 
 namespace quillpress::cli {
@@ -104,7 +105,7 @@ IntentProfile standardIntent() {
 }
 
 IntentProfile readIntent(const std::string& file, ArchivePart part) {
-  std::ifstream stream(file, std::ios::binary);
+  std::ifstream stream(pathOf(file), std::ios::binary);
   const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
   if (!stream.is_open() || stream.bad()) refuse(file, "cannot be read");
   cmsSetLogErrorHandler(nullptr);

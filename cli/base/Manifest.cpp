@@ -6,6 +6,7 @@
 
 #include "cli/base/Errors.h"
 #include "cli/base/Messages.h"
+#include "cli/system/Paths.h"
 
 namespace quillpress::cli {
 
@@ -43,8 +44,8 @@ std::vector<ManifestLine> readLines(std::istream& stream) {
 std::vector<ManifestLine> readManifest(const std::string& path) {
   if (path == "-") return readLines(std::cin);
   std::error_code error;
-  if (std::filesystem::is_directory(path, error)) throw InputError("is a directory, not a manifest");
-  std::ifstream file(path, std::ios::binary);
+  if (std::filesystem::is_directory(pathOf(path), error)) throw InputError("is a directory, not a manifest");
+  std::ifstream file(pathOf(path), std::ios::binary);
   if (!file) throw InputError("cannot be opened: " + systemReason());
   return readLines(file);
 }

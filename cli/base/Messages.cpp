@@ -1,10 +1,10 @@
 #include "cli/base/Messages.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 
 #include "cli/base/Utf8.h"
+#include "cli/system/StandardStreams.h"
 
 namespace quillpress::cli {
 
@@ -33,8 +33,7 @@ void appendEscaped(std::string& text, char byte) {
 
 void sayLine(std::string_view begin, std::string_view text) {
   const std::string line = shortened(visible(std::string(begin).append(text))) + "\n";
-  // One call, so that lines of several processes do not mix. Nothing can be done when it fails.
-  std::fwrite(line.data(), 1, line.size(), stderr);
+  writeToStandardError(line);
 }
 
 // The nearest place at or before `at` that cuts no character.

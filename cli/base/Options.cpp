@@ -11,6 +11,7 @@
 #include "cli/base/Media.h"
 #include "cli/base/Messages.h"
 #include "cli/base/NearestWord.h"
+#include "cli/system/Paths.h"
 
 namespace quillpress::cli {
 
@@ -155,7 +156,7 @@ Dialect asDialect(const std::string& text) {
 }
 
 std::string asFolder(const std::string& text) {
-  if (!std::filesystem::is_directory(text)) refuse("--allow-read: not a folder:", text);
+  if (!std::filesystem::is_directory(pathOf(text))) refuse("--allow-read: not a folder:", text);
   return text;
 }
 
@@ -235,6 +236,15 @@ void checkImages(const Options& options) {
     throw CLI::ValidationError("--image-quality and --downsample want --dialect full");
 }
 
+// Some shells leave patterns of names to the programs.
+std::vector<std::string> expandedJobs(const std::vector<std::string>& arguments) {
+  std::vector<std::string> jobs;
+  for (const std::string& argument : arguments) {
+    for (std::string& job : expanded(argument)) jobs.push_back(std::move(job));
+  }
+  return jobs;
+}
+
 void checkJobs(const Options& options) {
   if (options.jobs.empty() && options.batch.empty() && options.generated.empty())
     throw CLI::ValidationError("JOB is required");
@@ -258,7 +268,10 @@ std::optional<Options> parseOptions(int argc, const char* const* argv, ExitCode&
   Options options;
   define(app, options);
   try {
+    // Some systems would take paths from the root for options.
+    app.allow_windows_style_options(false);
     app.parse(argc, argv);
+    options.jobs = expandedJobs(options.jobs);
     checkJobs(options);
     chooseDialect(app, options);
     checkEncryption(app, options);

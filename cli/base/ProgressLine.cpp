@@ -1,9 +1,9 @@
 #include "cli/base/ProgressLine.h"
 
-#include <unistd.h>
-
 #include <array>
 #include <cstdio>
+
+#include "cli/system/StandardStreams.h"
 
 namespace quillpress::cli {
 
@@ -12,14 +12,10 @@ namespace {
 constexpr std::chrono::milliseconds kPatience{500};
 constexpr std::chrono::milliseconds kPace{150};
 
-void put(const std::string& text) {
-  std::fwrite(text.data(), 1, text.size(), stderr);
-}
-
 }  // namespace
 
 ProgressLine::ProgressLine(bool isWanted)
-    : isWanted_(isWanted && isatty(STDERR_FILENO) == 1), next_(begin_ + kPatience) {}
+    : isWanted_(isWanted && isTerminal(StandardStream::kError)), next_(begin_ + kPatience) {}
 
 bool ProgressLine::isDue() {
   return isWanted_ && Clock::now() >= next_;
@@ -30,14 +26,14 @@ void ProgressLine::show(std::string_view text) {
   if (!isWanted_) return;
   std::string line = "\r" + std::string(text);
   if (text.size() < shownLength_) line.append(shownLength_ - text.size(), ' ');
-  put(line);
+  writeToStandardError(line);
   shownLength_ = text.size();
   next_ = Clock::now() + kPace;
 }
 
 void ProgressLine::clear() {
   if (shownLength_ == 0) return;
-  put("\r" + std::string(shownLength_, ' ') + "\r");
+  writeToStandardError("\r" + std::string(shownLength_, ' ') + "\r");
   shownLength_ = 0;
 }
 

@@ -1,13 +1,13 @@
 #include "cli/base/Tasks.h"
 
-#include <unistd.h>
-
 #include <filesystem>
 #include <unordered_map>
 
 #include "cli/base/Errors.h"
 #include "cli/base/Manifest.h"
 #include "cli/base/PagePattern.h"
+#include "cli/system/Paths.h"
+#include "cli/system/StandardStreams.h"
 
 namespace quillpress::cli {
 
@@ -25,7 +25,7 @@ fs::path withoutJobEnding(const fs::path& job) {
 
 std::string toStandardOutput(const Options& options) {
   // Text may go to a terminal, as the user asked to see it.
-  if (!options.content && !options.run && isatty(STDOUT_FILENO) == 1) {
+  if (!options.content && !options.run && isTerminal(StandardStream::kOutput)) {
     throw UsageError("a PDF is nothing for a terminal: say with -o where it goes");
   }
   return "-";
@@ -36,8 +36,9 @@ std::string outputOf(const Options& options, const std::string& job) {
   if (options.run) return {};
   if (job == "-" && !options.folder.empty()) throw UsageError("standard input has no name for --directory");
   if (job == "-" || options.content) return toStandardOutput(options);
-  const std::string beside = withoutJobEnding(job).string() + ".pdf";
-  return options.folder.empty() ? beside : (fs::path(options.folder) / fs::path(beside).filename()).string();
+  const std::string beside = utf8Of(withoutJobEnding(pathOf(job))) + ".pdf";
+  if (options.folder.empty()) return beside;
+  return utf8Of(pathOf(options.folder) / pathOf(beside).filename());
 }
 
 void checkPlaces(const Options& options) {
@@ -62,17 +63,17 @@ void checkPlaces(const Options& options) {
 class Places {
  public:
   std::string of(const std::string& path) {
-    const fs::path asked(path);
+    const fs::path asked = pathOf(path);
     const fs::path place = folder(asked.parent_path()) / asked.filename();
     std::error_code error;
-    if (!fs::is_symlink(place, error)) return place.string();
+    if (!fs::is_symlink(place, error)) return comparableName(place);
     const fs::path target = fs::weakly_canonical(place, error);
-    return error ? place.string() : target.string();
+    return comparableName(error ? place : target);
   }
 
  private:
   const fs::path& folder(const fs::path& path) {
-    const auto [entry, isNew] = folders_.try_emplace(path.string());
+    const auto [entry, isNew] = folders_.try_emplace(comparableName(path));
     if (isNew) {
       std::error_code error;
       entry->second = fs::weakly_canonical(path.empty() ? fs::path(".") : path, error);

@@ -1,11 +1,8 @@
 #include "cli/batch/Batch.h"
 
-#include <poll.h>
-
 #include <algorithm>
-#include <cerrno>
+#include <chrono>
 #include <filesystem>
-#include <thread>
 
 #include "cli/base/Errors.h"
 #include "cli/base/Messages.h"
@@ -14,6 +11,8 @@
 #include "cli/batch/JobRecord.h"
 #include "cli/batch/Report.h"
 #include "cli/batch/WorkerProcess.h"
+#include "cli/system/Environment.h"
+#include "cli/system/Paths.h"
 #include "cli/task/TaskRunner.h"
 
 namespace quillpress::cli {
@@ -32,7 +31,15 @@ struct Worker {
 bool isThere(const Task& task) {
   const auto pattern = PagePattern::parse(task.output);
   std::error_code error;
-  return std::filesystem::exists(pattern ? pattern->nameOf(1) : task.output, error);
+  return std::filesystem::exists(pathOf(pattern ? pattern->nameOf(1) : task.output), error);
+}
+
+// In the worker.
+WorkerAnswer work(const Options& options, const Task& task) {
+  Options one = optionsFor(options, task);
+  one.isPartOfBatch = true;
+  const TaskResult result = runTask(one);
+  return {result.code, options.report.empty() ? std::string() : jobRecord(task, result)};
 }
 
 class Batch {
@@ -75,12 +82,12 @@ class Batch {
 
   [[nodiscard]] std::size_t numberOfWorkers() const {
     if (options_.workers > 0) return options_.workers;
-    return std::max(1U, std::thread::hardware_concurrency());
+    return processorCount();
   }
 
   // False when there is no process to be had.
   bool startWorker() {
-    auto process = WorkerProcess::start([this](std::size_t task) { return work(task); });
+    auto process = WorkerProcess::start(tasks_, [this](const Task& task) { return work(options_, task); });
     if (!process) {
       // With those that there are it goes on; without any, nothing can be done.
       if (workers_.empty()) failAll("no worker can be started: " + systemReason());
@@ -89,14 +96,6 @@ class Batch {
     workers_.push_back({std::move(*process), std::nullopt});
     giveNext(workers_.back());
     return true;
-  }
-
-  // In the worker.
-  [[nodiscard]] WorkerAnswer work(std::size_t task) const {
-    Options one = optionsFor(options_, tasks_[task]);
-    one.isPartOfBatch = true;
-    const TaskResult result = runTask(one);
-    return {result.code, report_.isWanted() ? jobRecord(tasks_[task], result) : std::string()};
   }
 
   [[nodiscard]] bool isBusy() const {
@@ -114,14 +113,12 @@ class Batch {
   }
 
   void waitForAnswers() {
-    std::vector<pollfd> lines;
-    for (const Worker& worker : workers_) lines.push_back({worker.process.descriptor(), POLLIN, 0});
-    constexpr int kPace = 200;
-    if (poll(lines.data(), lines.size(), kPace) <= 0) return;
+    constexpr std::chrono::milliseconds kPace{200};
+    std::vector<const WorkerProcess*> processes;
+    for (const Worker& worker : workers_) processes.push_back(&worker.process);
+    const std::vector<std::size_t> ready = WorkerProcess::waitForAny(processes, kPace);
     // From the end, as workers may go and others come behind.
-    for (std::size_t place = lines.size(); place-- > 0;) {
-      if (lines[place].revents != 0) takeAnswer(place);
-    }
+    for (auto place = ready.rbegin(); place != ready.rend(); ++place) takeAnswer(*place);
   }
 
   void takeAnswer(std::size_t place) {
@@ -228,6 +225,10 @@ class Batch {
 bool wantsBatch(const Options& options) {
   return !options.batch.empty() || options.workers > 0 || options.skipExisting || !options.report.empty() ||
          options.shard != Shard();
+}
+
+bool hasServedBatch(const Options& options) {
+  return WorkerProcess::serve([&options](const Task& task) { return work(options, task); });
 }
 
 ExitCode runBatch(const Options& options, const std::vector<Task>& tasks) {

@@ -11,6 +11,9 @@ namespace quillpress::cli {
 // Whether the options ask for several processes, or for anything that belongs to a run of many jobs.
 bool wantsBatch(const Options& options);
 
+// Whether this process is one of the workers of such a run. It has done its work then.
+bool hasServedBatch(const Options& options);
+
 // Runs the tasks in worker processes, and reports on each. The result is the gravest of their codes. Throws
 // OutputError when the report cannot be opened.
 ExitCode runBatch(const Options& options, const std::vector<Task>& tasks);

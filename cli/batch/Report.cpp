@@ -1,22 +1,16 @@
 #include "cli/batch/Report.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <fstream>
-#include <iterator>
 
 #include "cli/base/Errors.h"
 #include "cli/base/Messages.h"
 #include "cli/batch/JobRecord.h"
+#include "cli/system/Files.h"
+#include "cli/system/Paths.h"
 
 namespace quillpress::cli {
 
 namespace {
-
-constexpr unsigned kPermissions = 0666;
 
 [[noreturn]] void fail() {
   throw OutputError("cannot be written: " + systemReason());
@@ -26,29 +20,25 @@ constexpr unsigned kPermissions = 0666;
 
 Report::Report(const std::string& path, bool goesOn) {
   if (path.empty()) return;
-  if (path == "-") {
-    file_.reset(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0));
-  } else {
-    file_.reset(
-        open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | (goesOn ? 0 : O_TRUNC), kPermissions));
-  }
+  const Contents contents = goesOn ? Contents::kKept : Contents::kDropped;
+  file_ = path == "-" ? copyOfStandardOutput() : openForAppending(path, contents);
   if (!file_) fail();
-  struct stat status {};
+  const auto status = statusOf(file_);
   // Devices have no lines from before.
-  const bool isFile = path != "-" && fstat(file_.get(), &status) == 0 && S_ISREG(status.st_mode);
+  const bool isFile = path != "-" && status && status->kind == FileStatus::Kind::kPlain;
   if (goesOn && isFile) takeUp(path);
 }
 
 void Report::takeUp(const std::string& path) {
-  std::ifstream before(path, std::ios::binary);
-  off_t whole = 0;
+  std::ifstream before(pathOf(path), std::ios::binary);
+  std::uint64_t whole = 0;
   for (std::string line; std::getline(before, line);) {
     // A line without its end is one that was being written.
     if (before.eof()) break;
-    whole += static_cast<off_t>(line.size()) + 1;
+    whole += line.size() + 1;
     outputs_.emplace(outputOfRecord(line));
   }
-  if (ftruncate(file_.get(), whole) != 0) fail();
+  if (!cutFile(file_, whole)) fail();
 }
 
 bool Report::knows(const Task& task) const {
@@ -62,8 +52,7 @@ void Report::add(std::string_view record) {
   // A disk that is nearly full takes part of it.
   std::string_view rest = line;
   while (!rest.empty()) {
-    const ssize_t count = write(file_.get(), rest.data(), rest.size());
-    if (count < 0 && errno == EINTR) continue;
+    const std::ptrdiff_t count = writeTo(file_, rest);
     if (count < 0) fail();
     rest.remove_prefix(static_cast<std::size_t>(count));
   }

@@ -67,10 +67,11 @@ std::size_t dataLength(std::string_view text, const Dimensions& image) {
   if (image.isMask) {
     const std::uint64_t usual = usualMaskLength(image);
     // Where the usual length leads to an end, data that looks like one before it is data.
-    const bool fits = usual <= text.size() && text.substr(usual).starts_with(kDataEnd);
-    return fits ? usual : std::min(text.find(kDataEnd), text.size());
+    const auto place = static_cast<std::size_t>(std::min<std::uint64_t>(usual, text.size()));
+    const bool fits = usual <= text.size() && text.substr(place).starts_with(kDataEnd);
+    return fits ? place : std::min(text.find(kDataEnd), text.size());
   }
-  const std::uint64_t least = std::min<std::uint64_t>(leastLength(image), text.size());
+  const auto least = static_cast<std::size_t>(std::min<std::uint64_t>(leastLength(image), text.size()));
   return std::min(text.find(kDataEnd, least), text.size());
 }
 

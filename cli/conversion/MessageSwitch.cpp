@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+#include "cli/system/Environment.h"
+
 namespace quillpress::cli {
 
 namespace {
@@ -10,25 +12,18 @@ namespace {
 constexpr const char* kVariable = "QUILLPRESS_MESSAGES";
 constexpr const char* kStandardError = "stderr";
 
-void set(const char* value) {
-  if (value == nullptr) {
-    unsetenv(kVariable);
-  } else {
-    setenv(kVariable, value, 1);
-  }
-}
-
 }  // namespace
 
 MessageSwitch::MessageSwitch(Target target) {
   // What the user has set for the library holds again afterwards.
   const char* const present = std::getenv(kVariable);
   if (present != nullptr) before_ = present;
-  set(target == Target::kStandardError ? kStandardError : nullptr);
+  setVariable(kVariable,
+              target == Target::kStandardError ? std::optional<std::string>(kStandardError) : std::nullopt);
 }
 
 MessageSwitch::~MessageSwitch() {
-  set(before_ ? before_->c_str() : nullptr);
+  setVariable(kVariable, before_);
 }
 
 }  // namespace quillpress::cli

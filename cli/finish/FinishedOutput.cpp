@@ -6,6 +6,7 @@
 #include "cli/base/PagePattern.h"
 #include "cli/finish/PdfFinisher.h"
 #include "cli/spool/AtomicOutput.h"
+#include "cli/system/Files.h"
 #include "cli/system/TemporaryName.h"
 
 namespace quillpress::cli {
@@ -25,14 +26,9 @@ IntentProfile intentOf(const Options& options) {
 
 // A file that has lost its name already, for reading and writing.
 std::FILE* openWaiting(const std::string& folder) {
-  Descriptor descriptor = openNameless(folder);
-  if (!descriptor) {
-    TemporaryName name;
-    descriptor = name.create(folder);
-  }
-  std::FILE* const file = descriptor ? fdopen(descriptor.get(), "w+") : nullptr;
+  Descriptor descriptor = openTemporary(folder);
+  std::FILE* const file = streamOf(descriptor, "w+b");
   if (file == nullptr) throw OutputError("cannot be written: " + systemReason());
-  static_cast<void>(descriptor.release());
   return file;
 }
 

@@ -4,7 +4,6 @@
 
 #include "cli/archive/IntentProfile.h"
 #include "cli/base/Options.h"
-#include "cli/system/Descriptor.h"
 #include "cli/spool/Output.h"
 
 namespace quillpress::cli {

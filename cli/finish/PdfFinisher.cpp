@@ -113,13 +113,13 @@ void PdfFinisher::selectPages() {
   for (const std::uint64_t number : wanted) {
     // A page that comes again is a copy, as a page has one place in the tree.
     const bool isNew = kept.insert(number).second;
-    QPDFPageObjectHelper page = all[number];
+    QPDFPageObjectHelper page = all[static_cast<std::size_t>(number)];
     pages.addPage(isNew ? page : page.shallowCopyPage(), false);
   }
   // Bookmarks and links may still name the others, which would keep them in the file.
   for (std::uint64_t number = 0; number < all.size(); ++number) {
     if (kept.contains(number)) continue;
-    QPDFPageObjectHelper page = all[number];
+    QPDFPageObjectHelper page = all[static_cast<std::size_t>(number)];
     pdf_.replaceObject(page.getObjectHandle().getObjGen(), QPDFObjectHandle::newNull());
   }
 }
@@ -166,7 +166,8 @@ void PdfFinisher::writePage(std::uint64_t page, std::FILE* file) {
   guarded([&] {
     QPDF single;
     single.emptyPDF();
-    QPDFPageDocumentHelper(single).addPage(QPDFPageObjectHelper(pdf_.getAllPages()[page]), false);
+    QPDFPageDocumentHelper(single).addPage(
+        QPDFPageObjectHelper(pdf_.getAllPages()[static_cast<std::size_t>(page)]), false);
     QPDFObjectHandle information = single.copyForeignObject(pdf_.getTrailer().getKey("/Info"));
     single.getTrailer().replaceKey("/Info", information);
     if (options_.archive != ArchivePart::kNone) archive(single);

@@ -12,6 +12,7 @@
 #include "cli/base/Messages.h"
 #include "cli/base/Names.h"
 #include "cli/base/ProgressLine.h"
+#include "cli/system/Paths.h"
 
 namespace quillpress::cli {
 
@@ -99,7 +100,7 @@ int completePage(void* context, uint64_t pages) {
 // A name says as much as the job's first line.
 int cropOf(const Options& options) {
   if (options.keepsPageOfEps) return QUILLPRESS_CROP_NEVER;
-  const std::string ending = std::filesystem::path(options.job).extension();
+  const std::filesystem::path ending = pathOf(options.job).extension();
   return ending == ".eps" || ending == ".EPS" ? QUILLPRESS_CROP_ALWAYS : QUILLPRESS_CROP_ENCAPSULATED;
 }
 

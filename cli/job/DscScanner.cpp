@@ -111,7 +111,7 @@ std::size_t DscScanner::skipDataLineEnd(std::string_view bytes, std::size_t from
 }
 
 std::size_t DscScanner::skipDataBytes(std::string_view bytes, std::size_t from) {
-  const std::uint64_t skipped = std::min<std::uint64_t>(dataLeft_, bytes.size() - from);
+  const auto skipped = static_cast<std::size_t>(std::min<std::uint64_t>(dataLeft_, bytes.size() - from));
   dataLeft_ -= skipped;
   if (dataLeft_ == 0) state_ = State::kLines;
   return from + skipped;

@@ -9,6 +9,7 @@
 #include "cli/base/Errors.h"
 #include "cli/base/Messages.h"
 #include "cli/base/Names.h"
+#include "cli/system/Paths.h"
 #include "postscript/level3/document/Machine.h"
 #include "postscript/level3/interpreter/Interpreter.h"
 #include "postscript/level3/streams/FileStreams.h"
@@ -28,14 +29,14 @@ constexpr double kPageHeight = 842;
 level3::SourcePointer openProgram(const std::string& path) {
   if (path == "-") return std::make_shared<FileSource>(level3::borrowFile(stdin));
   std::error_code error;
-  if (std::filesystem::is_directory(path, error)) throw InputError("is a directory, not a program");
-  level3::FileHandle file = level3::openFile(path, "rb");
+  if (std::filesystem::is_directory(pathOf(path), error)) throw InputError("is a directory, not a program");
+  level3::FileHandle file = level3::openFile(pathOf(path), "rb");
   if (file == nullptr) throw InputError("cannot be opened: " + systemReason());
   return std::make_shared<FileSource>(std::move(file));
 }
 
 void applyLimits(Interpreter& interpreter, const Options& options) {
-  for (const std::string& folder : options.readableFolders) interpreter.fileAccess().allow(folder);
+  for (const std::string& folder : options.readableFolders) interpreter.fileAccess().allow(pathOf(folder));
   if (options.maxMemory) interpreter.memory().setLimit(*options.maxMemory);
   if (options.timeout) {
     const std::chrono::duration<double> time(*options.timeout);

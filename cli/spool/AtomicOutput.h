@@ -3,8 +3,8 @@
 #include <cstdio>
 #include <string>
 
-#include "cli/system/Descriptor.h"
 #include "cli/spool/Output.h"
+#include "cli/system/Descriptor.h"
 #include "cli/system/TemporaryName.h"
 
 namespace quillpress::cli {

@@ -1,8 +1,7 @@
 #include "cli/spool/SpoolWorker.h"
 
+#include <mutex>
 #include <utility>
-
-#include "cli/system/posix/BlockedSignals.h"
 
 namespace quillpress::cli {
 
@@ -13,11 +12,7 @@ constexpr std::size_t kMostWaiting = 2;
 
 }  // namespace
 
-SpoolWorker::SpoolWorker(Spool& spool) : spool_(spool) {
-  // A thread inherits what is held back: signals are for the main thread, see TemporaryName.
-  const BlockedSignals quiet;
-  thread_ = std::thread([this] { work(); });
-}
+SpoolWorker::SpoolWorker(Spool& spool) : spool_(spool), thread_(startThread([this] { work(); })) {}
 
 SpoolWorker::~SpoolWorker() {
   {

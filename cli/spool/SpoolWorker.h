@@ -1,15 +1,13 @@
 #pragma once
 
-#include <condition_variable>
 #include <cstddef>
 #include <deque>
 #include <exception>
 #include <functional>
-#include <mutex>
-#include <thread>
 #include <vector>
 
 #include "cli/spool/Spool.h"
+#include "cli/system/Threads.h"
 
 namespace quillpress::cli {
 
@@ -41,14 +39,14 @@ class SpoolWorker {
   void stop();
 
   Spool& spool_;
-  std::mutex mutex_;
-  std::condition_variable changed_;
+  Mutex mutex_;
+  ConditionVariable changed_;
   std::deque<Task> waiting_;  // guarded by mutex_, as are the next two
   bool isClosed_ = false;
   std::exception_ptr failure_;
   Ticket tickets_ = 0;                // of the thread that hands over
   std::vector<Spool::Piece> pieces_;  // of the worker's thread until it has ended
-  std::thread thread_;                // last, as it uses all of the above
+  Thread thread_;                     // last, as it uses all of the above
 };
 
 }  // namespace quillpress::cli

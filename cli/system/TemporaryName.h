@@ -23,8 +23,9 @@ class TemporaryName {
   // Gives the nameless file behind `file` a name in `folder`; false when that fails.
   bool link(const Descriptor& file, const std::string& folder);
 
-  // Puts the file in the place of `target`, whatever is there; the name is gone then. False when that fails.
-  bool moveTo(const std::string& target);
+  // Puts the file, which `file` has open, in the place of `target`, whatever is there; the name is gone then.
+  // False when that fails.
+  bool moveTo(const Descriptor& file, const std::string& target);
 
  private:
   void guard(const std::string& path);
@@ -37,5 +38,9 @@ class TemporaryName {
 // file systems that have none. It can be linked when the system shows descriptors as files.
 Descriptor openNameless(const std::string& folder);
 bool canLinkNameless();
+
+// A file for reading and writing that nobody else needs to find, and that is gone with its descriptor on
+// every file system. Empty when that fails.
+Descriptor openTemporary(const std::string& folder);
 
 }  // namespace quillpress::cli

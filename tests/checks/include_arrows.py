@@ -119,7 +119,8 @@ PUBLIC_HEADERS = {
 }
 
 WINDOWS_HEADER = "umpd/win32/Windows.h"
-SOURCES_OF_WINDOWS_HEADER = {WINDOWS_HEADER, "postscript/lib/base/DebugOutput.cpp"}
+SOURCES_OF_WINDOWS_HEADER = {
+    WINDOWS_HEADER, "cli/system/windows/Windows.h", "postscript/lib/base/DebugOutput.cpp"}
 PORTABLE = ("postscript/", "cli/")
 
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*(["<])([^">]+)[">]', re.MULTILINE)

@@ -1,5 +1,6 @@
 #include "cli/batch/WorkerProcess.h"
 
+#include <poll.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -7,9 +8,12 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstring>
 #include <utility>
 #include <vector>
+
+#include "cli/system/Descriptor.h"
 
 namespace quillpress::cli {
 
@@ -34,14 +38,15 @@ bool isSent(int line, const std::string& message) {
 }
 
 // What the copy does. It leaves without the ways of leaving of the process that it was copied from.
-[[noreturn]] void serve(const WorkerProcess::Work& work, const Descriptor& line, pid_t parent) {
+[[noreturn]] void workFor(const std::vector<Task>& tasks, const WorkerProcess::Work& work,
+                          const Descriptor& line, pid_t parent) {
   // By a signal that removes names of files on their way to their place.
   prctl(PR_SET_PDEATHSIG, SIGTERM);
   if (getppid() != parent) _exit(0);
   std::size_t task = 0;
   try {
     while (receive(line.get(), &task, sizeof task, 0) == sizeof task) {
-      if (!isSent(line.get(), encoded(work(task)))) break;
+      if (!isSent(line.get(), encoded(work(tasks[task])))) break;
     }
   } catch (...) {
     // Without an answer the other side knows enough.
@@ -52,7 +57,12 @@ bool isSent(int line, const std::string& message) {
 
 }  // namespace
 
-std::optional<WorkerProcess> WorkerProcess::start(const Work& work) {
+struct WorkerProcess::Connection {
+  pid_t process;
+  Descriptor line;
+};
+
+std::optional<WorkerProcess> WorkerProcess::start(const std::vector<Task>& tasks, const Work& work) {
   int ends[2];
   // Messages come whole or not at all.
   if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) return std::nullopt;
@@ -65,58 +75,71 @@ std::optional<WorkerProcess> WorkerProcess::start(const Work& work) {
   if (process < 0) return std::nullopt;
   if (process == 0) {
     own.reset();
-    serve(work, others, parent);
+    // Both know the list, so that a place in it says which task is meant.
+    workFor(tasks, work, others, parent);
   }
-  return WorkerProcess(process, std::move(own));
+  return WorkerProcess(std::make_unique<Connection>(Connection{process, std::move(own)}));
 }
 
-WorkerProcess::WorkerProcess(pid_t process, Descriptor line) : process_(process), line_(std::move(line)) {}
+bool WorkerProcess::serve(const Work& /*work*/) {
+  return false;
+}
 
-WorkerProcess::WorkerProcess(WorkerProcess&& other) noexcept
-    : process_(std::exchange(other.process_, -1)), line_(std::move(other.line_)) {}
+WorkerProcess::WorkerProcess(std::unique_ptr<Connection> connection) : connection_(std::move(connection)) {}
+
+WorkerProcess::WorkerProcess(WorkerProcess&& other) noexcept = default;
 
 WorkerProcess& WorkerProcess::operator=(WorkerProcess&& other) noexcept {
   if (this == &other) return *this;
-  end();
-  process_ = std::exchange(other.process_, -1);
-  line_ = std::move(other.line_);
+  if (connection_) howItEnded();
+  connection_ = std::move(other.connection_);
   return *this;
 }
 
+// One that waits for a task ends when nobody can give it one any more.
 WorkerProcess::~WorkerProcess() {
-  end();
+  if (connection_) howItEnded();
 }
 
-bool WorkerProcess::give(std::size_t task) const {
-  return send(line_.get(), &task, sizeof task, MSG_NOSIGNAL) == sizeof task;
+std::vector<std::size_t> WorkerProcess::waitForAny(const std::vector<const WorkerProcess*>& workers,
+                                                   std::chrono::milliseconds limit) {
+  std::vector<pollfd> lines;
+  for (const WorkerProcess* const worker : workers)
+    lines.push_back({worker->connection_->line.get(), POLLIN, 0});
+  std::vector<std::size_t> ready;
+  if (poll(lines.data(), lines.size(), static_cast<int>(limit.count())) <= 0) return ready;
+  for (std::size_t place = 0; place < lines.size(); ++place) {
+    if (lines[place].revents != 0) ready.push_back(place);
+  }
+  return ready;
 }
 
-std::optional<WorkerAnswer> WorkerProcess::answer() const {
+bool WorkerProcess::give(std::size_t task) {
+  return send(connection_->line.get(), &task, sizeof task, MSG_NOSIGNAL) == sizeof task;
+}
+
+std::optional<WorkerAnswer> WorkerProcess::answer() {
+  const int line = connection_->line.get();
   // A look at the message tells its length.
-  const ssize_t size = receive(line_.get(), nullptr, 0, MSG_PEEK | MSG_TRUNC);
+  const ssize_t size = receive(line, nullptr, 0, MSG_PEEK | MSG_TRUNC);
   if (size <= 0) return std::nullopt;
   std::string message(static_cast<std::size_t>(size), '\0');
-  if (receive(line_.get(), message.data(), message.size(), 0) != size) return std::nullopt;
+  if (receive(line, message.data(), message.size(), 0) != size) return std::nullopt;
   return WorkerAnswer{static_cast<ExitCode>(message.front()), message.substr(1)};
 }
 
 std::string WorkerProcess::howItEnded() {
+  const std::unique_ptr<Connection> connection = std::move(connection_);
   // Closing would not do: processes that were copied later hold this end, too.
-  shutdown(line_.get(), SHUT_RDWR);
-  line_.reset();
+  shutdown(connection->line.get(), SHUT_RDWR);
+  connection->line.reset();
   int status = 0;
-  while (waitpid(process_, &status, 0) < 0) {
+  while (waitpid(connection->process, &status, 0) < 0) {
     if (errno != EINTR) break;
   }
-  process_ = -1;
   if (!WIFSIGNALED(status)) return "ended by itself";
   const int number = WTERMSIG(status);
   return "was ended by signal " + std::to_string(number) + ": " + strsignal(number);
-}
-
-// One that waits for a task ends when nobody can give it one any more.
-void WorkerProcess::end() {
-  if (process_ > 0) howItEnded();
 }
 
 }  // namespace quillpress::cli

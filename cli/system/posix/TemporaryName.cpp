@@ -4,12 +4,14 @@
 #include <limits.h>
 #include <stdlib.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 #include "cli/system/posix/BlockedSignals.h"
 
@@ -56,6 +58,15 @@ std::string freshName(const std::string& folder) {
   return name;
 }
 
+// Not every file system can make nameless files; there the name goes at once.
+Descriptor openUnlinked(const std::string& folder) {
+  const BlockedSignals quiet;
+  std::string name = folder + kPattern;
+  Descriptor file(mkostemp(name.data(), O_CLOEXEC));
+  if (file) unlink(name.c_str());
+  return file;
+}
+
 }  // namespace
 
 TemporaryName::~TemporaryName() {
@@ -89,7 +100,7 @@ bool TemporaryName::link(const Descriptor& file, const std::string& folder) {
   return false;
 }
 
-bool TemporaryName::moveTo(const std::string& target) {
+bool TemporaryName::moveTo(const Descriptor& /*file*/, const std::string& target) {
   const BlockedSignals quiet;
   if (std::rename(path_.c_str(), target.c_str()) != 0) return false;
   forget();
@@ -115,6 +126,11 @@ Descriptor openNameless(const std::string& folder) {
 
 bool canLinkNameless() {
   return access("/proc/self/fd", X_OK) == 0;
+}
+
+Descriptor openTemporary(const std::string& folder) {
+  Descriptor file = openNameless(folder);
+  return file ? std::move(file) : openUnlinked(folder);
 }
 
 }  // namespace quillpress::cli

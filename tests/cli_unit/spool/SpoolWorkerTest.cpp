@@ -4,9 +4,9 @@
 #include <atomic>
 #include <stdexcept>
 
-#include "cli/system/posix/BlockedSignals.h"
 #include "cli/spool/DeflateTask.h"
 #include "cli/spool/SpoolWorker.h"
+#include "cli/system/posix/BlockedSignals.h"
 #include "tests/cli_unit/TemporaryFolder.h"
 
 namespace quillpress::cli {

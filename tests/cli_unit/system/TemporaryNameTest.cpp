@@ -4,8 +4,8 @@
 
 #include <optional>
 
-#include "cli/system/posix/BlockedSignals.h"
 #include "cli/system/TemporaryName.h"
+#include "cli/system/posix/BlockedSignals.h"
 #include "tests/cli_unit/TemporaryFolder.h"
 
 namespace quillpress::cli {
@@ -54,7 +54,7 @@ TEST_F(TemporaryNameTest, MovingReplacesTheTarget) {
     TemporaryName name;
     const Descriptor file = name.create(folder());
     writeTo(file, "after");
-    EXPECT_TRUE(name.moveTo(path("target")));
+    EXPECT_TRUE(name.moveTo(file, path("target")));
   }
   EXPECT_EQ(files(), std::vector<std::string>{"target"});
   EXPECT_EQ(read("target"), "after");
@@ -69,7 +69,7 @@ TEST_F(TemporaryNameTest, ANamelessFileGetsAName) {
   ASSERT_TRUE(canLinkNameless());
   ASSERT_TRUE(name.link(file, folder()));
   EXPECT_EQ(files().size(), 1U);
-  ASSERT_TRUE(name.moveTo(path("target")));
+  ASSERT_TRUE(name.moveTo(file, path("target")));
   EXPECT_EQ(files(), std::vector<std::string>{"target"});
   EXPECT_EQ(read("target"), "text");
 }
@@ -105,7 +105,7 @@ TEST_F(TemporaryNameTest, ASignalAfterTheMoveLeavesTheTarget) {
   const int status = statusOfChild([&] {
     TemporaryName name;
     const Descriptor file = name.create(folder());
-    if (name.moveTo(path("target"))) raise(SIGTERM);
+    if (name.moveTo(file, path("target"))) raise(SIGTERM);
   });
   EXPECT_TRUE(WIFSIGNALED(status));
   EXPECT_EQ(files(), std::vector<std::string>{"target"});

@@ -9,9 +9,6 @@ namespace {
 
 using Lock = driver::CriticalSection::Lock;
 
-// Milliseconds that one action may take while the program is leaving.
-constexpr DWORD kTimeForAnAction = 5000;
-
 }  // namespace
 
 ActionQueue::ActionQueue(std::function<void(const Message&)> action)
@@ -29,7 +26,7 @@ void ActionQueue::push(Message message) {
   SetEvent(wake_.get());
 }
 
-bool ActionQueue::finish() {
+bool ActionQueue::finish(DWORD timeForAnAction) {
   {
     const Lock lock(section_);
     isFinishing_ = true;
@@ -37,7 +34,7 @@ bool ActionQueue::finish() {
   SetEvent(wake_.get());
   // A slow reader of the log is waited for as long as it reads at all.
   for (std::size_t before = doneCount();;) {
-    if (WaitForSingleObject(thread_.get(), kTimeForAnAction) == WAIT_OBJECT_0) return true;
+    if (WaitForSingleObject(thread_.get(), timeForAnAction) == WAIT_OBJECT_0) return true;
     const std::size_t now = doneCount();
     if (now == before) return false;
     before = now;

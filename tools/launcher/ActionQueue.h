@@ -22,9 +22,11 @@ class ActionQueue {
   // Never waits for an action. When kCapacity messages wait, the message is lost.
   void push(Message message);
 
-  // Waits for the actions, and ends the thread. False when one of them does not end: then the process can
-  // only be ended with it.
-  [[nodiscard]] bool finish();
+  // Waits for the actions, and ends the thread. False when one of them does not end within so many
+  // milliseconds: then the process can only be ended with it.
+  [[nodiscard]] bool finish(DWORD timeForAnAction = kTimeForAnAction);
+
+  static constexpr DWORD kTimeForAnAction = 5000;
 
   // Some 100 MB of messages, or the printing of several days.
   static constexpr std::size_t kCapacity = 100'000;

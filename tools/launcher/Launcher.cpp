@@ -29,16 +29,24 @@ bool start(std::wstring commandLine) {
 
 }  // namespace
 
-Launcher::Launcher(const Options& options, Receiver& receiver, Log& log)
-    : options_(options), receiver_(receiver), log_(log) {}
+Launcher::Launcher(const Options& options, Receiver& receiver, Log& log, HANDLE stop)
+    : options_(options), receiver_(receiver), log_(log), stop_(stop), conversion_(options, log, stop) {}
 
-bool Launcher::run(HANDLE stop) {
+bool Launcher::run() {
   const Deadline deadline(options_.timeLimit);
   if (receiver_.takeOverRequest()) serve();
-  while (!done_ && receiver_.wait(stop, deadline.remaining()) == Receiver::Woken::kByRequest) serve();
+  while (!done_ && receiver_.wait(stop_, deadline.remaining()) == Receiver::Woken::kByRequest) serve();
   receiver_.close();
   while (receiver_.isRequestedWithin(kTimeForLatecomers)) serve();
-  return actions_.finish();
+  return finishActions();
+}
+
+// Those that write first: they hand over to those that convert. Who wants the program to end at once ends the
+// conversions; otherwise the last files are converted, as there is nobody who would do it later.
+bool Launcher::finishActions() {
+  if (!actions_.finish()) return false;
+  const bool isStopped = WaitForSingleObject(stop_, 0) == WAIT_OBJECT_0;
+  return conversions_.finish(isStopped ? ActionQueue::kTimeForAnAction : INFINITE);
 }
 
 // Acknowledged first: the program that prints stands still until then, and so does every other job of the
@@ -54,7 +62,7 @@ void Launcher::serve() {
 
 void Launcher::act(const Message& message) {
   write(message);
-  if (message.kind == Message::Kind::kStopPrint) runCommand(message);
+  if (message.kind == Message::Kind::kStopPrint) finishFile(message);
 }
 
 void Launcher::write(const Message& message) {
@@ -76,8 +84,9 @@ void Launcher::write(const Message& message) {
   }
 }
 
-void Launcher::runCommand(const Message& message) {
-  if (!options_.command) return;
+void Launcher::finishFile(const Message& message) {
+  const bool isConverted = conversion_.isWanted();
+  if (!isConverted && !options_.command) return;
   const std::wstring path = driver::fromAnsi(message.outputPath);
   // A job that went wrong in the queue has lost its file. And who may write messages need not be the printer:
   // no command for what is no file.
@@ -85,6 +94,24 @@ void Launcher::runCommand(const Message& message) {
     log_.writeLine(logLine({L"no such file", path}));
     return;
   }
+  if (isConverted) {
+    conversions_.push(message);
+  } else {
+    runCommand(path, message);
+  }
+}
+
+void Launcher::convert(const Message& message) {
+  const auto pdf = conversion_.convert(driver::fromAnsi(message.outputPath));
+  if (!pdf) return;
+  if (options_.command) {
+    runCommand(*pdf, message);
+  } else if (!options_.fileOnly) {
+    conversion_.open(*pdf);
+  }
+}
+
+void Launcher::runCommand(const std::wstring& path, const Message& message) {
   const std::wstring commandLine =
       options_.command->commandLine(path, driver::fromAnsi(message.documentName));
   if (!start(commandLine)) log_.writeLine(logLine({L"cannot run", commandLine}));

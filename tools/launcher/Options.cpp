@@ -36,6 +36,14 @@ class OptionReader {
       options_.leaveAfter = LeaveAfter::kFirstMessage;
     } else if (name == L"--until-stopprint") {
       options_.leaveAfter = LeaveAfter::kFirstStopPrint;
+    } else if (name == L"--convert") {
+      options_.conversion = Conversion::kAlways;
+    } else if (name == L"--no-convert") {
+      options_.conversion = Conversion::kNever;
+    } else if (name == L"--file-only") {
+      options_.fileOnly = true;
+    } else if (name == L"--folder") {
+      options_.folder = valueOf(name);
     } else if (name == L"--log") {
       options_.logFile = valueOf(name);
     } else if (name == L"--run") {
@@ -72,10 +80,18 @@ const wchar_t* const kHelpText =
     L"\n"
     L"  startprint  PRINTER\n"
     L"  stopprint   PRINTER  FILE  DOCUMENT\n"
+    L"  converted   PDF  EXIT-CODE\n"
     L"\n"
     L"  --log FILE          append the lines to FILE, not to standard output\n"
     L"  --run COMMAND       run COMMAND for each finished file; its first %s becomes the\n"
     L"                      path of the file, its second the name of the document\n"
+    L"  --convert           make a PDF of each finished file with quillpress.exe, and open it;\n"
+    L"                      the default without --run, when that lies beside this program.\n"
+    L"                      With --run the command gets the PDF, and nothing is opened\n"
+    L"  --no-convert        leave finished files as they are\n"
+    L"  --folder DIR        put the PDFs there; otherwise a PDF takes the place of a file that\n"
+    L"                      is named .pdf, and goes beside others\n"
+    L"  --file-only         make the PDF, but do not open it\n"
     L"  --once              leave after the first message\n"
     L"  --until-stopprint   leave after the first finished file\n"
     L"  --exit-after N      leave after N seconds\n"

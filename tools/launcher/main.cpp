@@ -52,9 +52,9 @@ ExitCode listen(const Options& options) {
     case Receiver::Opened::kListening:
       break;
   }
-  Launcher launcher(options, receiver, log);
+  Launcher launcher(options, receiver, log, stop.event());
   // Lines that nobody takes are lost; their thread cannot be told to end.
-  if (!launcher.run(stop.event())) TerminateProcess(GetCurrentProcess(), static_cast<UINT>(ExitCode::kLeft));
+  if (!launcher.run()) TerminateProcess(GetCurrentProcess(), static_cast<UINT>(ExitCode::kLeft));
   return ExitCode::kLeft;
 }
 

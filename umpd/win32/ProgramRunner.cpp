@@ -1,5 +1,7 @@
 #include "umpd/win32/ProgramRunner.h"
 
+#include <array>
+
 #include "umpd/rules/Trace.h"
 #include "umpd/win32/Diagnostics.h"
 #include "umpd/win32/Resources.h"
@@ -17,6 +19,15 @@ STARTUPINFOW startupFor(const ProgramRun& run) {
     startup.wShowWindow = static_cast<WORD>(*run.showState == kForceMinimise ? SW_HIDE : *run.showState);
   }
   return startup;
+}
+
+void waitForEnd(HANDLE process, HANDLE endWhen) {
+  const std::array handles{process, endWhen};
+  const DWORD count = endWhen == nullptr ? 1 : 2;
+  // When both have come the program has ended by itself.
+  if (WaitForMultipleObjects(count, handles.data(), FALSE, INFINITE) == WAIT_OBJECT_0) return;
+  TerminateProcess(process, ERROR_CANCELLED);
+  WaitForSingleObject(process, INFINITE);
 }
 
 const wchar_t* orNull(const std::wstring& text) {
@@ -38,7 +49,7 @@ bool startProgram(const ProgramRun& run, unsigned long* exitCode) {
   const KernelHandle processHandle(process.hProcess);
   const KernelHandle threadHandle(process.hThread);
   if (run.waitForEnd) {
-    WaitForSingleObject(processHandle.get(), INFINITE);
+    waitForEnd(processHandle.get(), run.endWhen);
     if (exitCode != nullptr) GetExitCodeProcess(processHandle.get(), exitCode);
   }
   return true;

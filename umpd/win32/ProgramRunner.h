@@ -13,6 +13,7 @@ struct ProgramRun {
   std::optional<int> showState;  // as for ShowWindow; 11 counts as 0, hidden
   bool isDetached = false;       // without the caller's console, with normal priority
   bool waitForEnd = false;       // without limit
+  void* endWhen = nullptr;       // an event that ends the program while it is waited for; may be null
 };
 
 // Starts the program; the one place that does. False, with the last error, when it cannot be started. After

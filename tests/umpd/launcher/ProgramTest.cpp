@@ -26,7 +26,7 @@ class ProgramTest : public ::testing::Test {
   }
 
   [[nodiscard]] std::wstring commandLine(const std::wstring& options) const {
-    return L"\"" + program + L"\" --log \"" + log() + L"\" --exit-after 50 " + options;
+    return L"\"" + program + L"\" --log \"" + log() + L"\" --exit-after 50 --no-convert " + options;
   }
 
   // Starts the launcher and waits until it listens.

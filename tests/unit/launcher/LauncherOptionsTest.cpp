@@ -28,6 +28,9 @@ TEST(LauncherOptionsTest, WithoutOptionsItListensForEver) {
   EXPECT_EQ(options.leaveAfter, LeaveAfter::kNothing);
   EXPECT_FALSE(options.timeLimit);
   EXPECT_FALSE(options.help);
+  EXPECT_EQ(options.conversion, Conversion::kWhenInstalled);
+  EXPECT_EQ(options.folder, L"");
+  EXPECT_FALSE(options.fileOnly);
 }
 
 TEST(LauncherOptionsTest, ReadsEachOption) {
@@ -40,10 +43,20 @@ TEST(LauncherOptionsTest, ReadsEachOption) {
   EXPECT_TRUE(options.help);
 }
 
+TEST(LauncherOptionsTest, ConversionsCanBeAskedForAndRefused) {
+  EXPECT_EQ(parse({L"--convert"}).conversion, Conversion::kAlways);
+  EXPECT_EQ(parse({L"--no-convert"}).conversion, Conversion::kNever);
+  const Options options = parse({L"--folder", L"C:\\Archive", L"--file-only"});
+  EXPECT_EQ(options.folder, L"C:\\Archive");
+  EXPECT_TRUE(options.fileOnly);
+  EXPECT_EQ(options.conversion, Conversion::kWhenInstalled);
+}
+
 TEST(LauncherOptionsTest, TheLastWordCounts) {
   EXPECT_EQ(parse({L"--once", L"--until-stopprint"}).leaveAfter, LeaveAfter::kFirstStopPrint);
   EXPECT_EQ(parse({L"--until-stopprint", L"--once"}).leaveAfter, LeaveAfter::kFirstMessage);
   EXPECT_EQ(parse({L"--log", L"a", L"--log", L"b"}).logFile, L"b");
+  EXPECT_EQ(parse({L"--convert", L"--no-convert"}).conversion, Conversion::kNever);
 }
 
 TEST(LauncherOptionsTest, ATimeLimitIsAFewDigits) {
@@ -55,7 +68,7 @@ TEST(LauncherOptionsTest, ATimeLimitIsAFewDigits) {
 }
 
 TEST(LauncherOptionsTest, ValuesCannotBeMissing) {
-  for (const wchar_t* option : {L"--log", L"--run", L"--exit-after"}) {
+  for (const wchar_t* option : {L"--log", L"--run", L"--exit-after", L"--folder"}) {
     const std::wstring complaint = std::wstring(option) + L" needs a value";
     EXPECT_EQ(complaintAbout({option}), complaint);
     EXPECT_EQ(complaintAbout({option, L""}), complaint);

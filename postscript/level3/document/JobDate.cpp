@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <vector>
 
 namespace quillpress::level3 {
@@ -205,6 +206,26 @@ bool isPacked(std::string_view text) {
   return text.size() >= 8 && std::all_of(text.begin(), text.begin() + 8, isDigit);
 }
 
+// What a PDF file's date can say: the years 0 to 9999.
+constexpr std::int64_t kFirstSecond = -62'167'219'200;
+constexpr std::int64_t kLastSecond = 253'402'300'799;
+
+// Without the C library's time_t, which ends in 2038 where it has 32 bits.
+std::string pdfDateOfSeconds(std::int64_t secondsSince1970) {
+  using namespace std::chrono;
+  const sys_seconds moment{seconds(secondsSince1970)};
+  const auto midnight = floor<days>(moment);
+  const year_month_day day(midnight);
+  const hh_mm_ss<seconds> time(moment - midnight);
+  std::array<char, 40> date{};
+  const int size =
+      std::snprintf(date.data(), date.size(), "D:%04d%02u%02u%02d%02d%02dZ", static_cast<int>(day.year()),
+                    static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()),
+                    static_cast<int>(time.hours().count()), static_cast<int>(time.minutes().count()),
+                    static_cast<int>(time.seconds().count()));
+  return std::string(date.data(), static_cast<std::size_t>(size));
+}
+
 }  // namespace
 
 std::optional<std::string> pdfDateOf(std::string_view comment) {
@@ -218,15 +239,13 @@ std::optional<std::string> pdfDateOfEnvironment() {
   const char* const variable = std::getenv("SOURCE_DATE_EPOCH");
   if (variable == nullptr) return std::nullopt;
   const std::string_view text(variable);
-  std::time_t seconds = 0;
+  std::int64_t seconds = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
-  std::tm parts{};
-  if (error != std::errc() || end != text.data() + text.size() || gmtime_r(&seconds, &parts) == nullptr) {
+  if (error != std::errc() || end != text.data() + text.size() || seconds < kFirstSecond ||
+      seconds > kLastSecond) {
     return std::nullopt;
   }
-  std::array<char, 40> date{};
-  const std::size_t size = std::strftime(date.data(), date.size(), "D:%Y%m%d%H%M%SZ", &parts);
-  return std::string(date.data(), size);
+  return pdfDateOfSeconds(seconds);
 }
 
 }  // namespace quillpress::level3

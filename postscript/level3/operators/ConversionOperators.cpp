@@ -73,7 +73,7 @@ std::string inRadix(std::uint64_t value, unsigned radix) {
   constexpr std::string_view kDigits = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
   std::string digits;
   do {
-    digits.insert(digits.begin(), kDigits[value % radix]);
+    digits.insert(digits.begin(), kDigits[static_cast<std::size_t>(value % radix)]);
     value /= radix;
   } while (value != 0);
   return digits;

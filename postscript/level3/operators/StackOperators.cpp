@@ -65,7 +65,7 @@ void roll(Interpreter& interpreter) {
   const auto modulus = static_cast<std::int64_t>(count);
   const std::int64_t up = ((turns % modulus) + modulus) % modulus;
   const std::span<Object> rolled = operands.last(count);
-  std::rotate(rolled.begin(), rolled.end() - up, rolled.end());
+  std::rotate(rolled.begin(), rolled.end() - static_cast<std::ptrdiff_t>(up), rolled.end());
 }
 
 // any1 ... anyN ->

@@ -57,8 +57,8 @@ void ashow(Interpreter& interpreter) {
 
 // The code that widthshow looks for; in a base font, a byte. Throws rangecheck.
 std::uint32_t codeToWiden(Interpreter& interpreter, const Object& code) {
-  constexpr std::int64_t kLastOfByte = 255;
-  constexpr std::int64_t kLast = 0x7fffffff;
+  constexpr std::size_t kLastOfByte = 255;
+  constexpr std::size_t kLast = 0x7fffffff;
   return static_cast<std::uint32_t>(countOf(code, isComposite(interpreter) ? kLast : kLastOfByte));
 }
 

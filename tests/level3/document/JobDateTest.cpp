@@ -47,7 +47,11 @@ TEST(JobDateTest, WhatLeavesADoubtIsNoDate) {
 TEST(JobDateTest, TheEnvironmentCanGiveADate) {
   setenv("SOURCE_DATE_EPOCH", "86400", 1);
   EXPECT_EQ(pdfDateOfEnvironment(), "D:19700102000000Z");
-  for (const char* const text : {"", "x", "1x", "99999999999999999999"}) {
+  // Behind the end of a time_t of 32 bits.
+  setenv("SOURCE_DATE_EPOCH", "4107542399", 1);
+  EXPECT_EQ(pdfDateOfEnvironment(), "D:21000228235959Z");
+  // A year that a PDF file's date has no room for.
+  for (const char* const text : {"", "x", "1x", "253402300800", "99999999999999999999"}) {
     setenv("SOURCE_DATE_EPOCH", text, 1);
     EXPECT_EQ(pdfDateOfEnvironment(), std::nullopt) << text;
   }

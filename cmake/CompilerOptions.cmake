@@ -49,7 +49,11 @@ if(QUILLPRESS_FUZZ)
 endif()
 
 if(WIN32)
-  # Windows 2000 is the oldest system that the library loads on; a newer declaration must not even compile.
+  # Windows 2000 is the oldest system that the library loads on; a newer declaration must not even compile. A target
+  # that needs a newer system says so by this property.
+  define_property(TARGET PROPERTY QUILLPRESS_WINDOWS_VERSION)
+  set(asked $<TARGET_PROPERTY:QUILLPRESS_WINDOWS_VERSION>)
+  set(version $<IF:$<BOOL:${asked}>,${asked},0x0500>)
   target_compile_definitions(quillpress_options INTERFACE
-    _WIN32_WINNT=0x0500 WINVER=0x0500 NOMINMAX WIN32_LEAN_AND_MEAN)
+    _WIN32_WINNT=${version} WINVER=${version} NOMINMAX WIN32_LEAN_AND_MEAN)
 endif()

@@ -15,6 +15,9 @@ if(WIN32)
   # Only the library for Windows has the driver's functions, and a launcher to print with.
   install(FILES include/quillpress/driver.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quillpress ${development})
   install(TARGETS quillpress twsmsnd RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} ${program})
+  if(TARGET quillpress-cli)
+    install(TARGETS quillpress-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} ${program})
+  endif()
   return()
 endif()
 

@@ -31,7 +31,7 @@ class ByteReader {
   }
 
   std::string_view take(std::size_t size) {
-    if (size > left()) throw FontError("the font's data ends too early");
+    if (at_ > bytes_.size() || size > left()) throw FontError("the font's data ends too early");
     at_ += size;
     return bytes_.substr(at_ - size, size);
   }

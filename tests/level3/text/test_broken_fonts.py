@@ -148,6 +148,8 @@ CASES = {
     "a glyph made of one beyond the end": (lambda: composite((36, 65535)), LACKS),
     "a glyph entry that is cut off": (lambda: composite((36, 37)).replace("36 <FFFF 0000", "36 <FFFF> 99 <FFFF"), LACKS),
     "a CIDMap beyond the data": (lambda: cid_font(lambda text: text.replace("/CIDMapOffset 0", "/CIDMapOffset 900000")), LACKS),
+    "a CIDMap of no bytes beyond the data": (lambda: cid_font(lambda text: text.replace("/CIDMapOffset 0", "/CIDMapOffset 900000")
+                                                            .replace("/FDBytes 1", "/FDBytes 0")), LACKS),
     "more CIDs than there are": (lambda: cid_font(lambda text: text.replace("/CIDCount 3", "/CIDCount 2000000000")), None),
     "numbers of nine bytes": (lambda: cid_font(lambda text: text.replace("/GDBytes 2", "/GDBytes 9")), INVALID),
     "a negative offset": (lambda: cid_font(lambda text: text.replace("/CIDMapOffset 0", "/CIDMapOffset -5")), INVALID),

@@ -15,10 +15,6 @@ constexpr int kAlternative = 2;
 constexpr int kTint = 3;
 constexpr int kAttributes = 4;
 
-QPDFObjectHandle name(const char* text) {
-  return QPDFObjectHandle::newName(text);
-}
-
 std::string bytesOf(QPDFObjectHandle stream) {
   const std::shared_ptr<Buffer> data = stream.getStreamData(qpdf_dl_generalized);
   return {reinterpret_cast<const char*>(data->getBuffer()), data->getSize()};
@@ -113,9 +109,9 @@ void Inks::completeSeveral(QPDF& pdf, QPDFObjectHandle space) {
     if (isProcessInk(key)) continue;
     if (!looks_.contains(key)) {
       const QPDFObjectHandle tint = tintOf(pdf, space.getArrayItem(kTint), inks, ink);
-      looks_.emplace(
-          key, pdf.makeIndirectObject(QPDFObjectHandle::newArray(
-                   {name("/Separation"), names.getArrayItem(ink), space.getArrayItem(kAlternative), tint})));
+      looks_.emplace(key, pdf.makeIndirectObject(QPDFObjectHandle::newArray(
+                              {QPDFObjectHandle::newName("/Separation"), names.getArrayItem(ink),
+                               space.getArrayItem(kAlternative), tint})));
     }
     looks.replaceKey(key, looks_.at(key));
   }

@@ -34,6 +34,7 @@ FINDING = re.compile(r"^(?P<file>[^\s:]+):\d+:\d+: (?:error|warning): .*\[(?P<ch
 LOCAL = re.compile(r"^namespace \{$(.*?)^\}  // namespace$", re.MULTILINE | re.DOTALL)
 # A type, or a function or variable behind its type.
 DECLARED = re.compile(r"^(?:(?:struct|class|enum class|using) (\w+)|[\w\[][\w:<>,*&\[\] ]*[ *&](\w+)(?: =|[(\[{;]))", re.MULTILINE)
+BATCH_OF_THE_BUILD = re.compile(r"/Unity/unity_\w+\.c(xx)?$")
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*"([^"]+)"', re.MULTILINE)
 
 # A header of libqpdf holds a vector of a type that is not finished yet. With GCC 12's library in C++20 clang
@@ -104,9 +105,19 @@ def sources_below(path):
     return path.rglob("*") if path.is_dir() else [path]
 
 
-def sources(options):
-    with open(options.build / "compile_commands.json", encoding="utf-8") as file:
+def compiled(build):
+    """What the build compiles, by the path of the source. One that compiles in batches has a file that includes each."""
+    with open(build / "compile_commands.json", encoding="utf-8") as file:
         entries = {entry["file"]: entry for entry in json.load(file)}
+    for path, entry in list(entries.items()):
+        if BATCH_OF_THE_BUILD.search(path):
+            included = INCLUDE.findall(pathlib.Path(path).read_text(encoding="utf-8"))
+            entries |= {source: entry | {"file": path} for source in included}
+    return entries
+
+
+def sources(options):
+    entries = compiled(options.build)
     wanted = {str(path) for folder in options.folders for path in sources_below(options.project / folder)
               if path.suffix in {".c", ".cpp"}}
     skipped = tuple(str(options.project / folder) for folder in options.without)

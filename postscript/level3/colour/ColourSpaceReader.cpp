@@ -17,14 +17,14 @@ using Kind = ColourSpace::Kind;
 
 constexpr int kMostIndexedColours = 4095;
 // Indexed on Separation on CIEBased is as deep as the language goes.
-constexpr int kDeepestNesting = 4;
+constexpr int kDeepestBaseSpace = 4;
 
 class Reader {
  public:
   explicit Reader(Interpreter& interpreter) : interpreter_(interpreter) {}
 
   ColourSpacePointer read(const Object& description, int depth) {
-    if (depth > kDeepestNesting) raise(ErrorName::kRangeCheck);
+    if (depth > kDeepestBaseSpace) raise(ErrorName::kRangeCheck);
     const Object array = asArray(description);
     if (array.length() == 0) raise(ErrorName::kRangeCheck);
     const Object& family = array.elements()[0];

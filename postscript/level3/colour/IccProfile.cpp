@@ -14,7 +14,7 @@ namespace {
 struct CurveDeleter {
   void operator()(cmsToneCurve* curve) const { cmsFreeToneCurve(curve); }
 };
-using Curve = std::unique_ptr<cmsToneCurve, CurveDeleter>;
+using ToneCurve = std::unique_ptr<cmsToneCurve, CurveDeleter>;
 
 struct PipelineDeleter {
   void operator()(cmsPipeline* pipeline) const { cmsPipelineFree(pipeline); }
@@ -32,13 +32,13 @@ Profile newProfile(cmsProfileClassSignature kind, cmsColorSpaceSignature space,
   return profile;
 }
 
-Curve curveOf(std::span<const double> values) {
+ToneCurve curveOf(std::span<const double> values) {
   std::vector<std::uint16_t> table;
   for (const double value : values) {
     table.push_back(static_cast<std::uint16_t>(std::lround(std::clamp(value, 0.0, 1.0) * 65535)));
   }
-  return required(
-      Curve(cmsBuildTabulatedToneCurve16(nullptr, static_cast<cmsUInt32Number>(table.size()), table.data())));
+  return required(ToneCurve(
+      cmsBuildTabulatedToneCurve16(nullptr, static_cast<cmsUInt32Number>(table.size()), table.data())));
 }
 
 cmsCIEXYZ adapted(const Xyz& colour, const Xyz& white) {

@@ -18,7 +18,7 @@ constexpr std::array<std::string_view, 42> kCalculatorOperators{
     "index", "le",   "ln",    "log",  "lt",       "mod",     "mul",  "ne",       "neg",  "not", "or",
     "pop",   "roll", "round", "sin",  "sqrt",     "sub",     "true", "truncate", "xor"};
 
-constexpr int kDeepestNesting = 16;
+constexpr int kDeepestProcedure = 16;
 constexpr std::size_t kLongestText = 16UL * 1024;
 
 class CalculatorWriter {
@@ -26,7 +26,7 @@ class CalculatorWriter {
   explicit CalculatorWriter(Interpreter& interpreter) : interpreter_(interpreter) {}
 
   bool write(const Object& procedure, int depth) {
-    if (depth > kDeepestNesting || !procedure.isReadable()) return false;
+    if (depth > kDeepestProcedure || !procedure.isReadable()) return false;
     text_ += '{';
     for (std::uint32_t index = 0; index < procedure.length(); ++index) {
       const Object& element = procedure.elements()[index];

@@ -12,8 +12,8 @@ namespace {
 
 // Samples of a function that PDF's calculator cannot run: many for one input, few for each of many.
 std::size_t samplesFor(std::size_t inputs) {
-  constexpr std::array<std::size_t, 5> kSamples{256, 33, 13, 7, 5};
-  return inputs <= kSamples.size() ? kSamples[inputs - 1] : (inputs <= 8 ? 3 : 2);
+  constexpr std::array<std::size_t, 5> kSamplesAlong{256, 33, 13, 7, 5};
+  return inputs <= kSamplesAlong.size() ? kSamplesAlong[inputs - 1] : (inputs <= 8 ? 3 : 2);
 }
 
 // More would take longer than anyone waits.

@@ -13,7 +13,7 @@ namespace quillpress::level3 {
 namespace {
 
 // The format allows 48.
-constexpr std::size_t kMostOperands = 513;
+constexpr std::size_t kMostDictOperands = 513;
 
 constexpr std::array<std::string_view, 16> kNibbles{"0", "1", "2", "3", "4",  "5", "6", "7",
                                                     "8", "9", ".", "E", "E-", "",  "-", ""};
@@ -61,7 +61,7 @@ void appendReal(std::string& bytes, double value) {
   for (std::size_t i = 0; i < nibbles.size(); i += 2) append8(bytes, nibbles[i] << 4 | nibbles[i + 1]);
 }
 
-void appendNumber(std::string& bytes, double value) {
+void appendDictNumber(std::string& bytes, double value) {
   constexpr double kLargest = 2147483647;
   if (value != std::floor(value) || std::abs(value) > kLargest) {
     appendReal(bytes, value);
@@ -90,7 +90,7 @@ CffDict::CffDict(std::string_view bytes) {
   while (!reader.atEnd()) {
     const std::uint8_t first = reader.u8();
     if (first > 21) {
-      if (operands.size() >= kMostOperands) throw FontError("a CFF dictionary has too many operands");
+      if (operands.size() >= kMostDictOperands) throw FontError("a CFF dictionary has too many operands");
       operands.push_back(readNumber(first, reader));
       continue;
     }
@@ -126,7 +126,7 @@ std::vector<double> CffDict::sums(CffKey key) const {
 }
 
 CffDictWriter& CffDictWriter::numbers(CffKey key, std::span<const double> values) {
-  for (const double value : values) appendNumber(bytes_, std::isfinite(value) ? value : 0);
+  for (const double value : values) appendDictNumber(bytes_, std::isfinite(value) ? value : 0);
   finish(key);
   return *this;
 }

@@ -49,32 +49,32 @@ constexpr std::string_view kStrings =
     "Thornsmall Ydieresissmall 001.000 001.001 001.002 001.003 Black Bold Book Light Medium Regular "
     "Roman Semibold";
 
-struct Range {
+struct SidRange {
   std::uint16_t first;
   std::uint16_t count;
 };
 
-constexpr auto kExpertCharset = std::to_array<Range>({{1, 1},
-                                                      {229, 10},
-                                                      {13, 3},
-                                                      {99, 1},
-                                                      {239, 10},
-                                                      {27, 2},
-                                                      {249, 18},
-                                                      {109, 2},
-                                                      {267, 52},
-                                                      {158, 1},
-                                                      {155, 1},
-                                                      {163, 1},
-                                                      {319, 8},
-                                                      {150, 1},
-                                                      {164, 1},
-                                                      {169, 1},
-                                                      {327, 52}});
+constexpr auto kExpertCharset = std::to_array<SidRange>({{1, 1},
+                                                         {229, 10},
+                                                         {13, 3},
+                                                         {99, 1},
+                                                         {239, 10},
+                                                         {27, 2},
+                                                         {249, 18},
+                                                         {109, 2},
+                                                         {267, 52},
+                                                         {158, 1},
+                                                         {155, 1},
+                                                         {163, 1},
+                                                         {319, 8},
+                                                         {150, 1},
+                                                         {164, 1},
+                                                         {169, 1},
+                                                         {327, 52}});
 constexpr auto kExpertSubsetCharset =
-    std::to_array<Range>({{1, 1},    {231, 2}, {235, 4}, {13, 3},  {99, 1},  {239, 10}, {27, 2},  {249, 3},
-                          {253, 14}, {109, 2}, {267, 4}, {272, 1}, {300, 3}, {305, 1},  {314, 2}, {158, 1},
-                          {155, 1},  {163, 1}, {320, 7}, {150, 1}, {164, 1}, {169, 1},  {327, 20}});
+    std::to_array<SidRange>({{1, 1},    {231, 2}, {235, 4}, {13, 3},  {99, 1},  {239, 10}, {27, 2},  {249, 3},
+                             {253, 14}, {109, 2}, {267, 4}, {272, 1}, {300, 3}, {305, 1},  {314, 2}, {158, 1},
+                             {155, 1},  {163, 1}, {320, 7}, {150, 1}, {164, 1}, {169, 1},  {327, 20}});
 
 std::array<std::string_view, kCffStandardStrings> split() {
   std::array<std::string_view, kCffStandardStrings> strings;
@@ -91,9 +91,9 @@ const std::array<std::string_view, kCffStandardStrings>& strings() {
   return table;
 }
 
-std::vector<std::uint16_t> charsetOf(std::span<const Range> ranges) {
+std::vector<std::uint16_t> charsetOf(std::span<const SidRange> ranges) {
   std::vector<std::uint16_t> charset{0};
-  for (const Range& range : ranges) {
+  for (const SidRange& range : ranges) {
     for (unsigned i = 0; i < range.count; ++i) charset.push_back(static_cast<std::uint16_t>(range.first + i));
   }
   return charset;
@@ -119,7 +119,7 @@ std::optional<std::uint16_t> cffStandardStringNumber(std::string_view string) {
 std::vector<std::uint16_t> cffPredefinedCharset(unsigned number) {
   if (number == 1) return charsetOf(kExpertCharset);
   if (number == 2) return charsetOf(kExpertSubsetCharset);
-  constexpr auto kIsoAdobe = std::to_array<Range>({{1, 228}});
+  constexpr auto kIsoAdobe = std::to_array<SidRange>({{1, 228}});
   return charsetOf(kIsoAdobe);
 }
 

@@ -10,6 +10,9 @@
 
 namespace quillpress::level3 {
 
+// How deeply subroutines may call each other. The formats allow 10.
+inline constexpr int kDeepestCall = 24;
+
 // Subroutines by number, as plain bytes.
 struct SubroutineTable {
   std::size_t count = 0;

@@ -10,8 +10,6 @@ namespace quillpress::level3 {
 
 namespace {
 
-// More than any glyph needs, and few enough to be copied at each change.
-constexpr std::size_t kMostStems = 512;
 constexpr std::size_t kMostGroups = 4096;
 constexpr double kLargestCoordinate = 1e7;
 

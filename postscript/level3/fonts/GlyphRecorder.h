@@ -4,6 +4,9 @@
 
 namespace quillpress::level3 {
 
+// More than any glyph needs, and few enough to be copied at each change.
+inline constexpr std::size_t kMostStems = 512;
+
 // Puts a glyph's program together as a charstring runs. Drawing is relative to the current point, stems to an
 // origin.
 class GlyphRecorder {

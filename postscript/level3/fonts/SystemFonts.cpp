@@ -33,7 +33,7 @@ constexpr Family kGothic{
     {"URWGothic-Book", "URWGothic-BookOblique", "URWGothic-Demi", "URWGothic-DemiOblique"}};
 constexpr Family kChancery{
     {"Z003-MediumItalic", "Z003-MediumItalic", "Z003-MediumItalic", "Z003-MediumItalic"}};
-constexpr Family kSymbol{
+constexpr Family kSymbolFamily{
     {"StandardSymbolsPS", "StandardSymbolsPS", "StandardSymbolsPS", "StandardSymbolsPS"}};
 constexpr Family kDingbats{{"D050000L", "D050000L", "D050000L", "D050000L"}};
 
@@ -73,9 +73,9 @@ constexpr NamedFamily kExact[] = {
     {"zapfchancery", &kChancery},
     {"itczapfchancery", &kChancery},
     {"z003", &kChancery},
-    {"symbol", &kSymbol},
-    {"symbolmt", &kSymbol},
-    {"standardsymbolsps", &kSymbol},
+    {"symbol", &kSymbolFamily},
+    {"symbolmt", &kSymbolFamily},
+    {"standardsymbolsps", &kSymbolFamily},
     {"zapfdingbats", &kDingbats},
     {"itczapfdingbats", &kDingbats},
     {"d050000l", &kDingbats},
@@ -85,7 +85,7 @@ constexpr NamedFamily kExact[] = {
 constexpr NamedFamily kGuesses[] = {
     {"dingbat", &kDingbats},
     {"wingding", &kDingbats},
-    {"symbol", &kSymbol},
+    {"symbol", &kSymbolFamily},
     {"chancery", &kChancery},
     {"script", &kChancery},
     {"courier", &kMono},

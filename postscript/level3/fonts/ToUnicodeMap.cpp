@@ -37,7 +37,7 @@ std::string hexText(const std::u32string& characters) {
   return text += ">";
 }
 
-struct Range {
+struct CodeRange {
   std::uint32_t first;
   std::uint32_t last;
   std::u32string text;
@@ -45,7 +45,7 @@ struct Range {
 
 // Whether a code and its text go on where the range ends. Neither may carry into the next higher byte: only
 // the last byte is counted up.
-bool continues(const Range& range, std::uint32_t code, const std::u32string& text) {
+bool continues(const CodeRange& range, std::uint32_t code, const std::u32string& text) {
   const std::uint32_t step = code - range.first;
   if (code != range.last + 1 || (code & 0xFF) == 0 || text.size() != 1 || range.text.size() != 1)
     return false;
@@ -69,7 +69,7 @@ void ToUnicodeMap::add(std::uint32_t code, std::u32string_view text) {
 }
 
 std::string ToUnicodeMap::cmap() const {
-  std::vector<Range> ranges;
+  std::vector<CodeRange> ranges;
   for (const auto& [code, text] : texts_) {
     if (!ranges.empty() && continues(ranges.back(), code, text)) {
       ranges.back().last = code;
@@ -79,7 +79,7 @@ std::string ToUnicodeMap::cmap() const {
   }
   std::vector<std::string> singles;
   std::vector<std::string> rows;
-  for (const Range& range : ranges) {
+  for (const CodeRange& range : ranges) {
     if (range.first == range.last) {
       singles.push_back(hexCode(range.first, codeBytes_) + hexText(range.text));
     } else {

@@ -13,7 +13,7 @@ namespace {
 
 // A glyph and all that it is made of cannot be more.
 constexpr std::size_t kMostParts = 2000;
-constexpr GlyphIndex kMostGlyphs = 65536;
+constexpr GlyphIndex kGlyphNumbers = 65536;
 
 }  // namespace
 
@@ -29,7 +29,7 @@ TrueTypeFont::TrueTypeFont(const std::vector<std::string>& sfnts) : tables_(sfnt
 }
 
 void TrueTypeFont::add(GlyphIndex glyph, std::string_view entry, int metricsCount) {
-  if (glyph >= kMostGlyphs) throw FontError("a TrueType glyph's number is too large");
+  if (glyph >= kGlyphNumbers) throw FontError("a TrueType glyph's number is too large");
   Added added;
   ByteReader reader(entry);
   const auto metrics = [&reader] {
@@ -53,7 +53,7 @@ std::optional<std::string_view> TrueTypeFont::outlineData(GlyphIndex glyph) cons
   const std::string_view outlines = tables_.find("glyf");
   const std::size_t size = hasLongPlaces_ ? 4 : 2;
   // The table has one place more than glyphs, as the end of the last.
-  if (glyph >= kMostGlyphs || places.size() < size * (glyph + std::size_t{2})) return std::nullopt;
+  if (glyph >= kGlyphNumbers || places.size() < size * (glyph + std::size_t{2})) return std::nullopt;
   ByteReader reader(places, size * glyph);
   const std::size_t factor = hasLongPlaces_ ? 1 : 2;
   const std::size_t start = reader.unsignedOf(size) * factor;

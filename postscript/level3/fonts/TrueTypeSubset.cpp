@@ -12,7 +12,7 @@ namespace quillpress::level3 {
 
 namespace {
 
-constexpr std::size_t kMostGlyphs = 65535;
+constexpr std::size_t kMostSubsetGlyphs = 65535;
 // Beyond, places no longer fit the short form of the loca table.
 constexpr std::size_t kMostShortPlaces = 2 * 65535;
 
@@ -84,7 +84,7 @@ std::vector<GlyphIndex> TrueTypeFont::glyphsWithParts(const SubsetRequest& reque
   std::vector<GlyphIndex> glyphs{0};
   std::set<GlyphIndex> seen;
   const auto include = [&](GlyphIndex glyph) {
-    if (glyphs.size() < kMostGlyphs && seen.insert(glyph).second) glyphs.push_back(glyph);
+    if (glyphs.size() < kMostSubsetGlyphs && seen.insert(glyph).second) glyphs.push_back(glyph);
   };
   for (const SubsetRequest::Code& each : request.encoding) {
     if (isReadable(each.glyph)) include(each.glyph);

@@ -14,7 +14,6 @@ namespace quillpress::level3 {
 namespace {
 
 // The format allows 10.
-constexpr int kDeepestCall = 24;
 constexpr std::size_t kBuildCharArraySize = 256;
 
 struct Accent {

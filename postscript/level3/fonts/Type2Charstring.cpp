@@ -14,10 +14,6 @@ namespace quillpress::level3 {
 
 namespace {
 
-// The format allows 10.
-constexpr int kDeepestCall = 24;
-constexpr std::size_t kMostStems = 512;
-
 // What is added to a subroutine's number, so that most numbers are short.
 constexpr int biasOf(std::size_t count) {
   if (count < 1240) return 107;

@@ -12,9 +12,9 @@ namespace quillpress::level3 {
 
 namespace {
 
-constexpr std::size_t kMostOperands = 48;
+constexpr std::size_t kMostOperandsWritten = 48;
 // In one operator, and the width in front of them.
-constexpr std::size_t kMostStems = 23;
+constexpr std::size_t kMostStemsWritten = 23;
 
 enum Operator : std::uint8_t {
   kHstem = 1,
@@ -54,7 +54,7 @@ struct FixedPoint {
   Fixed y = 0;
 };
 
-void appendNumber(std::string& bytes, Fixed value) {
+void appendCharstringNumber(std::string& bytes, Fixed value) {
   // Beyond, neither form of a number can hold it.
   if (value < -32768 * kOne || value >= 32768 * kOne) throw FontError("a glyph is too large");
   if (value % kOne != 0) {
@@ -144,7 +144,7 @@ void Type2Writer::collectStems() {
   });
   stems_.erase(std::unique(stems_.begin(), stems_.end()), stems_.end());
   const auto vertical = static_cast<std::size_t>(std::ranges::count(stems_, true, &Stem::isVertical));
-  if (vertical > kMostStems || stems_.size() - vertical > kMostStems) stems_.clear();
+  if (vertical > kMostStemsWritten || stems_.size() - vertical > kMostStemsWritten) stems_.clear();
   hasMasks_ = !stems_.empty() && (program_.hintGroups.size() > 1 || !program_.counterGroups.empty());
 }
 
@@ -282,7 +282,7 @@ void Type2Writer::flex(const Point* points, double depth) {
 
 // Whether the operator that is held could take these operands of another one, too.
 bool Type2Writer::canExtend(std::span<const Fixed> operands, Operator code) const {
-  if (held_.empty() || held_.size() + operands.size() > kMostOperands) return false;
+  if (held_.empty() || held_.size() + operands.size() > kMostOperandsWritten) return false;
   switch (code) {
     case kHlineto:
     case kVlineto:
@@ -311,9 +311,9 @@ void Type2Writer::flush() {
 }
 
 void Type2Writer::emit(std::span<const Fixed> operands, std::uint8_t code) {
-  if (isWidthDue_) appendNumber(bytes_, width_);
+  if (isWidthDue_) appendCharstringNumber(bytes_, width_);
   isWidthDue_ = false;
-  for (const Fixed operand : operands) appendNumber(bytes_, operand);
+  for (const Fixed operand : operands) appendCharstringNumber(bytes_, operand);
   append8(bytes_, code);
 }
 

@@ -12,16 +12,7 @@ namespace {
 
 constexpr int kDeepestNesting = 8;
 constexpr std::size_t kMostSampleBytes = 64UL * 1024 * 1024;
-constexpr int kPlaces = 6;
-
-void numbersEntry(DictionaryText& text, std::string_view key, const std::vector<double>& numbers) {
-  std::string list = "[";
-  for (const double number : numbers) {
-    if (list.size() > 1) list += ' ';
-    appendNumber(list, number, kPlaces);
-  }
-  text.entry(key, list + "]");
-}
+constexpr int kFunctionPlaces = 6;
 
 class FunctionWriter {
  public:
@@ -35,8 +26,8 @@ class FunctionWriter {
     text.integer("FunctionType", type);
     const std::vector<double> domain = entries.numbers("Domain");
     if (domain.empty() || domain.size() % 2 != 0) raise(ErrorName::kRangeCheck);
-    numbersEntry(text, "Domain", domain);
-    if (entries.find("Range") != nullptr) numbersEntry(text, "Range", entries.numbers("Range"));
+    text.numbers("Domain", domain, kFunctionPlaces);
+    if (entries.find("Range") != nullptr) text.numbers("Range", entries.numbers("Range"), kFunctionPlaces);
     switch (type) {
       case 0:
         return writeSampled(entries, text, domain.size() / 2);
@@ -65,10 +56,10 @@ class FunctionWriter {
     }
     const double needed = (samples * static_cast<double>(bits) + 7) / 8;
     if (needed > static_cast<double>(kMostSampleBytes)) raise(ErrorName::kLimitCheck);
-    numbersEntry(text, "Size", size);
+    text.numbers("Size", size, kFunctionPlaces);
     text.integer("BitsPerSample", bits);
     for (const std::string_view key : {"Encode", "Decode"}) {
-      if (entries.find(key) != nullptr) numbersEntry(text, key, entries.numbers(key));
+      if (entries.find(key) != nullptr) text.numbers(key, entries.numbers(key), kFunctionPlaces);
     }
     if (entries.integer("Order", 1) == 3) text.integer("Order", 3);
     const std::string data =
@@ -78,9 +69,9 @@ class FunctionWriter {
   }
 
   ObjectNumber writeExponential(const DictionaryReader& entries, DictionaryText& text) {
-    numbersEntry(text, "C0", entries.numbers("C0", {0}));
-    numbersEntry(text, "C1", entries.numbers("C1", {1}));
-    text.number("N", entries.number("N"), kPlaces);
+    text.numbers("C0", entries.numbers("C0", {0}), kFunctionPlaces);
+    text.numbers("C1", entries.numbers("C1", {1}), kFunctionPlaces);
+    text.number("N", entries.number("N"), kFunctionPlaces);
     return file_.addShared(text.text());
   }
 
@@ -99,8 +90,8 @@ class FunctionWriter {
       appendReference(list, write(function, depth + 1));
     }
     text.entry("Functions", list + "]");
-    numbersEntry(text, "Bounds", bounds);
-    numbersEntry(text, "Encode", encode);
+    text.numbers("Bounds", bounds, kFunctionPlaces);
+    text.numbers("Encode", encode, kFunctionPlaces);
     return file_.addShared(text.text());
   }
 

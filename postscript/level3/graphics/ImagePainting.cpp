@@ -13,8 +13,6 @@ namespace quillpress::level3 {
 
 namespace {
 
-constexpr Byte kMissing = 0xFF;
-
 // The unit square that PDF draws an image in, to device space: its first row is on top.
 Matrix placeOf(const ImageParameters& parameters, int height, const Matrix& ctm) {
   const Matrix unitToImage{static_cast<double>(parameters.layout.width),
@@ -100,7 +98,7 @@ WrittenImage writeData(Graphics& graphics, const ImageDescription& description,
   if (fax != nullptr && canPassFax(description, fax->parameters())) return passFax(file, description, *fax);
   ImageRows rows(sources, description.layout);
   const WrittenImage written = writeImage(
-      file, description, [&] { return nextRow(graphics, rows); }, kMissing);
+      file, description, [&] { return nextRow(graphics, rows); }, kMissingSample);
   if (rows.hasFailed()) raise(ErrorName::kIoError);
   return written;
 }
@@ -124,7 +122,7 @@ WrittenImage writeExpanded(Graphics& graphics, const ImageParameters& parameters
         const Bytes row = nextRow(graphics, rows);
         return row.empty() ? row : expanded.expand(row);
       },
-      kMissing);
+      kMissingSample);
 }
 
 bool isEmpty(const ImageLayout& layout) {

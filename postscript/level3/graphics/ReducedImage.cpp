@@ -13,7 +13,6 @@ namespace quillpress::level3 {
 
 namespace {
 
-constexpr Byte kMissing = 0xFF;
 // Of pictures that came as JPEG data and have to be made anew because of their pixels alone.
 constexpr int kUsualQuality = 85;
 
@@ -63,7 +62,8 @@ class Reduction {
  private:
   WrittenImage compress(const RowReader& nextRow, int quality, std::size_t limit) {
     PdfFile& file = graphics_.document().file();
-    if (quality == 0 || !canBeLossy(description_)) return writeImage(file, description_, nextRow, kMissing);
+    if (quality == 0 || !canBeLossy(description_))
+      return writeImage(file, description_, nextRow, kMissingSample);
     return writeLossyImage(file, description_, nextRow, quality, limit);
   }
 

@@ -15,23 +15,7 @@ namespace quillpress::level3 {
 
 namespace {
 
-constexpr int kPlaces = 5;
 constexpr std::size_t kMostMeshBytes = 256UL * 1024 * 1024;
-
-void appendNumbers(std::string& text, const std::vector<double>& numbers) {
-  text += '[';
-  for (std::size_t index = 0; index < numbers.size(); ++index) {
-    if (index > 0) text += ' ';
-    appendNumber(text, numbers[index], kPlaces);
-  }
-  text += ']';
-}
-
-void numbersEntry(DictionaryText& text, std::string_view key, const std::vector<double>& numbers) {
-  std::string list;
-  appendNumbers(list, numbers);
-  text.entry(key, list);
-}
 
 // Numbers of a mesh given as an array, as the bits that a PDF stream wants: 32 for each coordinate and 16 for
 // each component, over the range that they have.
@@ -191,7 +175,7 @@ class ShadingWriter {
     for (std::size_t index = 0; index < colour.size(); ++index) {
       colour[index] = space_->pdfComponent(index, colour[index]);
     }
-    numbersEntry(text_, "Background", colour);
+    text_.numbers("Background", colour);
   }
 
   bool writeFunction() {
@@ -213,7 +197,7 @@ class ShadingWriter {
   }
 
   void writePlane() {
-    numbersEntry(text_, "Domain", entries_.numbers("Domain", {0, 1, 0, 1}));
+    text_.numbers("Domain", entries_.numbers("Domain", {0, 1, 0, 1}));
     if (entries_.find("Matrix") != nullptr) text_.matrix("Matrix", entries_.matrix("Matrix"));
   }
 
@@ -221,8 +205,8 @@ class ShadingWriter {
     const std::vector<double> coordinates = entries_.numbers("Coords");
     if (coordinates.size() != (type_ == 2 ? 4U : 6U)) raise(ErrorName::kRangeCheck);
     if (type_ == 3 && (coordinates[2] < 0 || coordinates[5] < 0)) raise(ErrorName::kRangeCheck);
-    numbersEntry(text_, "Coords", coordinates);
-    if (entries_.find("Domain") != nullptr) numbersEntry(text_, "Domain", entries_.numbers("Domain"));
+    text_.numbers("Coords", coordinates);
+    if (entries_.find("Domain") != nullptr) text_.numbers("Domain", entries_.numbers("Domain"));
     if (const Object* extend = entries_.find("Extend")) writeExtend(*extend);
   }
 
@@ -249,7 +233,7 @@ class ShadingWriter {
     text_.integer("BitsPerCoordinate", entries_.integer("BitsPerCoordinate"));
     text_.integer("BitsPerComponent", entries_.integer("BitsPerComponent"));
     if (type_ != 5) text_.integer("BitsPerFlag", entries_.integer("BitsPerFlag"));
-    numbersEntry(text_, "Decode", entries_.numbers("Decode"));
+    text_.numbers("Decode", entries_.numbers("Decode"));
     const std::string data = bytesOfSource(interpreter_, source, kMostMeshBytes);
     return file_.addSharedStream(text_.entries(), data, StreamData::kDeflate);
   }
@@ -259,7 +243,7 @@ class ShadingWriter {
     encoder.encode(numbersOf(source));
     text_.integer("BitsPerCoordinate", 32).integer("BitsPerComponent", 16);
     if (type_ != 5) text_.integer("BitsPerFlag", 8);
-    numbersEntry(text_, "Decode", encoder.decode());
+    text_.numbers("Decode", encoder.decode());
     return file_.addSharedStream(text_.entries(), encoder.data(), StreamData::kDeflate);
   }
 

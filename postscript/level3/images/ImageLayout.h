@@ -4,6 +4,9 @@
 
 namespace quillpress::level3 {
 
+// What stands for rows that do not come.
+inline constexpr Byte kMissingSample = 0xFF;
+
 // Shape of an image's data: rows of whole bytes, from the top or wherever its matrix says, each of pixels of
 // interleaved components. Samples have 1, 2, 4, 8 or 12 bits in the language, and 16 instead of 12 in PDF.
 struct ImageLayout {

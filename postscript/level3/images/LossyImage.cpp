@@ -10,9 +10,6 @@ namespace quillpress::level3 {
 
 namespace {
 
-// What stands for rows that do not come.
-constexpr Byte kMissing = 0xFF;
-
 // The scale of the usual quantization that programs for JPEG call by this number.
 double scaleOf(int quality) {
   constexpr int kMiddle = 50;
@@ -55,7 +52,7 @@ WrittenImage writeLossyImage(PdfFile& file, const ImageDescription& description,
     encoder.write(row);
   }
   if (exact.height() == 0) return {};
-  const std::vector<Byte> blank(layout.rowBytes(), kMissing);
+  const std::vector<Byte> blank(layout.rowBytes(), kMissingSample);
   for (int row = exact.height(); row < layout.height; ++row) encoder.write(blank);
   encoder.close();
   const std::size_t exactSize = exact.finish();

@@ -16,11 +16,6 @@ double degrees(double radians) {
   return radians * 180.0 / std::numbers::pi;
 }
 
-void replaceTwo(Interpreter& interpreter, const Object& result) {
-  interpreter.operands().pop();
-  interpreter.operands().top() = result;
-}
-
 // num1 num2 -> sum
 void add(Interpreter& interpreter) {
   const Object& a = interpreter.operands().top(1);

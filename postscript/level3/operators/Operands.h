@@ -41,6 +41,12 @@ inline void requireWritable(const Object& composite) {
   if (!isWritable) raise(ErrorName::kInvalidAccess);
 }
 
+// What stands for the two topmost operands afterwards.
+inline void replaceTwo(Interpreter& interpreter, const Object& result) {
+  interpreter.operands().pop();
+  interpreter.operands().top() = result;
+}
+
 // How many operands lie above the topmost mark. Throws unmatchedmark.
 inline std::size_t countToMark(const Interpreter& interpreter) {
   const ObjectStack& operands = interpreter.operands();

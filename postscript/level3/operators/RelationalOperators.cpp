@@ -8,11 +8,6 @@ namespace quillpress::level3 {
 
 namespace {
 
-void replaceTwo(Interpreter& interpreter, const Object& result) {
-  interpreter.operands().pop();
-  interpreter.operands().top() = result;
-}
-
 // any1 any2 -> bool
 void eq(Interpreter& interpreter) {
   const ObjectStack& operands = interpreter.operands();

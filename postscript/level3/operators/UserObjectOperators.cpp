@@ -17,11 +17,12 @@ const Object* tableOf(Interpreter& interpreter) {
 
 // A table with room for `index`, in local memory whatever the job has chosen.
 Object grownTable(Interpreter& interpreter, std::size_t index) {
-  constexpr std::size_t kFirst = 10;
+  constexpr std::size_t kFirstSize = 10;
   VirtualMemory& memory = interpreter.memory();
   const Object* const old = tableOf(interpreter);
   if (old != nullptr && index < old->length()) return *old;
-  const std::size_t size = std::max({kFirst, index + 1, old != nullptr ? old->length() * std::size_t{2} : 0});
+  const std::size_t size =
+      std::max({kFirstSize, index + 1, old != nullptr ? old->length() * std::size_t{2} : 0});
   const bool wasGlobal = memory.isGlobal();
   memory.setGlobal(false);
   const Object table = memory.newArray(std::min<std::size_t>(size, Object::kMaxLength));

@@ -9,7 +9,6 @@ namespace quillpress::level3 {
 
 namespace {
 
-constexpr std::array<double, 10> kPowers{1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
 constexpr std::array<std::int64_t, 10> kWholePowers{
     1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000, 1'000'000'000};
 
@@ -50,7 +49,7 @@ void appendFixed(std::string& text, std::int64_t units, int decimals) {
 
 std::int64_t toFixed(double value, int decimals) {
   if (std::isnan(value)) return 0;
-  return std::llround(std::clamp(value, -kGreatest, kGreatest) * kPowers[static_cast<std::size_t>(decimals)]);
+  return std::llround(std::clamp(value, -kGreatest, kGreatest) * powerOfTen(decimals));
 }
 
 void appendNumber(std::string& text, double value, int decimals) {

@@ -142,6 +142,17 @@ DictionaryText& DictionaryText::number(std::string_view name, double value, int 
   return *this;
 }
 
+DictionaryText& DictionaryText::numbers(std::string_view name, std::span<const double> values, int decimals) {
+  key(name);
+  entries_ += '[';
+  for (const double& value : values) {
+    if (&value != values.data()) entries_ += ' ';
+    appendNumber(entries_, value, decimals);
+  }
+  entries_ += ']';
+  return *this;
+}
+
 DictionaryText& DictionaryText::string(std::string_view name, std::string_view bytes) {
   key(name);
   appendString(entries_, bytes);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -36,6 +37,7 @@ class DictionaryText {
   DictionaryText& name(std::string_view key, std::string_view value);
   DictionaryText& integer(std::string_view key, std::int64_t value);
   DictionaryText& number(std::string_view key, double value, int decimals = 5);
+  DictionaryText& numbers(std::string_view key, std::span<const double> values, int decimals = 5);
   DictionaryText& string(std::string_view key, std::string_view bytes);
   DictionaryText& boolean(std::string_view key, bool value);
   DictionaryText& reference(std::string_view key, ObjectNumber number);

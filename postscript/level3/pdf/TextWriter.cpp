@@ -16,12 +16,6 @@ constexpr double kThousand = 1000;
 constexpr double kFarthestAdjustment = 20'000;
 constexpr std::size_t kLongestRun = 2000;
 
-// 10 to a power up to 9.
-double powerOfTen(int exponent) {
-  constexpr double kPowers[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
-  return kPowers[exponent];
-}
-
 double rounded(double value, int decimals) {
   const double scale = powerOfTen(decimals);
   return std::round(value * scale) / scale;

@@ -24,16 +24,12 @@ enum SequenceType : Byte {
   kMarkType = 10,
 };
 
-[[noreturn]] void syntaxError() {
-  raise(ErrorName::kSyntaxError);
-}
-
 template <std::size_t kSize>
 std::array<Byte, kSize> readBytes(ScanInput& input) {
   std::array<Byte, kSize> bytes{};
   for (Byte& byte : bytes) {
     const int next = input.get();
-    if (next == ScanInput::kEnd) syntaxError();
+    if (next == ScanInput::kEnd) raise(ErrorName::kSyntaxError);
     byte = static_cast<Byte>(next);
   }
   return bytes;
@@ -67,7 +63,7 @@ ObjectSequence::Header ObjectSequence::readHeader(ScanInput& input) const {
     length = unsignedOf(readBytes<4>(input), order_);
     headerLength = 8;
   }
-  if (length < headerLength || (length - headerLength) / kObjectSize < count) syntaxError();
+  if (length < headerLength || (length - headerLength) / kObjectSize < count) raise(ErrorName::kSyntaxError);
   if (length > Object::kMaxLength) raise(ErrorName::kLimitCheck);
   return {count, length - headerLength};
 }
@@ -79,7 +75,7 @@ void ObjectSequence::readBody(ScanInput& input, std::uint32_t length) {
     const std::size_t start = body_.size();
     body_.resize(std::min<std::size_t>(length, start + kPiece));
     const std::span<Byte> piece = std::span(body_).subspan(start);
-    if (input.read(piece) != piece.size()) syntaxError();
+    if (input.read(piece) != piece.size()) raise(ErrorName::kSyntaxError);
   }
 }
 
@@ -92,7 +88,7 @@ std::size_t ObjectSequence::countObjects(std::size_t topCount) const {
     const std::uint32_t length = number(place + 2, 2);
     const std::uint32_t offset = number(place + 4, 4);
     const std::size_t end = std::size_t{offset} + length * kObjectSize;
-    if (offset % kObjectSize != 0 || end > body_.size()) syntaxError();
+    if (offset % kObjectSize != 0 || end > body_.size()) raise(ErrorName::kSyntaxError);
     count = std::max(count, end / kObjectSize);
   }
   return count;
@@ -135,7 +131,7 @@ Object ObjectSequence::objectAt(std::size_t index, const Object& all) {
       object = Object::mark();
       break;
     default:
-      syntaxError();
+      raise(ErrorName::kSyntaxError);
   }
   return isExecutable ? object.asExecutable() : object;
 }
@@ -155,7 +151,7 @@ Object ObjectSequence::nameOf(std::uint32_t length, std::uint32_t value, bool is
 
 std::string_view ObjectSequence::textAt(std::uint32_t offset, std::uint32_t length) const {
   if (length == 0) return {};
-  if (offset > body_.size() || body_.size() - offset < length) syntaxError();
+  if (offset > body_.size() || body_.size() - offset < length) raise(ErrorName::kSyntaxError);
   return {reinterpret_cast<const char*>(body_.data()) + offset, length};
 }
 

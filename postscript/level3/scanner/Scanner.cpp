@@ -13,7 +13,7 @@ namespace {
 // the start.
 constexpr int kFirstObjectFormat = 2;
 
-constexpr std::string_view kString = "a string";
+constexpr std::string_view kInString = "a string";
 
 // Takes an unfinished procedure's parts away again when an error ends it.
 template <typename T>
@@ -32,13 +32,9 @@ class Shrink {
 // Far beyond what a program can mean, and few enough that a tree so deep can be walked and printed.
 constexpr std::size_t kDeepestNesting = 100'000;
 
-[[noreturn]] void syntaxError() {
-  raise(ErrorName::kSyntaxError);
-}
-
 [[noreturn]] void endsWithin(ScanInput& input, std::string_view what) {
   input.endedWithin(what);
-  syntaxError();
+  raise(ErrorName::kSyntaxError);
 }
 
 // As many bytes as stand in the block without anything between their digits: fonts come that way.
@@ -105,7 +101,7 @@ bool Scanner::scan(ByteSource& source, Object& token, bool reportsComments) {
       if (source.hasFailed()) raise(ErrorName::kIoError);
       return false;
     case Kind::kCloseBrace:
-      syntaxError();
+      raise(ErrorName::kSyntaxError);
     case Kind::kOpenBrace:
       break;
   }
@@ -188,7 +184,7 @@ Scanner::Kind Scanner::next(ScanInput& input, Object& token) {
         return Kind::kObject;
       case '>':
         input.skip();
-        if (input.peek() != '>') syntaxError();
+        if (input.peek() != '>') raise(ErrorName::kSyntaxError);
         input.skip();
         token = Object::executableName(closeDictionary_);
         return Kind::kObject;
@@ -202,7 +198,7 @@ Scanner::Kind Scanner::next(ScanInput& input, Object& token) {
         return Kind::kObject;
       case ')':
         input.skip();
-        syntaxError();
+        raise(ErrorName::kSyntaxError);
       default:
         if (byte >= 128 && byte < 160 && objectFormat_ != 0) {
           token = BinaryTokens(*this, input).read();
@@ -306,7 +302,7 @@ Object Scanner::readString(ScanInput& input) {
     const int byte = input.get();
     switch (byte) {
       case ScanInput::kEnd:
-        endsWithin(input, kString);
+        endsWithin(input, kInString);
       case '(':
         ++depth;
         append(byte);
@@ -334,7 +330,7 @@ void Scanner::readEscape(ScanInput& input) {
   const int byte = input.get();
   switch (byte) {
     case ScanInput::kEnd:
-      endsWithin(input, kString);
+      endsWithin(input, kInString);
     case 'n':
       return append('\n');
     case 'r':
@@ -382,11 +378,11 @@ Object Scanner::readHexString(ScanInput& input) {
   for (;;) {
     if (high < 0) appendHexBytes(input, text_);
     const int byte = input.get();
-    if (byte == ScanInput::kEnd) endsWithin(input, kString);
+    if (byte == ScanInput::kEnd) endsWithin(input, kInString);
     if (byte == '>') break;
     if (isSpace(static_cast<Byte>(byte))) continue;
     const std::uint8_t digit = kDigitValues[static_cast<std::size_t>(byte)];
-    if (digit >= 16) syntaxError();
+    if (digit >= 16) raise(ErrorName::kSyntaxError);
     if (high < 0) {
       high = digit;
     } else {
@@ -404,12 +400,12 @@ Object Scanner::readBase85String(ScanInput& input) {
   text_.clear();
   for (;;) {
     const int byte = input.get();
-    if (byte == ScanInput::kEnd) endsWithin(input, kString);
+    if (byte == ScanInput::kEnd) endsWithin(input, kInString);
     if (byte == '~') break;
     if (isSpace(static_cast<Byte>(byte))) continue;
-    if (!decoder.take(static_cast<Byte>(byte), text_)) syntaxError();
+    if (!decoder.take(static_cast<Byte>(byte), text_)) raise(ErrorName::kSyntaxError);
   }
-  if (input.get() != '>' || !decoder.finish(text_)) syntaxError();
+  if (input.get() != '>' || !decoder.finish(text_)) raise(ErrorName::kSyntaxError);
   return memory_.newString(std::string_view(text_));
 }
 

@@ -8,8 +8,8 @@ namespace quillpress::level3 {
 
 namespace {
 
-constexpr Byte kEndOfData = '>';
-constexpr int kLineLength = 64;
+constexpr Byte kHexEndOfData = '>';
+constexpr int kDigitsInLine = 64;
 
 }  // namespace
 
@@ -25,7 +25,7 @@ Decoder::Progress AsciiHexDecoder::decode(Bytes input, std::span<Byte> output) {
         output[step.produced++] = static_cast<Byte>(firstDigit_ << 4 | digit);
         firstDigit_ = kNone;
       }
-    } else if (byte == kEndOfData) {
+    } else if (byte == kHexEndOfData) {
       // The marker waits for room for the byte whose second digit it stands for.
       if (firstDigit_ != kNone && step.produced == output.size()) return step;
       step.produced += decodeEnd(output.subspan(step.produced));
@@ -51,7 +51,7 @@ std::size_t AsciiHexDecoder::decodeEnd(std::span<Byte> output) {
 void AsciiHexEncoder::encode(Bytes bytes) {
   static constexpr std::string_view kDigits = "0123456789ABCDEF";
   for (const Byte byte : bytes) {
-    if (column_ == kLineLength) {
+    if (column_ == kDigitsInLine) {
       emit('\n');
       column_ = 0;
     }

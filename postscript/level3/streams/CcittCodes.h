@@ -33,6 +33,10 @@ namespace ccitt {
 inline constexpr int kShortestMakeUp = 64;
 inline constexpr int kLongestMakeUp = 2560;
 inline constexpr std::string_view kEndOfLine = "000000000001";
+inline constexpr int kEndOfLineBits = static_cast<int>(kEndOfLine.size());
+// Six ends of line in a row end the data of Group 3, two that of Group 4.
+inline constexpr int kReturnToControl = 6;
+inline constexpr int kEndOfFacsimileBlock = 2;
 
 // The code of a run of up to 63 pixels, or of a multiple of 64 up to kLongestMakeUp.
 std::string_view runCode(CcittColour colour, int run);

@@ -8,11 +8,6 @@ namespace quillpress::level3 {
 
 namespace {
 
-constexpr int kEndOfLineBits = 12;
-// Six ends of line in a row end the data of Group 3, two that of Group 4.
-constexpr int kReturnToControl = 6;
-constexpr int kEndOfFacsimileBlock = 2;
-
 void paintBlack(std::vector<Byte>& row, int from, int to) {
   for (int x = from; x < to;) {
     if (x % 8 == 0 && to - x >= 8) {
@@ -120,7 +115,7 @@ CcittDecoder::Step CcittDecoder::startRow() {
   // With ends of line it is they that end at a whole byte.
   if (parameters_.encodedByteAlign && !parameters_.endOfLine && !isAligned_) drop(bitCount_ % 8);
   isAligned_ = true;
-  const int zeros = kEndOfLineBits - 1;
+  const int zeros = ccitt::kEndOfLineBits - 1;
   for (;;) {
     // No row begins with eleven zeros.
     const unsigned bits = knownBits(zeros);
@@ -128,7 +123,7 @@ CcittDecoder::Step CcittDecoder::startRow() {
     if (known > 0 && bits >> (zeros - known) != 0) break;
     if (known == zeros) {
       if (bitCount_ == zeros && !fetch()) return Step::kStarved;
-      drop(knownBits(kEndOfLineBits) == 1 ? kEndOfLineBits : 1);
+      drop(knownBits(ccitt::kEndOfLineBits) == 1 ? ccitt::kEndOfLineBits : 1);
       if ((bits_ >> bitCount_ & 1) == 1) return endOfLines();
       continue;
     }
@@ -143,7 +138,7 @@ CcittDecoder::Step CcittDecoder::startRow() {
 
 CcittDecoder::Step CcittDecoder::endOfLines() {
   ++endOfLines_;
-  const int last = parameters_.k < 0 ? kEndOfFacsimileBlock : kReturnToControl;
+  const int last = parameters_.k < 0 ? ccitt::kEndOfFacsimileBlock : ccitt::kReturnToControl;
   if (endOfLines_ == last && parameters_.endOfBlock) {
     // The last one of mixed data has a tag, too.
     if (parameters_.k > 0 && (bitCount_ > 0 || fetch())) drop(1);
@@ -165,7 +160,7 @@ CcittDecoder::Step CcittDecoder::takeTag() {
 
 CcittDecoder::Step CcittDecoder::takeRowPart() {
   const Step result = isUncompressed_ ? takeUncompressed() : is2D_ && runsLeft_ == 0 ? takeMode() : takeRun();
-  if (result == Step::kBad && !is2D_ && a0_ < 0 && run_ == 0 && knownBits(kEndOfLineBits - 1) == 0) {
+  if (result == Step::kBad && !is2D_ && a0_ < 0 && run_ == 0 && knownBits(ccitt::kEndOfLineBits - 1) == 0) {
     // No row: another end of line.
     expects_ = Expects::kRowStart;
     return Step::kDone;
@@ -287,10 +282,10 @@ void CcittDecoder::handleDamage() {
 
 CcittDecoder::Step CcittDecoder::resynchronise() {
   for (;;) {
-    while (bitCount_ < kEndOfLineBits) {
+    while (bitCount_ < ccitt::kEndOfLineBits) {
       if (!fetch()) return Step::kStarved;
     }
-    if (knownBits(kEndOfLineBits) == 1) break;
+    if (knownBits(ccitt::kEndOfLineBits) == 1) break;
     drop(1);
   }
   current_ = reference_;

@@ -7,10 +7,6 @@ namespace quillpress::level3 {
 
 namespace {
 
-constexpr int kEndOfLineBits = static_cast<int>(ccitt::kEndOfLine.size());
-constexpr int kReturnToControl = 6;
-constexpr int kEndOfFacsimileBlock = 2;
-
 // The changes of a row of `columns` pixels, black ones, with changes at its width behind them.
 CcittRow changesOf(Bytes row, int columns) {
   CcittRow changes;
@@ -81,7 +77,7 @@ void CcittEncoder::encodeRow() {
   current_ = changesOf(row_, parameters_.columns);
   row_.clear();
   const bool is1D = parameters_.k == 0 || (parameters_.k > 0 && rowsTo1D_ == 0);
-  if (parameters_.encodedByteAlign) align(parameters_.endOfLine ? kEndOfLineBits : 0);
+  if (parameters_.encodedByteAlign) align(parameters_.endOfLine ? ccitt::kEndOfLineBits : 0);
   if (parameters_.endOfLine) putEndOfLine(is1D);
   if (is1D) {
     encode1D();
@@ -149,8 +145,8 @@ void CcittEncoder::encodeEnd() {
     encodeRow();
   }
   if (parameters_.endOfBlock) {
-    if (parameters_.encodedByteAlign) align(parameters_.endOfLine ? kEndOfLineBits : 0);
-    const int count = parameters_.k < 0 ? kEndOfFacsimileBlock : kReturnToControl;
+    if (parameters_.encodedByteAlign) align(parameters_.endOfLine ? ccitt::kEndOfLineBits : 0);
+    const int count = parameters_.k < 0 ? ccitt::kEndOfFacsimileBlock : ccitt::kReturnToControl;
     for (int i = 0; i < count; ++i) putEndOfLine(true);
   }
   align(0);

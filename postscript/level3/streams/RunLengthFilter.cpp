@@ -7,7 +7,7 @@ namespace quillpress::level3 {
 
 namespace {
 
-constexpr Byte kEndOfData = 128;
+constexpr Byte kRunsEndOfData = 128;
 constexpr std::size_t kLongest = 128;
 
 // Among literals two equal bytes cost as much as they do as a run, which would end the literals.
@@ -18,9 +18,9 @@ std::size_t shortestRun(bool afterLiterals) {
 }  // namespace
 
 void RunLengthDecoder::takeLength(Byte length) {
-  if (length == kEndOfData) {
+  if (length == kRunsEndOfData) {
     finish();
-  } else if (length < kEndOfData) {
+  } else if (length < kRunsEndOfData) {
     left_ = length + std::size_t{1};
     expects_ = Expects::kLiterals;
   } else {
@@ -117,7 +117,7 @@ void RunLengthEncoder::flushRun() {
 
 void RunLengthEncoder::encodeEnd() {
   flushRun();
-  emit(kEndOfData);
+  emit(kRunsEndOfData);
 }
 
 }  // namespace quillpress::level3

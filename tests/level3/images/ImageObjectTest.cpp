@@ -5,19 +5,11 @@
 #include "postscript/level3/images/ImageObject.h"
 #include "postscript/level3/images/ImageRows.h"
 #include "postscript/level3/pdf/PdfDocument.h"
+#include "tests/level3/pdf/MemoryOutput.h"
 #include "tests/level3/streams/FilterTesting.h"
 
 namespace quillpress::level3 {
 namespace {
-
-class Memory final : public Output {
- public:
-  void write(std::string_view bytes) override { bytes_ += bytes; }
-  const std::string& bytes() const { return bytes_; }
-
- private:
-  std::string bytes_;
-};
 
 class ImageObjectTest : public ::testing::Test {
  protected:
@@ -47,7 +39,7 @@ class ImageObjectTest : public ::testing::Test {
     return std::string(reinterpret_cast<const char*>(data->getBuffer()), data->getSize());
   }
 
-  Memory memory_;
+  MemoryOutput memory_;
   PdfDocument document_{memory_};
 
  private:

@@ -2,19 +2,11 @@
 
 #include "postscript/level3/images/PassedImage.h"
 #include "postscript/level3/pdf/PdfDocument.h"
+#include "tests/level3/pdf/MemoryOutput.h"
 #include "tests/level3/streams/FilterTesting.h"
 
 namespace quillpress::level3 {
 namespace {
-
-class Memory final : public Output {
- public:
-  void write(std::string_view bytes) override { bytes_ += bytes; }
-  [[nodiscard]] bool holds(std::string_view bytes) const { return bytes_.find(bytes) != std::string::npos; }
-
- private:
-  std::string bytes_;
-};
 
 class PassedImageTest : public ::testing::Test {
  protected:
@@ -42,7 +34,11 @@ class PassedImageTest : public ::testing::Test {
 
   static std::string withMore(const std::string& data) { return data + "and more"; }
 
-  Memory memory_;
+  [[nodiscard]] bool holds(std::string_view bytes) const {
+    return memory_.bytes().find(bytes) != std::string::npos;
+  }
+
+  MemoryOutput memory_;
   PdfFile file_{memory_};
 };
 
@@ -54,8 +50,8 @@ TEST_F(PassedImageTest, PhotographsGoIntoTheFileByteForByte) {
     const WrittenImage image = passJpeg(file_, colourImage(), decoder);
     EXPECT_NE(image.number, 0U);
     EXPECT_EQ(image.height, 20);
-    EXPECT_TRUE(memory_.holds(data));
-    EXPECT_TRUE(memory_.holds("/Filter/DCTDecode"));
+    EXPECT_TRUE(holds(data));
+    EXPECT_TRUE(holds("/Filter/DCTDecode"));
     EXPECT_TRUE(decoder.isClosed());
     EXPECT_EQ(source->position(), data.size()) << "in pieces of " << size;
   }
@@ -66,8 +62,8 @@ TEST_F(PassedImageTest, APhotographOfAnotherSizeIsDecoded) {
   const SourcePointer source = inPieces(withMore(data), 100);
   DctDecoder decoder(source);
   EXPECT_EQ(passJpeg(file_, colourImage(), decoder).height, 20);
-  EXPECT_FALSE(memory_.holds(data));
-  EXPECT_FALSE(memory_.holds("/Filter/DCTDecode"));
+  EXPECT_FALSE(holds(data));
+  EXPECT_FALSE(holds("/Filter/DCTDecode"));
   EXPECT_EQ(source->position(), data.size());
 }
 
@@ -77,7 +73,7 @@ TEST_F(PassedImageTest, WhatTheColoursMeanIsSaidWhereTheDataDoesNot) {
   data.replace(data.find("Adobe"), 5, "Other");
   DctDecoder decoder(inPieces(data, 100), false);
   passJpeg(file_, colourImage(), decoder);
-  EXPECT_TRUE(memory_.holds("/DecodeParms<</ColorTransform 0>>"));
+  EXPECT_TRUE(holds("/DecodeParms<</ColorTransform 0>>"));
 }
 
 TEST_F(PassedImageTest, FaxDataGoesIntoTheFileByteForByte) {
@@ -86,8 +82,8 @@ TEST_F(PassedImageTest, FaxDataGoesIntoTheFileByteForByte) {
   CcittDecoder decoder(source, parameters);
   const WrittenImage image = passFax(file_, faxImage(6), decoder);
   EXPECT_EQ(image.height, 6);
-  EXPECT_TRUE(memory_.holds(fax()));
-  EXPECT_TRUE(memory_.holds("/K -1"));
+  EXPECT_TRUE(holds(fax()));
+  EXPECT_TRUE(holds("/K -1"));
   EXPECT_EQ(source->position(), fax().size());
 }
 
@@ -95,7 +91,7 @@ TEST_F(PassedImageTest, ShortFaxDataMakesAShortImage) {
   const CcittParameters parameters{.k = -1, .columns = 20};
   CcittDecoder decoder(inPieces(fax(), 100), parameters);
   EXPECT_EQ(passFax(file_, faxImage(9), decoder).height, 6);
-  EXPECT_TRUE(memory_.holds("/Rows 6"));
+  EXPECT_TRUE(holds("/Rows 6"));
 }
 
 TEST_F(PassedImageTest, FaxDataOfAnotherWidthIsDecoded) {

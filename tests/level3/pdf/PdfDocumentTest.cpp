@@ -5,18 +5,10 @@
 #include <qpdf/QPDFPageDocumentHelper.hh>
 
 #include "postscript/level3/pdf/PdfDocument.h"
+#include "tests/level3/pdf/MemoryOutput.h"
 
 namespace quillpress::level3 {
 namespace {
-
-class Memory final : public Output {
- public:
-  void write(std::string_view bytes) override { bytes_ += bytes; }
-  const std::string& bytes() const { return bytes_; }
-
- private:
-  std::string bytes_;
-};
 
 class PdfDocumentTest : public ::testing::Test {
  protected:
@@ -35,7 +27,7 @@ class PdfDocumentTest : public ::testing::Test {
     return qpdf_;
   }
 
-  Memory memory_;
+  MemoryOutput memory_;
   PdfDocument document_{memory_};
   QPDF qpdf_;
 };
@@ -115,7 +107,7 @@ TEST_F(PdfDocumentTest, StreamsCanBeWrittenInPieces) {
 }
 
 TEST_F(PdfDocumentTest, SameContentsMakeTheSameFile) {
-  Memory other;
+  MemoryOutput other;
   PdfDocument again(other);
   addPage();
   PageParts parts;

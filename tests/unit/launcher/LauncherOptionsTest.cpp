@@ -15,7 +15,7 @@ Options parse(const Arguments& arguments) {
   return options.value_or(Options{});
 }
 
-std::wstring complaintAbout(const Arguments& arguments) {
+std::wstring complaintAboutArguments(const Arguments& arguments) {
   std::wstring complaint;
   EXPECT_FALSE(parseOptions(arguments, complaint));
   return complaint;
@@ -63,22 +63,23 @@ TEST(LauncherOptionsTest, ATimeLimitIsAFewDigits) {
   EXPECT_EQ(parse({L"--exit-after", L"0"}).timeLimit, std::chrono::seconds(0));
   EXPECT_EQ(parse({L"--exit-after", L"999999"}).timeLimit, std::chrono::seconds(999999));
   for (const wchar_t* text : {L"x", L"1x", L"-1", L"1.5", L" 1", L"1000000", L"99999999999999999999"}) {
-    EXPECT_EQ(complaintAbout({L"--exit-after", text}), std::wstring(L"not a number of seconds: ") + text);
+    EXPECT_EQ(complaintAboutArguments({L"--exit-after", text}),
+              std::wstring(L"not a number of seconds: ") + text);
   }
 }
 
 TEST(LauncherOptionsTest, ValuesCannotBeMissing) {
   for (const wchar_t* option : {L"--log", L"--run", L"--exit-after", L"--folder"}) {
     const std::wstring complaint = std::wstring(option) + L" needs a value";
-    EXPECT_EQ(complaintAbout({option}), complaint);
-    EXPECT_EQ(complaintAbout({option, L""}), complaint);
+    EXPECT_EQ(complaintAboutArguments({option}), complaint);
+    EXPECT_EQ(complaintAboutArguments({option, L""}), complaint);
   }
 }
 
 TEST(LauncherOptionsTest, NamesTheFirstMistake) {
-  EXPECT_EQ(complaintAbout({L"--verbose", L"--wrong"}), L"unknown option --verbose");
-  EXPECT_EQ(complaintAbout({L"file"}), L"unknown option file");
-  EXPECT_EQ(complaintAbout({L"--run", L"a.bat", L"--wrong"}),
+  EXPECT_EQ(complaintAboutArguments({L"--verbose", L"--wrong"}), L"unknown option --verbose");
+  EXPECT_EQ(complaintAboutArguments({L"file"}), L"unknown option file");
+  EXPECT_EQ(complaintAboutArguments({L"--run", L"a.bat", L"--wrong"}),
             L"the command cannot be a batch file: names would be read as commands");
 }
 

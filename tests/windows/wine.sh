@@ -3,6 +3,7 @@
 #
 #   wine.sh up NOTE                     makes a prefix in a temporary folder and writes its path into NOTE
 #   wine.sh run NOTE DLLS PROGRAM ...   runs PROGRAM; its DLLs are also looked for in the folder DLLS
+#   wine.sh pipe NOTE DLLS PROGRAM ...  the same with this script's own standard input
 #   wine.sh down NOTE                   ends what still runs in the prefix and removes it
 set -eu
 
@@ -63,12 +64,13 @@ case $verb in
     }
     keepDesktop
     ;;
-  run)
+  run | pipe)
     usePrefix
     dlls=$(printf '%s' "$1" | tr / '\\')
     export WINEPATH="Z:$dlls"
     shift
-    exec wine "$@" < /dev/null
+    if [ "$verb" = run ]; then exec < /dev/null; fi
+    exec wine "$@"
     ;;
   down)
     removePrefix

@@ -4,6 +4,8 @@
 #include <windows.h>
 
 #include <array>
+#include <functional>
+#include <vector>
 
 namespace quillpress::harness {
 namespace {
@@ -57,10 +59,17 @@ void drawBitmap(HDC page) {
                 SRCCOPY);
 }
 
-}  // namespace
+void drawWords(HDC page, const std::wstring& words, int weight) {
+  constexpr int kHeight = 150;
+  const Selected font(
+      page, CreateFontW(kHeight, 0, 0, 0, weight, FALSE, FALSE, FALSE, ANSI_CHARSET, OUT_DEFAULT_PRECIS,
+                        CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, FF_DONTCARE, L"Arial"));
+  // Wine takes the page of a printer that it has no description of to have no height: its lower edge is 0.
+  EXPECT_TRUE(TextOutW(page, 300, -2400, words.c_str(), static_cast<int>(words.size())));
+}
 
-void printDrawing(const std::wstring& printerName, const std::wstring& documentName,
-                  const std::wstring& file) {
+void printPages(const std::wstring& printerName, const std::wstring& documentName, const std::wstring& file,
+                const std::vector<std::function<void(HDC)>>& pages) {
   const HDC page = CreateDCW(L"WINSPOOL", printerName.c_str(), nullptr, nullptr);
   ASSERT_NE(page, nullptr) << "error " << GetLastError();
   DOCINFOW document{};
@@ -68,13 +77,27 @@ void printDrawing(const std::wstring& printerName, const std::wstring& documentN
   document.lpszDocName = documentName.c_str();
   document.lpszOutput = file.c_str();
   EXPECT_GT(StartDocW(page, &document), 0) << "error " << GetLastError();
-  for (const auto draw : {drawShapes, drawBitmap}) {
+  for (const auto& draw : pages) {
     EXPECT_GT(StartPage(page), 0);
     draw(page);
     EXPECT_GT(EndPage(page), 0);
   }
   EXPECT_GT(EndDoc(page), 0);
   DeleteDC(page);
+}
+
+}  // namespace
+
+void printDrawing(const std::wstring& printerName, const std::wstring& documentName,
+                  const std::wstring& file) {
+  printPages(printerName, documentName, file, {drawShapes, drawBitmap});
+}
+
+void printWords(const std::wstring& printerName, const std::wstring& documentName, const std::wstring& file,
+                const std::wstring& words, const std::wstring& others) {
+  printPages(printerName, documentName, file,
+             {[&words](HDC page) { drawWords(page, words, FW_NORMAL); },
+              [&others](HDC page) { drawWords(page, others, FW_BOLD); }});
 }
 
 }  // namespace quillpress::harness

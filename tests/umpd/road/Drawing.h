@@ -9,4 +9,9 @@ namespace quillpress::harness {
 void printDrawing(const std::wstring& printerName, const std::wstring& documentName,
                   const std::wstring& file);
 
+// The same with words: these on the first page, in letters of half an inch, and the others on the second, in
+// bold ones.
+void printWords(const std::wstring& printerName, const std::wstring& documentName, const std::wstring& file,
+                const std::wstring& words, const std::wstring& others);
+
 }  // namespace quillpress::harness

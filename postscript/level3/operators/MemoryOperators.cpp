@@ -101,6 +101,14 @@ void startjob(Interpreter& interpreter) {
   interpreter.operands().top() = Object::boolean(false);
 }
 
+// password ->
+// With it, downloads of old stay in a printer's memory: what comes begins as a new job does, and there is
+// nothing else to outlast it.
+void exitserver(Interpreter& interpreter) {
+  interpreter.operands().popTo(0);
+  interpreter.dictionaries().clear();
+}
+
 constexpr OperatorRow kMemoryOperators[] = {
     {"save", "", save},
     {"restore", "save", restore},
@@ -122,6 +130,10 @@ constexpr OperatorRow kMemoryOperators[] = {
 void addMemoryOperators(Interpreter& interpreter) {
   interpreter.addOperators(kMemoryOperators);
   interpreter.addInternal("restore", restoreNow, "save");
+  Dictionary* const server = interpreter.memory().newDictionary(1).asDictionary();
+  interpreter.memory().putPermanent(*server, interpreter.memory().name("exitserver"),
+                                    interpreter.addInternal("exitserver", exitserver, "int|string"));
+  interpreter.define("serverdict", Object::dictionary(server));
   interpreter.define("shareddict", Object::dictionary(&interpreter.globalDictionary()));
 }
 

@@ -57,8 +57,7 @@ class WorkerProcess {
 
   explicit WorkerProcess(std::unique_ptr<Connection> connection);
 
-  // Empty when the process is known to have ended.
-  std::unique_ptr<Connection> connection_;
+  std::unique_ptr<Connection> connection_;  // ends the process
 };
 
 }  // namespace quillpress::cli

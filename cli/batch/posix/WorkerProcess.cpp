@@ -58,6 +58,28 @@ bool isSent(int line, const std::string& message) {
 }  // namespace
 
 struct WorkerProcess::Connection {
+  Connection(pid_t number, Descriptor own) : process(number), line(std::move(own)) {}
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+  // One that waits for a task ends when nobody can give it one any more.
+  ~Connection() {
+    if (process > 0) end();
+  }
+
+  std::string end() {
+    // Closing would not do: processes that were copied later hold this end, too.
+    shutdown(line.get(), SHUT_RDWR);
+    line.reset();
+    int status = 0;
+    while (waitpid(process, &status, 0) < 0) {
+      if (errno != EINTR) break;
+    }
+    process = -1;
+    if (!WIFSIGNALED(status)) return "ended by itself";
+    const int number = WTERMSIG(status);
+    return "was ended by signal " + std::to_string(number) + ": " + strsignal(number);
+  }
+
   pid_t process;
   Descriptor line;
 };
@@ -78,7 +100,7 @@ std::optional<WorkerProcess> WorkerProcess::start(const std::vector<Task>& tasks
     // Both know the list, so that a place in it says which task is meant.
     workFor(tasks, work, others, parent);
   }
-  return WorkerProcess(std::make_unique<Connection>(Connection{process, std::move(own)}));
+  return WorkerProcess(std::make_unique<Connection>(process, std::move(own)));
 }
 
 bool WorkerProcess::serve(const Work& /*work*/) {
@@ -89,17 +111,9 @@ WorkerProcess::WorkerProcess(std::unique_ptr<Connection> connection) : connectio
 
 WorkerProcess::WorkerProcess(WorkerProcess&& other) noexcept = default;
 
-WorkerProcess& WorkerProcess::operator=(WorkerProcess&& other) noexcept {
-  if (this == &other) return *this;
-  if (connection_) howItEnded();
-  connection_ = std::move(other.connection_);
-  return *this;
-}
+WorkerProcess& WorkerProcess::operator=(WorkerProcess&& other) noexcept = default;
 
-// One that waits for a task ends when nobody can give it one any more.
-WorkerProcess::~WorkerProcess() {
-  if (connection_) howItEnded();
-}
+WorkerProcess::~WorkerProcess() = default;
 
 std::vector<std::size_t> WorkerProcess::waitForAny(const std::vector<const WorkerProcess*>& workers,
                                                    std::chrono::milliseconds limit) {
@@ -129,17 +143,7 @@ std::optional<WorkerAnswer> WorkerProcess::answer() {
 }
 
 std::string WorkerProcess::howItEnded() {
-  const std::unique_ptr<Connection> connection = std::move(connection_);
-  // Closing would not do: processes that were copied later hold this end, too.
-  shutdown(connection->line.get(), SHUT_RDWR);
-  connection->line.reset();
-  int status = 0;
-  while (waitpid(connection->process, &status, 0) < 0) {
-    if (errno != EINTR) break;
-  }
-  if (!WIFSIGNALED(status)) return "ended by itself";
-  const int number = WTERMSIG(status);
-  return "was ended by signal " + std::to_string(number) + ": " + strsignal(number);
+  return connection_->end();
 }
 
 }  // namespace quillpress::cli

@@ -160,10 +160,31 @@ Task taskOf(const std::string& message) {
 }  // namespace
 
 struct WorkerProcess::Connection {
+  explicit Connection(const std::vector<Task>& list) : tasks(list) {}
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+  ~Connection() {
+    if (process) end();
+  }
+
+  std::string end() {
+    message.cancel(pipe.get());
+    // A worker that waits for a task finds nobody there any more.
+    pipe = Handle();
+    WaitForSingleObject(process.get(), INFINITE);
+    DWORD status = 0;
+    GetExitCodeProcess(process.get(), &status);
+    process = Handle();
+    if (status == 0) return "ended by itself";
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), "0x%08lX", status);
+    return std::string("was ended with status ") + text.data();
+  }
+
   const std::vector<Task>& tasks;
   Handle process;
   Handle pipe;
-  Handle event;  // set when the message has come
+  Handle event = newEvent();  // set when the message has come
   Message message;
 };
 
@@ -171,8 +192,8 @@ std::optional<WorkerProcess> WorkerProcess::start(const std::vector<Task>& tasks
   static unsigned count = 0;
   const std::wstring name =
       L"\\\\.\\pipe\\quillpress-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++count);
-  auto connection =
-      std::make_unique<Connection>(Connection{tasks, Handle(), newPipe(name), newEvent(), Message()});
+  auto connection = std::make_unique<Connection>(tasks);
+  connection->pipe = newPipe(name);
   const Handle others = connection->pipe ? otherEnd(name) : Handle();
   if (!others) {
     takeSystemError();
@@ -209,16 +230,9 @@ WorkerProcess::WorkerProcess(std::unique_ptr<Connection> connection) : connectio
 
 WorkerProcess::WorkerProcess(WorkerProcess&& other) noexcept = default;
 
-WorkerProcess& WorkerProcess::operator=(WorkerProcess&& other) noexcept {
-  if (this == &other) return *this;
-  if (connection_) howItEnded();
-  connection_ = std::move(other.connection_);
-  return *this;
-}
+WorkerProcess& WorkerProcess::operator=(WorkerProcess&& other) noexcept = default;
 
-WorkerProcess::~WorkerProcess() {
-  if (connection_) howItEnded();
-}
+WorkerProcess::~WorkerProcess() = default;
 
 std::vector<std::size_t> WorkerProcess::waitForAny(const std::vector<const WorkerProcess*>& workers,
                                                    std::chrono::milliseconds limit) {
@@ -251,17 +265,7 @@ std::optional<WorkerAnswer> WorkerProcess::answer() {
 }
 
 std::string WorkerProcess::howItEnded() {
-  const std::unique_ptr<Connection> connection = std::move(connection_);
-  connection->message.cancel(connection->pipe.get());
-  // A worker that waits for a task finds nobody there any more.
-  connection->pipe = Handle();
-  WaitForSingleObject(connection->process.get(), INFINITE);
-  DWORD status = 0;
-  GetExitCodeProcess(connection->process.get(), &status);
-  if (status == 0) return "ended by itself";
-  std::array<char, 16> text{};
-  std::snprintf(text.data(), text.size(), "0x%08lX", status);
-  return std::string("was ended with status ") + text.data();
+  return connection_->end();
 }
 
 }  // namespace quillpress::cli

@@ -6,7 +6,7 @@ longest entry that its path begins with. Paths are written from the top folder.
 Sources, never headers, may have exceptions: what an object does when it is executed or read is the interpreter's
 business, and the interpreter names the operator families to build itself.
 
-<windows.h> comes into the converter through the one function that calls the platform, and everywhere else through
+<windows.h> comes into the converters through the few functions that call the platform, and everywhere else through
 one header; the system's headers that need it stand beside that one.
 """
 
@@ -120,7 +120,8 @@ PUBLIC_HEADERS = {
 
 WINDOWS_HEADER = "umpd/win32/Windows.h"
 SOURCES_OF_WINDOWS_HEADER = {
-    WINDOWS_HEADER, "cli/system/windows/Windows.h", "postscript/lib/base/DebugOutput.cpp"}
+    WINDOWS_HEADER, "cli/system/windows/Windows.h", "postscript/lib/base/DebugOutput.cpp",
+    "postscript/level3/fonts/SystemFonts.cpp", "postscript/level3/interpreter/FileAccess.cpp"}
 PORTABLE = ("postscript/", "cli/")
 
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*(["<])([^">]+)[">]', re.MULTILINE)

@@ -2,8 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 #include <system_error>
 #include <utility>
+
+#ifdef _WIN32
+#include <windows.h>
+#endif
 
 namespace quillpress::level3 {
 
@@ -160,11 +165,23 @@ std::size_t styleOf(std::string_view text) {
   return (holdsAny(text, kItalicWords) ? 1U : 0U) + (holdsAny(text, kBoldWords) ? 2U : 0U);
 }
 
+// A folder beside the program, on a system that has none of these fonts; elsewhere none.
+std::filesystem::path folderOfProgram() {
+#ifdef _WIN32
+  std::wstring name(32768, L'\0');
+  name.resize(GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size())));
+  return std::filesystem::path(name).parent_path() / "fonts";
+#else
+  return {};
+#endif
+}
+
 }  // namespace
 
-SystemFonts::SystemFonts() {
+SystemFonts::SystemFonts() : folder_(folderOfProgram()) {
+  std::error_code error;
+  if (!std::filesystem::is_directory(folder_, error)) folder_.clear();
   for (const char* folder : kFolders) {
-    std::error_code error;
     if (folder_.empty() && std::filesystem::is_directory(folder, error)) folder_ = folder;
   }
 }

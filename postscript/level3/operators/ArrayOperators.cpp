@@ -10,7 +10,7 @@ namespace {
 // int -> array
 void array(Interpreter& interpreter) {
   Object& operand = interpreter.operands().top();
-  operand = interpreter.memory().newArray(countOf(operand, SIZE_MAX));
+  operand = interpreter.memory().newArray(anyCountOf(operand));
 }
 
 // mark any0 ... anyN-1 -> array
@@ -25,7 +25,7 @@ void closeBracket(Interpreter& interpreter) {
 // any0 ... anyN-1 n -> packedarray
 void packedarray(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operands();
-  const std::size_t count = countOf(operands.top(), SIZE_MAX);
+  const std::size_t count = anyCountOf(operands.top());
   if (count > operands.depth() - 1) raise(ErrorName::kStackUnderflow);
   const Object made = interpreter.memory().newPackedArray(operands.last(count + 1).first(count));
   operands.pop(count);

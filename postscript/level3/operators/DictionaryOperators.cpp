@@ -10,7 +10,7 @@ namespace {
 // int -> dict
 void dict(Interpreter& interpreter) {
   Object& operand = interpreter.operands().top();
-  operand = interpreter.memory().newDictionary(countOf(operand, SIZE_MAX));
+  operand = interpreter.memory().newDictionary(anyCountOf(operand));
 }
 
 // mark key1 value1 ... keyN valueN -> dict

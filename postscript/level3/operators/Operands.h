@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 #include "postscript/level3/interpreter/Interpreter.h"
 
@@ -20,6 +22,14 @@ inline std::size_t countOf(const Object& integer, std::size_t most = Object::kMa
   const std::int64_t value = integer.asInteger();
   if (value < 0 || static_cast<std::uint64_t>(value) > most) raise(ErrorName::kRangeCheck);
   return static_cast<std::size_t>(value);
+}
+
+// An integer operand from 0 on, for what has a limit of its own and an error for that. Where sizes have 32
+// bits a greater one becomes the greatest. Throws rangecheck.
+inline std::size_t anyCountOf(const Object& integer) {
+  const std::int64_t value = integer.asInteger();
+  if (value < 0) raise(ErrorName::kRangeCheck);
+  return static_cast<std::size_t>(std::min<std::int64_t>(value, PTRDIFF_MAX));
 }
 
 // An index into something of that length. Throws rangecheck.

@@ -27,7 +27,7 @@ void dup(Interpreter& interpreter) {
 
 // any1 ... anyN n -> any1 ... anyN any1 ... anyN
 void copyOperands(ObjectStack& operands) {
-  const std::size_t count = countOf(operands.top(), SIZE_MAX);
+  const std::size_t count = anyCountOf(operands.top());
   if (count > operands.depth() - 1) raise(ErrorName::kStackUnderflow);
   if (count > 0) operands.require(count - 1);
   operands.pop();
@@ -49,7 +49,7 @@ void copy(Interpreter& interpreter) {
 // anyN ... any0 n -> anyN ... any0 anyN
 void index(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operands();
-  const std::size_t place = countOf(operands.top(), SIZE_MAX);
+  const std::size_t place = anyCountOf(operands.top());
   if (place >= operands.depth() - 1) raise(ErrorName::kStackUnderflow);
   operands.top() = operands.top(place + 1);
 }
@@ -57,7 +57,7 @@ void index(Interpreter& interpreter) {
 // anyN-1 ... any0 n j -> any(j-1) mod n ... any0 anyN-1 ... anyj mod n
 void roll(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operands();
-  const std::size_t count = countOf(operands.top(1), SIZE_MAX);
+  const std::size_t count = anyCountOf(operands.top(1));
   if (count > operands.depth() - 2) raise(ErrorName::kStackUnderflow);
   const std::int64_t turns = operands.top(0).asInteger();
   operands.pop(2);

@@ -8,7 +8,7 @@ namespace {
 // int -> string
 void string(Interpreter& interpreter) {
   Object& operand = interpreter.operands().top();
-  operand = interpreter.memory().newString(countOf(operand, SIZE_MAX));
+  operand = interpreter.memory().newString(anyCountOf(operand));
 }
 
 Object part(const Object& string, std::size_t start, std::size_t count) {

@@ -23,6 +23,7 @@ class InputTest(support.CommandLineTest):
     def test_folder(self):
         self.assert_refused(".", "is a directory")
 
+    @support.posix_only
     def test_file_that_cannot_be_read(self):
         self.assert_refused("/proc/self/mem", "cannot be read: Input/output error")
 

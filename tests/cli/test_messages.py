@@ -40,6 +40,7 @@ class MessageTest(support.CommandLineTest):
         self.assertTrue(result.err.endswith("cannot be opened: No such file or directory\n"))
         self.assertLessEqual(len(result.err), 201)
 
+    @support.posix_only
     def test_file_names_cannot_write_to_the_terminal(self):
         self.assertIn(r"quillpress: \x1B[2J.ps: page 1, ", self.said("%!\nwrong\n", name="\x1b[2J.ps"))
 

@@ -44,18 +44,34 @@ TEST(JobDateTest, WhatLeavesADoubtIsNoDate) {
   }
 }
 
+#ifdef _WIN32
+void setVariable(const std::string& value) {
+  _putenv(("SOURCE_DATE_EPOCH=" + value).c_str());
+}
+void removeVariable() {
+  setVariable("");
+}
+#else
+void setVariable(const std::string& value) {
+  setenv("SOURCE_DATE_EPOCH", value.c_str(), 1);
+}
+void removeVariable() {
+  unsetenv("SOURCE_DATE_EPOCH");
+}
+#endif
+
 TEST(JobDateTest, TheEnvironmentCanGiveADate) {
-  setenv("SOURCE_DATE_EPOCH", "86400", 1);
+  setVariable("86400");
   EXPECT_EQ(pdfDateOfEnvironment(), "D:19700102000000Z");
   // Behind the end of a time_t of 32 bits.
-  setenv("SOURCE_DATE_EPOCH", "4107542399", 1);
+  setVariable("4107542399");
   EXPECT_EQ(pdfDateOfEnvironment(), "D:21000228235959Z");
   // A year that a PDF file's date has no room for.
   for (const char* const text : {"", "x", "1x", "253402300800", "99999999999999999999"}) {
-    setenv("SOURCE_DATE_EPOCH", text, 1);
+    setVariable(text);
     EXPECT_EQ(pdfDateOfEnvironment(), std::nullopt) << text;
   }
-  unsetenv("SOURCE_DATE_EPOCH");
+  removeVariable();
   EXPECT_EQ(pdfDateOfEnvironment(), std::nullopt);
 }
 

@@ -52,7 +52,7 @@ class Row : public testing::Test {
 void addTable(const std::filesystem::path& file) {
   const std::string table = file.stem().string();
   for (const TableRow& row : readTable(file)) {
-    testing::RegisterTest(table.c_str(), row.name.c_str(), nullptr, nullptr, file.c_str(), row.line,
+    testing::RegisterTest(table.c_str(), row.name.c_str(), nullptr, nullptr, file.string().c_str(), row.line,
                           [row]() -> testing::Test* { return new Row(row); });
   }
 }

@@ -18,6 +18,7 @@ ExitCode run(int argc, const char* const* argv) {
   ExitCode exit = ExitCode::kDone;
   const std::vector<std::string> arguments = quillpress::cli::programArguments(argc, argv);
   std::vector<const char*> texts;
+  texts.reserve(arguments.size());
   for (const std::string& argument : arguments) texts.push_back(argument.c_str());
   const auto options = quillpress::cli::parseOptions(static_cast<int>(texts.size()), texts.data(), exit);
   return options ? quillpress::cli::runProgram(*options) : exit;

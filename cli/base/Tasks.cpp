@@ -36,7 +36,7 @@ std::string outputOf(const Options& options, const std::string& job) {
   if (options.run) return {};
   if (job == "-" && !options.folder.empty()) throw UsageError("standard input has no name for --directory");
   if (job == "-" || options.content) return toStandardOutput(options);
-  const std::string beside = utf8Of(withoutJobEnding(pathOf(job))) + ".pdf";
+  std::string beside = utf8Of(withoutJobEnding(pathOf(job))) + ".pdf";
   if (options.folder.empty()) return beside;
   return utf8Of(pathOf(options.folder) / pathOf(beside).filename());
 }

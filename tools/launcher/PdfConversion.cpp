@@ -112,7 +112,7 @@ std::optional<std::wstring> PdfConversion::convert(const std::wstring& file) {
   }
   const bool isMade = status == kDone || status == kDoneWithWarnings || status == kPartial;
   const std::wstring made = inFolder(run.workingFolder, workingName());
-  const auto pdf = isMade ? putInPlace(made, job, status == kPartial) : std::nullopt;
+  auto pdf = isMade ? putInPlace(made, job, status == kPartial) : std::nullopt;
   if (pdf) {
     log_.writeLine(logLine({L"converted", *pdf, std::to_wstring(status)}));
   } else {

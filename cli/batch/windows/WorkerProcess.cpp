@@ -237,6 +237,7 @@ WorkerProcess::~WorkerProcess() = default;
 std::vector<std::size_t> WorkerProcess::waitForAny(const std::vector<const WorkerProcess*>& workers,
                                                    std::chrono::milliseconds limit) {
   std::vector<HANDLE> events;
+  events.reserve(workers.size());
   for (const WorkerProcess* const worker : workers) events.push_back(worker->connection_->event.get());
   // The system waits for so many at a time; with more, it is looked at all of them now and then.
   constexpr DWORD kPause = 5;

@@ -77,6 +77,7 @@ std::vector<std::string> programArguments(int /*argc*/, const char* const* /*arg
   int count = 0;
   wchar_t** const all = CommandLineToArgvW(GetCommandLineW(), &count);
   std::vector<std::string> arguments;
+  arguments.reserve(static_cast<std::size_t>(count));
   for (int place = 0; place < count; ++place) arguments.push_back(utf8Text(all[place]));
   LocalFree(all);
   return arguments;

@@ -34,7 +34,10 @@ class ConditionVariable {
   void wait(std::unique_lock<Mutex>& lock, Condition isMet) {
     while (!isMet()) SleepConditionVariableSRW(&variable_, &lock.mutex()->lock_, INFINITE, 0);
   }
-  void notify_all() { WakeAllConditionVariable(&variable_); }
+  // By the name that the standard library's own has.
+  void notify_all() {  // NOLINT(readability-identifier-naming)
+    WakeAllConditionVariable(&variable_);
+  }
 
  private:
   CONDITION_VARIABLE variable_ = CONDITION_VARIABLE_INIT;

@@ -212,11 +212,10 @@ constexpr std::int64_t kLastSecond = 253'402'300'799;
 
 // Without the C library's time_t, which ends in 2038 where it has 32 bits.
 std::string pdfDateOfSeconds(std::int64_t secondsSince1970) {
-  using namespace std::chrono;
-  const sys_seconds moment{seconds(secondsSince1970)};
-  const auto midnight = floor<days>(moment);
-  const year_month_day day(midnight);
-  const hh_mm_ss<seconds> time(moment - midnight);
+  const std::chrono::sys_seconds moment{std::chrono::seconds(secondsSince1970)};
+  const auto midnight = std::chrono::floor<std::chrono::days>(moment);
+  const std::chrono::year_month_day day(midnight);
+  const std::chrono::hh_mm_ss<std::chrono::seconds> time(moment - midnight);
   std::array<char, 40> date{};
   const int size =
       std::snprintf(date.data(), date.size(), "D:%04d%02u%02u%02d%02d%02dZ", static_cast<int>(day.year()),

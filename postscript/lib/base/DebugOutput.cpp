@@ -30,6 +30,8 @@ void writeToDebugger([[maybe_unused]] const std::string& text) {
 void writeDebugOutput(const std::string& text) {
   if (isForStandardError()) {
     std::fwrite(text.data(), 1, text.size(), stderr);
+    // Windows keeps it back where standard error is no terminal, and other lines overtake it.
+    std::fflush(stderr);
   } else {
     writeToDebugger(text);
   }

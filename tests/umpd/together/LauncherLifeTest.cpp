@@ -14,8 +14,8 @@ class LauncherLifeTest : public TogetherTest {
   [[nodiscard]] std::wstring log() const { return folder.file(L"twsmsnd.log"); }
 
   void startLauncher() {
-    launcher.emplace(L"\"" + folderOf(library.module()) + L"twsmsnd.exe\" --exit-after 50 --log \"" + log() +
-                     L"\"");
+    launcher.emplace(L"\"" + folderOf(library.module()) +
+                     L"twsmsnd.exe\" --no-convert --exit-after 50 --log \"" + log() + L"\"");
   }
 
   // What the launcher has written down so far ends with this line; it writes after it has let the job go.

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "cli/base/TextScan.h"
+
 namespace quillpress::cli {
 
 namespace {
@@ -79,10 +81,6 @@ class PacketWriter {
  private:
   std::string text_;
 };
-
-bool isDigit(char character) {
-  return character >= '0' && character <= '9';
-}
 
 // Reads the numbers of a date from its front.
 class DateReader {

@@ -13,7 +13,7 @@ std::string joined(const std::vector<std::string>& words) {
 }
 
 // In single quotes, for every one of the shells.
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
   std::string result = "'";
   for (const char character : text) {
     if (character == '\'') {
@@ -33,7 +33,7 @@ std::string bashPattern(const OptionRow& option) {
 std::string bashAnswer(const OptionRow& option) {
   if (option.takesFile()) return "COMPREPLY=($(compgen -f -- \"$present\"))";
   if (option.takesFolder()) return "COMPREPLY=($(compgen -d -- \"$present\"))";
-  return "COMPREPLY=($(compgen -W " + quoted(joined(option.choices())) + " -- \"$present\"))";
+  return "COMPREPLY=($(compgen -W " + inQuotes(joined(option.choices())) + " -- \"$present\"))";
 }
 
 // What zsh completes behind the option: ":FILE:_files".
@@ -71,7 +71,7 @@ std::string bashCompletion() {
          "present=\"${COMP_WORDS[COMP_CWORD]}\"\n"
          "  COMPREPLY=()\n  case \"${COMP_WORDS[COMP_CWORD-1]}\" in\n" +
          cases + "  esac\n  if [[ $present == -* ]]; then\n    COMPREPLY=($(compgen -W " +
-         quoted(joined(names)) +
+         inQuotes(joined(names)) +
          " -- \"$present\"))\n  else\n    COMPREPLY=($(compgen -f -- \"$present\"))\n  fi\n}\n"
          "complete -o filenames -F _quillpress quillpress\n";
 }
@@ -81,10 +81,10 @@ std::string zshCompletion() {
   for (const OptionRow& option : optionTable()) {
     const std::string what = "[" + zshText(option.summary()) + "]" + zshAction(option);
     if (option.shortName.empty()) {
-      text += "  " + quoted(option.longName + what) + " \\\n";
+      text += "  " + inQuotes(option.longName + what) + " \\\n";
     } else {
       text += "  '(" + option.shortName + " " + option.longName + ")'{" + option.shortName + "," +
-              option.longName + "}" + quoted(what) + " \\\n";
+              option.longName + "}" + inQuotes(what) + " \\\n";
     }
   }
   return text + "  '*:job:_files'\n";
@@ -97,8 +97,8 @@ std::string fishCompletion() {
     if (!option.shortName.empty()) text += " -s " + option.shortName.substr(1);
     if (!option.values.empty()) text += option.takesFile() ? " -r -F" : " -x";
     if (option.takesFolder()) text += " -a '(__fish_complete_directories)'";
-    if (!option.choices().empty()) text += " -a " + quoted(joined(option.choices()));
-    text += " -d " + quoted(option.summary()) + "\n";
+    if (!option.choices().empty()) text += " -a " + inQuotes(joined(option.choices()));
+    text += " -d " + inQuotes(option.summary()) + "\n";
   }
   return text;
 }

@@ -1,9 +1,10 @@
 """clang-tidy finds nothing in the sources that a build compiles.
 
-Most of clang-tidy's time goes into the system's headers, so sources with the same options are looked at in batches: one
-translation unit that includes them all. Sources with local functions of one name come into different batches; where
-neighbours do not compile together all the same, they are parted. A source is not looked at twice as long as neither it, nor
-a header of the project that it includes, nor the configuration has changed; a note in the build folder keeps that.
+Most of clang-tidy's time goes into the system's headers: half a minute a translation unit, and a fifth of a second
+for each source. So sources are looked at in large batches, one translation unit that includes them all, with the
+include folders and macros of all of them. Sources with local names in common come into different batches, and so do those
+that do not compile together all the same. A source is not looked at twice as long as neither it, nor a header of the project
+that it includes, nor the configuration has changed; a note in the build folder keeps that.
 
 The compile database is GCC's: clang gets what it must know about a cross compiler besides, and does not get what
 only GCC understands.
@@ -12,6 +13,7 @@ only GCC understands.
 import argparse
 import concurrent.futures
 import dataclasses
+import functools
 import hashlib
 import json
 import os
@@ -23,17 +25,23 @@ import sys
 
 from sources import FOLDERS
 
-BATCH = 40
+BATCH = 300
 
 # Clang has other warnings under the same names, and takes a neighbour of the batch for what is shadowed.
 FOR_CLANG = ["-Wno-ignored-optimization-argument", "-Wno-sign-conversion", "-Wno-shadow", "-ferror-limit=0"]
-ONLY_FOR_GCC = {"-fno-keep-inline-dllexport", "-Winvalid-pch"}
+# What else a compiler is told (optimisation, debug information, kinds of code) changes nothing in a source.
+TELLING = ("-std=", "-W", "-isystem", "-I", "-D", "-U")
+ONLY_FOR_GCC = {"-Winvalid-pch"}
+
+# CLI11 passes a hundred strings by value, and a check follows each of them through the whole unit.
+COSTLY = "#include <CLI/"
 
 COLOUR = re.compile(r"\x1b\[[0-9;]*m")
 FINDING = re.compile(r"^(?P<file>[^\s:]+):\d+:\d+: (?:error|warning): .*\[(?P<checks>[^\]]+)\]$|^error: .*$")
 LOCAL = re.compile(r"^namespace \{$(.*?)^\}  // namespace$", re.MULTILINE | re.DOTALL)
 # A type, or a function or variable behind its type.
-DECLARED = re.compile(r"^(?:(?:struct|class|enum class|using) (\w+)|[\w\[][\w:<>,*&\[\] ]*[ *&](\w+)(?: =|[(\[{;]))", re.MULTILINE)
+DECLARED = re.compile(r"^(?:(?:struct|class|enum(?: class)?) (\w+)|using (\w+) =|(?!using)[\w\[][\w:<>,*&\[\] ]*[ *&](\w+)(?: =|[(\[{;]))",
+                      re.MULTILINE)
 BATCH_OF_THE_BUILD = re.compile(r"/Unity/unity_\w+\.c(xx)?$")
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*"([^"]+)"', re.MULTILINE)
 
@@ -47,6 +55,7 @@ class Source:
     path: str
     arguments: list
     reads: set  # Itself and the headers of the project.
+    is_costly: bool
     digest: str
 
 
@@ -66,15 +75,29 @@ def options_for_target(compiler, target):
 
 
 def arguments_for_clang(entry):
-    """What the compiler is given for a source, without the source and without the compiler."""
-    arguments = shlex.split(entry["command"])[1:]
-    # What GCC has compiled beforehand is nothing for clang, and every source includes what it needs.
-    for option in ("-o", "-include"):
-        if option in arguments:
-            place = arguments.index(option)
-            del arguments[place:place + 2]
-    return [argument for argument in arguments
-            if argument not in ONLY_FOR_GCC and argument not in ("-c", entry["file"])]
+    """What tells of the source, of what the compiler is given: warnings and standard, include folders, macros."""
+    told = iter(shlex.split(entry["command"])[1:])
+    arguments = [argument + (next(told) if argument in ("-isystem", "-I", "-D") else "")
+                 for argument in told if argument.startswith(TELLING) and argument not in ONLY_FOR_GCC]
+    return list(dict.fromkeys(arguments))
+
+
+def is_shared(argument):
+    return argument.startswith(("-isystem", "-I", "-D"))
+
+
+def shared_arguments(arguments):
+    """Include folders and macros of all sources that are otherwise compiled alike, where no macro has two values."""
+    groups = {}
+    for path, own in arguments.items():
+        kind = (pathlib.Path(path).suffix, *(argument for argument in own if not is_shared(argument)))
+        groups.setdefault(kind, []).append(path)
+    for group, paths in groups.items():
+        shared = list(dict.fromkeys(argument for path in paths for argument in arguments[path] if is_shared(argument)))
+        macros = {argument for argument in shared if argument.startswith("-D")}
+        if len({macro.partition("=")[0] for macro in macros}) == len(macros):
+            arguments |= {path: [*group[1:], *shared] for path in paths}
+    return arguments
 
 
 def files_read(project, path, known):
@@ -91,6 +114,11 @@ def files_read(project, path, known):
         waiting += known[file] - found
         found |= known[file]
     return found
+
+
+@functools.cache
+def includes_costly_headers(path):
+    return COSTLY in pathlib.Path(path).read_text(encoding="utf-8")
 
 
 def digest_of(files, *others):
@@ -130,11 +158,12 @@ def sources(options):
         extra = options_for_target(shlex.split(entries[wanted[0]]["command"])[0], options.target)
     version = subprocess.run([options.clang_tidy, "--version"], check=True, text=True, capture_output=True).stdout
     known = {}
+    told = shared_arguments({path: arguments_for_clang(entries[path]) for path in wanted})
     for path in wanted:
-        arguments = [*extra, *arguments_for_clang(entries[path]), *FOR_CLANG]
+        arguments = [*extra, *told[path], *FOR_CLANG]
         reads = files_read(options.project, path, known)
         digest = digest_of(reads | {str(options.project / ".clang-tidy"), __file__}, arguments, version)
-        yield Source(path, arguments, reads, digest)
+        yield Source(path, arguments, reads, any(map(includes_costly_headers, reads)), digest)
 
 
 class Notes:
@@ -156,18 +185,22 @@ class Notes:
 
 def local_names(path):
     text = pathlib.Path(path).read_text(encoding="utf-8")
-    return {kind or name for block in LOCAL.findall(text) for kind, name in DECLARED.findall(block)}
+    return {"".join(name) for block in LOCAL.findall(text) for name in DECLARED.findall(block)}
 
 
 def batches(files):
+    """Batches whose local names differ, as few as keep every processor busy."""
     alike = {}
     for source in files:
-        alike.setdefault((pathlib.Path(source.path).suffix, *source.arguments), []).append(source)
+        # The few sources in C are quick, and all their names are common.
+        kind = ("" if source.path.endswith(".cpp") else source.path, source.is_costly, *source.arguments)
+        alike.setdefault(kind, []).append(source)
     for group in alike.values():
+        most = min(BATCH, len(group) // os.cpu_count() + 1)
         begun = []
         for source in group:
             names = local_names(source.path)
-            fitting = (batch for batch in begun if len(batch[0]) < BATCH and batch[1].isdisjoint(names))
+            fitting = (batch for batch in begun if len(batch[0]) < most and batch[1].isdisjoint(names))
             batch = next(fitting, None)
             if batch is None:
                 batch = ([], set())
@@ -181,7 +214,9 @@ def look_at(options, batch, *more):
     """What clang-tidy says of some sources of ours."""
     unit = options.build / "lint" / (hashlib.sha256(repr([source.path for source in batch]).encode()).hexdigest()[:16]
                                      + pathlib.Path(batch[0].path).suffix)
-    unit.write_text("".join(f'#include "{source.path}"\n' for source in batch), encoding="utf-8")
+    # Several programs may be among them.
+    lines = (f'#define main main{place}\n#include "{source.path}"\n#undef main\n' for place, source in enumerate(batch))
+    unit.write_text("".join(lines), encoding="utf-8")
     ours = "^" + re.escape(str(options.project)) + "/(" + "|".join(FOLDERS) + ")/"
     command = [options.clang_tidy, "--quiet", f"--config-file={options.project}/.clang-tidy",
                f"--header-filter={ours}", *more, str(unit), "--", *batch[0].arguments]
@@ -195,18 +230,21 @@ def look_at(options, batch, *more):
     return [found for found in findings if found["file"] != str(unit)]
 
 
-def compile_together(options, batch):
-    # One check has to be asked for; this one is quick.
-    findings = look_at(options, batch, "--checks=-*,clang-diagnostic-*,modernize-use-nullptr")
-    return not any("clang-diagnostic" in (found["checks"] or "clang-diagnostic") for found in findings)
+def refused_by_compiler(findings, batch):
+    """The sources of a batch that do not compile, perhaps only because of those before them."""
+    refused = {found["file"] for found in findings if "clang-diagnostic" in (found["checks"] or "clang-diagnostic")}
+    named = [source for source in batch if source.path in refused]
+    return named if named or not refused else batch[1::2]
 
 
 def lint(options, batch):
     """The findings, and the sources in which there are none."""
-    if len(batch) > 1 and not compile_together(options, batch):
-        halves = [lint(options, batch[place::2]) for place in range(2)]
-        return [sum(results, []) for results in zip(*halves)]
     findings = look_at(options, batch)
+    if len(batch) > 1 and (parted := refused_by_compiler(findings, batch)):
+        rest = [source for source in batch if source not in parted]
+        print(f"{len(rest)} sources are looked at again without", *(source.path for source in parted), flush=True)
+        parts = [rest, parted] if rest else [parted[0::2], parted[1::2]]
+        return [sum(results, []) for results in zip(*(lint(options, part) for part in parts))]
     named = {found["file"] for found in findings}
     return findings, [source for source in batch if None not in named and not source.reads & named]
 

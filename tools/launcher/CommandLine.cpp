@@ -78,7 +78,7 @@ bool needsQuotes(std::wstring_view argument) {
          });
 }
 
-std::wstring quoted(std::wstring_view argument) {
+std::wstring quotedArgument(std::wstring_view argument) {
   std::wstring text = L"\"";
   std::size_t backslashes = 0;
   for (const wchar_t character : argument) {
@@ -107,7 +107,7 @@ std::wstring joinCommandLine(const std::vector<std::wstring>& arguments) {
     if (line.empty()) {
       line.append(L"\"").append(argument).append(L"\"");
     } else {
-      line.append(L" ").append(needsQuotes(argument) ? quoted(argument) : argument);
+      line.append(L" ").append(needsQuotes(argument) ? quotedArgument(argument) : argument);
     }
   }
   return line;

@@ -16,7 +16,7 @@ constexpr std::size_t kMostOperandsWritten = 48;
 // In one operator, and the width in front of them.
 constexpr std::size_t kMostStemsWritten = 23;
 
-enum Operator : std::uint8_t {
+enum Type2Operator : std::uint8_t {
   kHstem = 1,
   kVstem = 3,
   kVmoveto = 4,
@@ -97,7 +97,7 @@ class Type2Writer {
   void collectStems();
   void writeStems();
   void writeStems(bool isVertical);
-  void writeMask(Operator code, const std::vector<Stem>& stems);
+  void writeMask(Type2Operator code, const std::vector<Stem>& stems);
   void writeSegment(GlyphProgram::Kind kind, const Point* point);
 
   void move(FixedPoint distance);
@@ -105,8 +105,8 @@ class Type2Writer {
   void curve(FixedPoint first, FixedPoint second, FixedPoint third);
   void flex(const Point* points, double depth);
 
-  bool canExtend(std::span<const Fixed> operands, Operator code) const;
-  void hold(std::span<const Fixed> operands, Operator code);
+  bool canExtend(std::span<const Fixed> operands, Type2Operator code) const;
+  void hold(std::span<const Fixed> operands, Type2Operator code);
   void flush();
   void emit(std::span<const Fixed> operands, std::uint8_t code);
 
@@ -130,7 +130,7 @@ class Type2Writer {
   std::size_t nextFlex_ = 0;
   // The operator that may still take more operands.
   std::vector<Fixed> held_;
-  Operator heldCode_ = kEndchar;
+  Type2Operator heldCode_ = kEndchar;
   // How an operator of alternating directions goes on.
   bool isNextVertical_ = false;
 };
@@ -177,7 +177,7 @@ void Type2Writer::writeStems(bool isVertical) {
   }
 }
 
-void Type2Writer::writeMask(Operator code, const std::vector<Stem>& stems) {
+void Type2Writer::writeMask(Type2Operator code, const std::vector<Stem>& stems) {
   emit({}, code);
   std::string mask((stems_.size() + 7) / 8, '\0');
   for (std::size_t i = 0; i < stems_.size(); ++i) {
@@ -281,7 +281,7 @@ void Type2Writer::flex(const Point* points, double depth) {
 }
 
 // Whether the operator that is held could take these operands of another one, too.
-bool Type2Writer::canExtend(std::span<const Fixed> operands, Operator code) const {
+bool Type2Writer::canExtend(std::span<const Fixed> operands, Type2Operator code) const {
   if (held_.empty() || held_.size() + operands.size() > kMostOperandsWritten) return false;
   switch (code) {
     case kHlineto:
@@ -295,7 +295,7 @@ bool Type2Writer::canExtend(std::span<const Fixed> operands, Operator code) cons
   }
 }
 
-void Type2Writer::hold(std::span<const Fixed> operands, Operator code) {
+void Type2Writer::hold(std::span<const Fixed> operands, Type2Operator code) {
   if (!canExtend(operands, code)) {
     flush();
     heldCode_ = code;

@@ -21,7 +21,7 @@ std::size_t countDigits(std::string_view text, std::size_t start) {
   return end - start;
 }
 
-Object realOf(double value) {
+Object finiteReal(double value) {
   const auto real = static_cast<float>(value);
   if (!std::isfinite(real)) raise(ErrorName::kLimitCheck);
   return Object::real(real);
@@ -39,7 +39,7 @@ Object readReal(std::string_view text) {
     if (!isTiny) raise(ErrorName::kLimitCheck);
     value = 0;
   }
-  return realOf(value);
+  return finiteReal(value);
 }
 
 Object readInteger(std::string_view text) {

@@ -40,7 +40,7 @@ std::string outputOf(const std::string& program) {
   return std::string(textOf(Bytes(output->bytes())));
 }
 
-class Row : public testing::Test {
+class Row : public ::testing::Test {
  public:
   explicit Row(TableRow row) : row_(std::move(row)) {}
   void TestBody() override { EXPECT_EQ(squeezed(outputOf(row_.program)), row_.expected) << row_.program; }
@@ -52,8 +52,8 @@ class Row : public testing::Test {
 void addTable(const std::filesystem::path& file) {
   const std::string table = file.stem().string();
   for (const TableRow& row : readTable(file)) {
-    testing::RegisterTest(table.c_str(), row.name.c_str(), nullptr, nullptr, file.string().c_str(), row.line,
-                          [row]() -> testing::Test* { return new Row(row); });
+    ::testing::RegisterTest(table.c_str(), row.name.c_str(), nullptr, nullptr, file.string().c_str(),
+                            row.line, [row]() -> ::testing::Test* { return new Row(row); });
   }
 }
 
@@ -72,7 +72,7 @@ void addTables() {
 }  // namespace quillpress::level3
 
 int main(int argc, char** argv) {
-  testing::InitGoogleTest(&argc, argv);
+  ::testing::InitGoogleTest(&argc, argv);
   try {
     quillpress::level3::addTables();
   } catch (const std::exception& error) {

@@ -30,7 +30,7 @@ void makeFolders(const std::wstring& path) {
   }
 }
 
-void writeFile(const std::wstring& path, const void* bytes, size_t size) {
+void writeBytes(const std::wstring& path, const void* bytes, size_t size) {
   const HANDLE file =
       CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
   ASSERT_NE(file, INVALID_HANDLE_VALUE) << "error " << GetLastError();
@@ -52,12 +52,12 @@ DriverFolder::~DriverFolder() {
 }
 
 void DriverFolder::writeIni(const std::string& text) const {
-  writeFile(path_ + L"twsconf.ini", text.data(), text.size());
+  writeBytes(path_ + L"twsconf.ini", text.data(), text.size());
 }
 
 void DriverFolder::writeIni(const std::wstring& text) const {
   const std::wstring marked = L"\xFEFF" + text;
-  writeFile(path_ + L"twsconf.ini", marked.data(), marked.size() * sizeof(wchar_t));
+  writeBytes(path_ + L"twsconf.ini", marked.data(), marked.size() * sizeof(wchar_t));
 }
 
 void DriverFolder::removeIni() const {

@@ -11,7 +11,7 @@
 namespace quillpress::cli {
 namespace {
 
-void writeTo(const Descriptor& file, std::string_view text) {
+void writeText(const Descriptor& file, std::string_view text) {
   EXPECT_EQ(write(file.get(), text.data(), text.size()), static_cast<ssize_t>(text.size()));
 }
 
@@ -53,7 +53,7 @@ TEST_F(TemporaryNameTest, MovingReplacesTheTarget) {
   {
     TemporaryName name;
     const Descriptor file = name.create(folder());
-    writeTo(file, "after");
+    writeText(file, "after");
     EXPECT_TRUE(name.moveTo(file, path("target")));
   }
   EXPECT_EQ(files(), std::vector<std::string>{"target"});
@@ -64,7 +64,7 @@ TEST_F(TemporaryNameTest, ANamelessFileGetsAName) {
   const Descriptor file = openNameless(folder());
   ASSERT_TRUE(file);
   EXPECT_TRUE(files().empty());
-  writeTo(file, "text");
+  writeText(file, "text");
   TemporaryName name;
   ASSERT_TRUE(canLinkNameless());
   ASSERT_TRUE(name.link(file, folder()));

@@ -69,8 +69,16 @@ case $verb in
     dlls=$(printf '%s' "$1" | tr / '\\')
     export WINEPATH="Z:$dlls"
     shift
-    if [ "$verb" = run ]; then exec < /dev/null; fi
-    exec wine "$@"
+    if [ "$verb" = pipe ]; then exec wine "$@"; fi
+    # Programs that a test has started and left behind hold this file, and not the pipe that ctest reads to its end.
+    output=$(mktemp "$folder/output.XXXXXX")
+    wine "$@" < /dev/null > "$output" 2>&1 &
+    program=$!
+    tail --follow --lines=+1 --sleep-interval=0.05 --pid=$program "$output"
+    status=0
+    wait $program || status=$?
+    rm -f "$output"
+    exit $status
     ;;
   down)
     removePrefix

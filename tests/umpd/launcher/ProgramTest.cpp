@@ -176,12 +176,13 @@ TEST_F(ProgramTest, SaysWhenTheCommandCannotBeRun) {
 }
 
 TEST_F(ProgramTest, DoesNotLetTheSenderWaitForTheCommand) {
-  // The command is a launcher itself, which waits until its time is over.
   const std::wstring file = folder.file(L"a.pdf");
   writeFile(file, "%PDF");
-  start(LR"(--run "\")" + program + LR"(\" --help %s")");
+  start(runNoting(L"--stay %s"));
   EXPECT_TRUE(sender.send(stopPrintRecord("p", "d", narrow(file))));
   EXPECT_TRUE(sender.send(startPrintRecord("p")));
+  // A launcher that is ended while it starts a program leaves a process of Wine's that never gets going.
+  EXPECT_EQ(notedArguments(), (Line{L"--stay", file}));
 }
 
 TEST_F(ProgramTest, LeavesAfterOneMessage) {

@@ -1,5 +1,6 @@
 // Writes the arguments that it was started with into the file named by NOTE_ARGUMENTS_FILE: UTF-8, each
-// followed by a zero. The file appears under its name when it is complete.
+// followed by a zero. The file appears under its name when it is complete. With "--stay" among them it lasts
+// for a while.
 
 #include <windows.h>
 // After windows.h.
@@ -29,7 +30,11 @@ int main() {
   int count = 0;
   LPWSTR* arguments = CommandLineToArgvW(GetCommandLineW(), &count);
   std::string bytes;
-  for (int i = 0; i < count; ++i) bytes += toUtf8(arguments[i]);
+  bool stays = false;
+  for (int i = 0; i < count; ++i) {
+    bytes += toUtf8(arguments[i]);
+    stays = stays || arguments[i] == std::wstring(L"--stay");
+  }
 
   const std::wstring path = noteFile();
   const std::wstring unfinished = path + L".unfinished";
@@ -38,5 +43,7 @@ int main() {
   DWORD written = 0;
   const BOOL whole = WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
   CloseHandle(file);
-  return whole != 0 && MoveFileW(unfinished.c_str(), path.c_str()) != 0 ? 0 : 1;
+  const BOOL inPlace = MoveFileW(unfinished.c_str(), path.c_str());
+  if (stays) Sleep(2000);
+  return whole != 0 && inPlace != 0 ? 0 : 1;
 }

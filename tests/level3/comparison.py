@@ -1,15 +1,18 @@
 """The same job through Ghostscript, and how far two PDFs differ when one renderer draws them.
 
-What Ghostscript makes of a job is kept in the folder QUILLPRESS_REFERENCES: the same jobs are compared natively and
-under the sanitizers, today and tomorrow, and it always makes the same of them.
+What Ghostscript makes of a job is kept in the folder QUILLPRESS_REFERENCES, and so is what has been found about two PDFs:
+the same jobs are compared natively and under the sanitizers, today and tomorrow, and this program, too, always makes
+the same of them.
 """
 
 import functools
 import hashlib
+import json
 import os
 import pathlib
 import shutil
 import subprocess
+import threading
 
 COMPARE = os.environ["QUILLPRESS_COMPARE"]
 REFERENCES = pathlib.Path(os.environ["QUILLPRESS_REFERENCES"])
@@ -44,12 +47,16 @@ def by_ghostscript(job, folder, *options):
         return pdf
     result = run(*GHOSTSCRIPT, *options, f"-sOutputFile={pdf}", str(job))
     require(result.returncode == 0, "Ghostscript fails: " + result.stdout.decode(errors="replace")[:200])
-    REFERENCES.mkdir(parents=True, exist_ok=True)
-    # Two that keep the same one at the same time do not meet.
-    unfinished = REFERENCES / f"{key}.{os.getpid()}.{folder.name}"
-    shutil.copyfile(pdf, unfinished)
-    unfinished.replace(kept)
+    keep(kept.name, pdf.read_bytes())
     return pdf
+
+
+def keep(name, content):
+    """Two that keep the same at the same time do not meet."""
+    REFERENCES.mkdir(parents=True, exist_ok=True)
+    unfinished = REFERENCES / f"{name}.{os.getpid()}.{threading.get_ident()}"
+    unfinished.write_bytes(content)
+    unfinished.replace(REFERENCES / name)
 
 
 def rendered(pdf):
@@ -58,11 +65,30 @@ def rendered(pdf):
     return sorted(pdf.parent.glob(pdf.stem + "-*.ppm"))
 
 
+@functools.cache
+def renderer():
+    """What finds the differences."""
+    sources = (pathlib.Path(__file__).parent / "pictures").glob("*.*")
+    return run("pdftoppm", "-v").stderr + b"".join(path.read_bytes() for path in (pathlib.Path(__file__), *sorted(sources)))
+
+
 def differences(ours, theirs):
     """Of two PDFs, page by page."""
+    digest = hashlib.sha256(renderer())
+    for pdf in (ours, theirs):
+        digest.update(hashlib.sha256(pdf.read_bytes()).digest())
+    kept = REFERENCES / f"{digest.hexdigest()}.json"
+    if not kept.exists():
+        keep(kept.name, json.dumps(differences_of_pictures(ours, theirs)).encode())
+    return json.loads(kept.read_bytes())
+
+
+def differences_of_pictures(ours, theirs):
     pictures = rendered(ours), rendered(theirs)
     require(len(pictures[0]) == len(pictures[1]), f"{len(pictures[0])} pages, not {len(pictures[1])}")
+    found = []
     for mine, other in zip(*pictures):
         result = run(COMPARE, str(mine), str(other))
         require(result.returncode == 0, result.stderr.decode().strip())
-        yield float(result.stdout)
+        found.append(float(result.stdout))
+    return found

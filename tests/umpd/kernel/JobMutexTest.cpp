@@ -10,7 +10,6 @@ namespace quillpress::harness {
 namespace {
 
 constexpr wchar_t kName[] = L"Global\\umdriver";
-constexpr DWORD kAllOfMutex = 0x1F0001;
 
 class JobMutexTest : public KernelTest {
  protected:

@@ -9,6 +9,8 @@
 
 namespace quillpress::harness {
 
+constexpr DWORD kAllOfMutex = 0x1F0001;
+
 // Jobs whose every named object is noted.
 class KernelTest : public HandOverTest {
  protected:

@@ -5,7 +5,6 @@
 namespace quillpress::harness {
 namespace {
 
-constexpr DWORD kAllOfMutex = 0x1F0001;
 constexpr DWORD kAllOfEvent = 0x1F0003;
 constexpr DWORD kAllOfSection = 0xF001F;
 

@@ -13,7 +13,8 @@ SECONDS = 120
 
 DRIVER = ("--dialect", "driver")
 
-# For what Windows has no like of: its shells pass no descriptors, its file names hold no control characters.
+# For what Windows has no like of: its shells pass no descriptors, its file names hold no control characters, its processes
+# get no signals, its files keep no permissions.
 posix_only = unittest.skipIf(os.environ.get("QUILLPRESS_SYSTEM") == "windows", "not on Windows")
 
 HEADER = "%!PS-Adobe-3.0\n"

@@ -136,6 +136,7 @@ class ReportTest(BatchTest):
         self.assertEqual(self.run_program("a.ps", "--report", "report").code, 0)
         self.assertEqual(self.records()[0]["fonts"], ["NoSuchFont"])
 
+    @support.posix_only
     def test_names_that_are_no_text_can_be_made_again(self):
         name = b"caf\xe9 \"1\".ps"
         with open(os.path.join(self.folder.encode(), name), "w", encoding="ascii") as file:
@@ -196,6 +197,7 @@ class GoingOnTest(BatchTest):
         self.assertEqual(self.run_program(*go_on).code, 0)
         self.assertEqual(self.records(), records)
 
+    @support.posix_only
     def test_an_interrupted_run_goes_on(self):
         names = self.write_jobs(40)
         self.write("job20.ps", ENDLESS)
@@ -209,6 +211,7 @@ class GoingOnTest(BatchTest):
         self.assertEqual(len(self.pdfs()), 40)
         self.assertEqual(sorted(record["job"] for record in self.records()), sorted(names))
 
+    @support.posix_only
     def test_workers_end_with_the_run(self):
         self.write("a.ps", ENDLESS)
         process = self.start("a.ps", "-j1")
@@ -236,6 +239,7 @@ def is_running(process):
 
 
 class WorkerTest(BatchTest):
+    @support.posix_only
     def test_a_worker_that_is_killed_costs_its_own_job_only(self):
         self.write_jobs(30)
         self.write("job7.ps", ENDLESS)
@@ -252,6 +256,7 @@ class WorkerTest(BatchTest):
         self.assertIn("signal 9", failed[0]["message"])
         self.assertEqual(len(self.records()), 30)
 
+    @support.posix_only
     def test_workers_killed_at_any_moment_cost_no_more_than_a_job_each(self):
         self.write_jobs(300)
         process = self.start("--batch", "list", "-j2", "--report", "report")

@@ -86,6 +86,7 @@ class OutputTest(support.CommandLineTest):
         self.assertEqual(self.read("job.pdf"), b"before")
         self.assertEqual(self.files(), ["job.pdf", "job.ps"])
 
+    @support.posix_only
     def test_output_appears_only_when_it_is_complete(self):
         process = self.start_long_job()
         time.sleep(0.2)
@@ -94,6 +95,7 @@ class OutputTest(support.CommandLineTest):
         self.assertEqual(process.wait(support.SECONDS), 0)
         self.assertEqual(self.files(), ["job.pdf", "job.ps"])
 
+    @support.posix_only
     def test_killed_program_leaves_nothing_behind(self):
         process = self.start_long_job()
         process.kill()
@@ -101,12 +103,14 @@ class OutputTest(support.CommandLineTest):
         process.stdin.close()
         self.assertEqual(self.files(), ["job.ps"])
 
+    @support.posix_only
     def test_new_file_has_usual_permissions(self):
         mask = os.umask(0o027)
         self.addCleanup(os.umask, mask)
         self.run_program("job.ps", "-o", "job.pdf")
         self.assertEqual(stat.S_IMODE(os.stat(self.path("job.pdf")).st_mode), 0o640)
 
+    @support.posix_only
     def test_replaced_file_keeps_its_permissions(self):
         self.write("job.pdf", "before")
         os.chmod(self.path("job.pdf"), 0o604)
@@ -125,6 +129,7 @@ class OutputTest(support.CommandLineTest):
         self.assertEqual(self.run_program("job.ps", "-o", "/dev/null").code, 0)
         self.assertTrue(stat.S_ISCHR(os.stat("/dev/null").st_mode))
 
+    @support.posix_only
     def test_named_pipe_gets_the_pdf(self):
         os.mkfifo(self.path("pipe"))
         process = subprocess.Popen([support.PROGRAM, *support.DRIVER, "job.ps", "-o", "pipe"], cwd=self.folder)
@@ -176,6 +181,7 @@ class OutputErrorTest(support.CommandLineTest):
             process = run(self.path("job.ps"), "--content", stdout=full)
         self.assertEqual(process.returncode, 4)
 
+    @support.posix_only
     def test_disk_that_fills_up_on_the_way(self):
         body = "/r {0.1 add dup sin} def 1 1 100000 {r exch r moveto 1 2 lineto stroke} for\n"
         self.write("job.ps", pages(body))

@@ -1,6 +1,6 @@
 """clang-tidy finds nothing in the sources that a build compiles.
 
-Most of clang-tidy's time goes into the system's headers: half a minute a translation unit, and a fifth of a second
+Most of clang-tidy's time goes into the system's headers: ten seconds a translation unit, and a tenth of a second
 for each source. So sources are looked at in large batches, one translation unit that includes them all, with the
 include folders and macros of all of them. Sources with local names in common come into different batches, and so do those
 that do not compile together all the same. A source is not looked at twice as long as neither it, nor a header of the project
@@ -210,7 +210,7 @@ def batches(files):
         yield from (sources for sources, names in begun)
 
 
-def look_at(options, batch, *more):
+def look_at(options, batch):
     """What clang-tidy says of some sources of ours."""
     unit = options.build / "lint" / (hashlib.sha256(repr([source.path for source in batch]).encode()).hexdigest()[:16]
                                      + pathlib.Path(batch[0].path).suffix)
@@ -219,7 +219,7 @@ def look_at(options, batch, *more):
     unit.write_text("".join(lines), encoding="utf-8")
     ours = "^" + re.escape(str(options.project)) + "/(" + "|".join(FOLDERS) + ")/"
     command = [options.clang_tidy, "--quiet", f"--config-file={options.project}/.clang-tidy",
-               f"--header-filter={ours}", *more, str(unit), "--", *batch[0].arguments]
+               f"--header-filter={ours}", str(unit), "--", *batch[0].arguments]
     result = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, cwd=options.build)
     unit.unlink()
     output = COLOUR.sub("", result.stdout)

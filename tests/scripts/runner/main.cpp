@@ -1,8 +1,7 @@
 // Runs the PostScript scripts of a folder against the delivered library. Every case runs whole, cut in two
-// at each byte, and byte by byte, each time in a new converter, and must have one result. The sanitizers, for
-// which converters are slow to make, may cut at each STEPth byte.
+// at each byte, and byte by byte, each time in a new converter, and must have one result.
 //
-//   script_tests --scripts=FOLDER [--step=STEP] [Google Test options]
+//   script_tests --scripts=FOLDER [Google Test options]
 
 #include <gtest/gtest.h>
 
@@ -32,13 +31,12 @@ void check(const ScriptCase& expected, const Chunks& chunks, const std::string& 
 
 class ScriptTest : public testing::Test {
  public:
-  ScriptTest(ScriptCase scriptCase, std::size_t step) : case_(std::move(scriptCase)), step_(step) {}
+  explicit ScriptTest(ScriptCase scriptCase) : case_(std::move(scriptCase)) {}
 
   void TestBody() override {
     const std::string_view script = case_.script;
     check(case_, {script}, "whole: " + case_.script);
-    // Scripts of different lengths begin with different bytes of a step.
-    for (std::size_t cut = 1 + script.size() % step_; cut < script.size() && !HasFailure(); cut += step_) {
+    for (std::size_t cut = 1; cut < script.size() && !HasFailure(); ++cut) {
       check(case_, {script.substr(0, cut), script.substr(cut)},
             "cut at byte " + std::to_string(cut) + ": " + case_.script);
     }
@@ -50,26 +48,25 @@ class ScriptTest : public testing::Test {
 
  private:
   ScriptCase case_;
-  std::size_t step_;
 };
 
-void registerScript(const std::filesystem::path& path, std::size_t step) {
+void registerScript(const std::filesystem::path& path) {
   const std::string suite = path.parent_path().filename().string() + "_" + path.stem().string();
   for (const ScriptCase& scriptCase : readScriptCases(path.string())) {
     const std::string name = "Line" + std::to_string(scriptCase.line);
     testing::RegisterTest(suite.c_str(), name.c_str(), nullptr, nullptr, path.string().c_str(),
                           scriptCase.line,
-                          [scriptCase, step]() -> ScriptTest* { return new ScriptTest(scriptCase, step); });
+                          [scriptCase]() -> ScriptTest* { return new ScriptTest(scriptCase); });
   }
 }
 
-int registerFolder(const std::filesystem::path& folder, std::size_t step) {
+int registerFolder(const std::filesystem::path& folder) {
   std::vector<std::filesystem::path> scripts;
   for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
     if (entry.path().extension() == ".ps") scripts.push_back(entry.path());
   }
   std::sort(scripts.begin(), scripts.end());
-  for (const auto& script : scripts) registerScript(script, step);
+  for (const auto& script : scripts) registerScript(script);
   return static_cast<int>(scripts.size());
 }
 
@@ -77,20 +74,13 @@ int registerFolder(const std::filesystem::path& folder, std::size_t step) {
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
-  constexpr std::string_view kScripts = "--scripts=";
-  constexpr std::string_view kStep = "--step=";
+  constexpr std::string_view kOption = "--scripts=";
   int scripts = 0;
-  std::size_t step = 1;
   try {
     for (int i = 1; i < argc; ++i) {
       const std::string_view argument = argv[i];
-      if (argument.starts_with(kStep))
-        step = std::max(1UL, std::stoul(std::string(argument.substr(kStep.size()))));
-    }
-    for (int i = 1; i < argc; ++i) {
-      const std::string_view argument = argv[i];
-      if (argument.starts_with(kScripts))
-        scripts += registerFolder(std::string(argument.substr(kScripts.size())), step);
+      if (argument.starts_with(kOption))
+        scripts += registerFolder(std::string(argument.substr(kOption.size())));
     }
   } catch (const std::exception& error) {
     std::printf("script_tests: %s\n", error.what());

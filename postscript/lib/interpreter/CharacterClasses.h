@@ -47,6 +47,11 @@ constexpr bool isWhiteSpace(char c) {
   return c == ' ' || c == '\n' || c == '\r' || c == '\t' || c == '\f';
 }
 
+// A delimiter that is a name of its own.
+constexpr bool isBracket(char c) {
+  return c == '[' || c == ']' || c == '{' || c == '}';
+}
+
 constexpr bool isOctalDigit(char c) {
   return c >= '0' && c <= '7';
 }

@@ -71,15 +71,18 @@ Ref<PostscriptObject> Parser::nextToken() {
   }
 }
 
-// The name or number that comes next, when it lies whole in the chunk: nearly all tokens do, and need no
-// state and no copy of their text. Null for everything else, which the states find out.
+// The name, number or bracket that comes next, when it lies whole in the chunk: nearly all tokens do, and
+// need no state and no copy of their text. Null for everything else, which the states find out.
 Ref<PostscriptObject> Parser::wholeWord() {
   while (!atEnd() && isWhiteSpace(*cursor_)) ++cursor_;
   if (atEnd()) return nullptr;
   const bool isLiteral = *cursor_ == '/';
   const char* const start = cursor_ + (isLiteral ? 1 : 0);
   const char* const end = findDelimiter(start, DelimiterSet::kToken);
-  if (end == start || end == chunkEnd_) return nullptr;
+  if (end == chunkEnd_) return nullptr;
+  if (end == start) {
+    return isLiteral || !isBracket(*end) ? nullptr : recentNames_.executableName({cursor_++, 1});
+  }
   cursor_ = end;
   delimiterPending_ = isWhiteSpace(*end);
   const std::string_view text(start, static_cast<std::size_t>(end - start));
@@ -189,12 +192,7 @@ Ref<PostscriptObject> Parser::openToken(char delimiter) {
       // Kept: there is no << token; a hex string begins here whatever follows (tokenizer/hex_strings.ps).
       state_ = State::kHexString;
       return nullptr;
-    case '[':
-    case ']':
-    case '{':
-    case '}':
-      return recentNames_.executableName({&delimiter, 1});
-    default:  // white space, and a stray ) or >
+    default:  // white space, and a stray ) or >; brackets are whole words
       return nullptr;
   }
 }

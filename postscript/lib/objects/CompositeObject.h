@@ -15,12 +15,13 @@ class CompositeData {
   CompositeData& operator=(const CompositeData&) = delete;
   virtual ~CompositeData() = default;
 
-  const TypeCode typeCode;
-
  private:
   friend class VirtualMemoryObject;
 
   CompositeData* madeBefore_ = nullptr;  // in the same area
+
+ public:
+  const TypeCode typeCode;  // last, since what is derived may use the space behind it
 };
 
 // A handle on a shared payload. Deleting the last handle leaves the payload with its memory area, so a

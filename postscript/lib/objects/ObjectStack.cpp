@@ -1,6 +1,8 @@
 #include "postscript/lib/objects/ObjectStack.h"
 
 #include <algorithm>
+#include <limits>
+#include <new>
 
 #include "postscript/lib/base/Ex.h"
 
@@ -24,9 +26,10 @@ void ObjectStack::rotateTop(std::size_t size, std::size_t first) {
 
 void ObjectStack::moveTop(std::size_t size, ObjectStack& destination) {
   destination.reserve(destination.count_ + size);
-  count_ -= size;
-  std::copy_n(slots_ + count_, size, destination.slots_ + destination.count_);
-  destination.count_ += size;
+  const auto moved = static_cast<std::uint32_t>(size);
+  count_ -= moved;
+  std::copy_n(slots_ + count_, moved, destination.slots_ + destination.count_);
+  destination.count_ += moved;
 }
 
 void ObjectStack::reserve(std::size_t count) {
@@ -34,11 +37,12 @@ void ObjectStack::reserve(std::size_t count) {
 }
 
 void ObjectStack::grow(std::size_t capacity) {
-  auto grown = std::make_unique_for_overwrite<PostscriptObject*[]>(capacity);
-  std::copy_n(slots_, count_, grown.get());
-  grown_ = std::move(grown);
-  slots_ = grown_.get();
-  capacity_ = capacity;
+  if (capacity > std::numeric_limits<std::uint32_t>::max()) throw std::bad_alloc();
+  auto* const grown = new PostscriptObject*[capacity];
+  std::copy_n(slots_, count_, grown);
+  freeGrown();
+  slots_ = grown;
+  capacity_ = static_cast<std::uint32_t>(capacity);
 }
 
 void ObjectStack::clear() {

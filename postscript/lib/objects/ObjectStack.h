@@ -2,7 +2,7 @@
 
 #include <array>
 #include <cstddef>
-#include <memory>
+#include <cstdint>
 #include <string_view>
 
 #include "postscript/lib/objects/Ref.h"
@@ -17,17 +17,20 @@ namespace quillpress {
 class ObjectStack {
  public:
   // REQUIRES: `displayName` outlives the stack.
-  explicit ObjectStack(std::string_view displayName) : name_(displayName) {}
+  explicit ObjectStack(const char* displayName) : name_(displayName) {}
   ObjectStack(const ObjectStack&) = delete;
   ObjectStack& operator=(const ObjectStack&) = delete;
-  ~ObjectStack() { clear(); }
+  ~ObjectStack() {
+    clear();
+    freeGrown();
+  }
 
   [[nodiscard]] std::string_view name() const { return name_; }
 
   // Throws Ex for a null object.
   [[gnu::always_inline]] void push(Ref<PostscriptObject> object) {
     if (!object) throwNullPush();
-    if (count_ == capacity_) grow(capacity_ * 2);
+    if (count_ == capacity_) grow(std::size_t{capacity_} * 2);
     slots_[count_++] = object.leak();
   }
 
@@ -96,19 +99,22 @@ class ObjectStack {
 
  private:
   void grow(std::size_t capacity);
+  void freeGrown() {
+    if (slots_ != first_.data()) delete[] slots_;
+  }
   [[noreturn]] static void throwNullPush();
   [[noreturn]] static void throwEmptyPop();
   [[noreturn]] static void throwWrongKind(TypeCode expected, std::string_view context);
 
-  // Most arrays are short, and a block of their own would cost them more than their elements.
-  static constexpr std::size_t kFirstCapacity = 2;
+  // Every array of a job has one of these and keeps it to the end of its area, so its size counts. Most
+  // arrays are short, and a block of their own would cost them more than their elements.
+  static constexpr std::uint32_t kFirstCapacity = 2;
 
   std::array<PostscriptObject*, kFirstCapacity> first_;
-  PostscriptObject** slots_ = first_.data();  // of which count_ are filled
-  std::size_t count_ = 0;
-  std::size_t capacity_ = kFirstCapacity;
-  std::unique_ptr<PostscriptObject*[]> grown_;  // what slots_ points to once there are more
-  std::string_view name_;
+  PostscriptObject** slots_ = first_.data();  // of which count_ are filled; later a block of its own
+  std::uint32_t count_ = 0;
+  std::uint32_t capacity_ = kFirstCapacity;
+  const char* name_;
 };
 
 }  // namespace quillpress

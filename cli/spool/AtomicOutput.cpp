@@ -102,6 +102,8 @@ void AtomicOutput::putInPlace() {
   // Some file systems keep no permissions; the file is whole all the same.
   if (kept) static_cast<void>(setPermissions(kept, permissions_));
   if (!kept || !isClosed(std::exchange(file_, nullptr)) || !isSynced(kept)) fail("cannot be written");
+  // Most places are free, and nothing has to be known of a name in between then.
+  if (isNameless_ && linkNameless(kept, target_)) return;
   if (isNameless_ && !name_.link(kept, folder_)) fail("cannot be put in place");
   if (!name_.moveTo(kept, target_)) fail("cannot be put in place");
 }

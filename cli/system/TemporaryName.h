@@ -39,6 +39,10 @@ class TemporaryName {
 Descriptor openNameless(const std::string& folder);
 bool canLinkNameless();
 
+// Gives it a name for good, in one step; false when that fails, as it does where something has the name
+// already.
+bool linkNameless(const Descriptor& file, const std::string& name);
+
 // A file for reading and writing that nobody else needs to find, and that is gone with its descriptor on
 // every file system. Empty when that fails.
 Descriptor openTemporary(const std::string& folder);

@@ -93,7 +93,13 @@ class SignalTest(MachineFailureTest):
         self.assert_ended(self.run_with(linkat=-signal.SIGTERM), signal.SIGTERM)
         self.assertEqual(self.files(), ["job.ps"])
 
-    def test_signal_while_the_file_takes_its_place(self):
+    def test_signal_while_a_replacement_gets_its_name(self):
+        self.write("job.pdf", "before")
+        self.assert_ended(self.run_with(linkat=-signal.SIGTERM), signal.SIGTERM)
+        self.assertEqual(self.read("job.pdf"), b"before")
+
+    def test_signal_while_a_replacement_takes_its_place(self):
+        self.write("job.pdf", "before")
         self.assert_ended(self.run_with(rename=-signal.SIGTERM), signal.SIGTERM)
         self.assert_pdf()
 

@@ -49,13 +49,17 @@ std::string pathOf(int descriptor) {
   return "/proc/self/fd/" + std::to_string(descriptor);
 }
 
-// A name that no file in the folder has. The file that finds it is removed again: a link cannot replace one.
+// A name that hardly any file has. Whether one does, the link tells, which cannot replace it.
 std::string freshName(const std::string& folder) {
-  std::string name = folder + kPattern;
-  const Descriptor file(mkostemp(name.data(), O_CLOEXEC));
-  if (!file) return {};
-  unlink(name.c_str());
-  return name;
+  unsigned number = 0;
+  static_cast<void>(getentropy(&number, sizeof number));
+  std::array<char, 9> digits{};
+  std::snprintf(digits.data(), digits.size(), "%08x", number);
+  return folder + "/.quillpress-" + digits.data();
+}
+
+bool isLinked(const Descriptor& file, const std::string& name) {
+  return linkat(AT_FDCWD, pathOf(file.get()).c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
 }
 
 // Not every file system can make nameless files; there the name goes at once.
@@ -88,10 +92,7 @@ bool TemporaryName::link(const Descriptor& file, const std::string& folder) {
   const BlockedSignals quiet;
   for (int i = 0; i < kMostNames; ++i) {
     const std::string name = freshName(folder);
-    if (name.empty()) return false;
-    const int result =
-        linkat(AT_FDCWD, pathOf(file.get()).c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW);
-    if (result == 0) {
+    if (isLinked(file, name)) {
       guard(name);
       return true;
     }
@@ -126,6 +127,10 @@ Descriptor openNameless(const std::string& folder) {
 
 bool canLinkNameless() {
   return access("/proc/self/fd", X_OK) == 0;
+}
+
+bool linkNameless(const Descriptor& file, const std::string& name) {
+  return isLinked(file, name);
 }
 
 Descriptor openTemporary(const std::string& folder) {

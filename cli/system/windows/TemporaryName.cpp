@@ -154,6 +154,11 @@ bool canLinkNameless() {
   return false;
 }
 
+bool linkNameless(const Descriptor& /*file*/, const std::string& /*name*/) {
+  errno = ENOSYS;
+  return false;
+}
+
 Descriptor openTemporary(const std::string& folder) {
   return openNameless(folder);
 }

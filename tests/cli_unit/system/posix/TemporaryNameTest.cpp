@@ -74,10 +74,35 @@ TEST_F(TemporaryNameTest, ANamelessFileGetsAName) {
   EXPECT_EQ(read("target"), "text");
 }
 
+TEST_F(TemporaryNameTest, ANamelessFileTakesAFreePlaceAtOnce) {
+  const Descriptor file = openNameless(folder());
+  writeText(file, "text");
+  ASSERT_TRUE(linkNameless(file, path("target")));
+  EXPECT_EQ(files(), std::vector<std::string>{"target"});
+  EXPECT_EQ(read("target"), "text");
+}
+
+TEST_F(TemporaryNameTest, ANamelessFileReplacesNothingAtOnce) {
+  write("target", "before");
+  const Descriptor file = openNameless(folder());
+  EXPECT_FALSE(linkNameless(file, path("target")));
+  EXPECT_EQ(read("target"), "before");
+}
+
+TEST_F(TemporaryNameTest, NoTwoNamesAreAlike) {
+  const Descriptor file = openNameless(folder());
+  TemporaryName one;
+  TemporaryName another;
+  EXPECT_TRUE(one.link(file, folder()));
+  EXPECT_TRUE(another.link(file, folder()));
+  EXPECT_EQ(files().size(), 2U);
+}
+
 TEST_F(TemporaryNameTest, AFolderThatIsMissingTakesNone) {
   TemporaryName name;
   EXPECT_FALSE(name.create(path("missing")));
   EXPECT_FALSE(name.link(openNameless(folder()), path("missing")));
+  EXPECT_FALSE(linkNameless(openNameless(folder()), path("missing/target")));
   EXPECT_FALSE(openNameless(path("missing")));
 }
 

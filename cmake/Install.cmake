@@ -14,7 +14,8 @@ install(FILES LICENSE README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DATAROO
 if(WIN32)
   # Only the library for Windows has the driver's functions, and a launcher to print with.
   install(FILES include/quillpress/driver.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quillpress ${development})
-  install(TARGETS quillpress twsmsnd RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} ${program})
+  install(TARGETS quillpress twsmsnd RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} ${program}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} ${development})
   if(TARGET quillpress-cli)
     install(TARGETS quillpress-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} ${program})
   endif()

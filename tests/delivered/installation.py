@@ -34,12 +34,20 @@ def only(folder, name):
     return found[0]
 
 
+def look_at_manuals(prefix):
+    for manual in ("quillpress.1", "_quillpress", "quillpress.fish"):
+        if "linearize" not in only(prefix, manual).read_text():
+            sys.exit(f"{manual}: does not know the options")
+    only(prefix / "share/bash-completion/completions", "quillpress")
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--cmake", required=True)
     parser.add_argument("--compiler", required=True)
     parser.add_argument("--build", required=True)
     parser.add_argument("--option", action="append", default=[], help="what the compiler needs for this build")
+    parser.add_argument("--wine", action="append", default=[], help="runs a program for Windows, given a folder of DLLs")
     options = parser.parse_args()
     with tempfile.TemporaryDirectory(prefix="quillpress-test-") as name:
         folder = pathlib.Path(name)
@@ -48,19 +56,22 @@ def main():
         prefix = (folder / "first").rename(folder / "second")
         job = folder / "job.ps"
         job.write_text("%!\n2 setlinewidth\n")
-        if run(only(prefix / "bin", "quillpress"), job, "--content") != "2 w ":
+        ending = ".exe" if options.wine else ""
+        wine = [*options.wine, prefix / "bin"] if options.wine else []
+        if run(*wine, only(prefix / "bin", "quillpress" + ending), job, "--content").rstrip("\r\n") != "2 w ":
             sys.exit("the installed command line converts otherwise")
         source = folder / "program.c"
         source.write_text(PROGRAM)
-        library = only(prefix, "libquillpress.so")
-        program = folder / "program"
+        library = only(prefix / "lib", "libquillpress.dll.a" if options.wine else "libquillpress.so")
+        program = folder / f"program{ending}"
         run(options.compiler, *options.option, source, "-o", program, "-I", prefix / "include", library,
             f"-Wl,-rpath,{library.parent}")
-        run(program)
-        for manual in ("quillpress.1", "_quillpress", "quillpress.fish"):
-            if "linearize" not in only(prefix, manual).read_text():
-                sys.exit(f"{manual}: does not know the options")
-        only(prefix / "share/bash-completion/completions", "quillpress")
+        run(*wine, program)
+        if options.wine:
+            only(prefix / "bin", "twsmsnd.exe")
+            only(prefix / "include", "driver.h")
+        else:
+            look_at_manuals(prefix)
         for document in ("LICENSE", "README.md", "CHANGELOG.md"):
             only(prefix, document)
 

@@ -64,19 +64,34 @@ std::optional<Box> boxOf(std::string_view text) {
   return Box{corner[0], corner[1], corner[2], corner[3]};
 }
 
-// A whole font may be one line: this is faster than a search for one of several characters.
-bool isLineEnd(char character) {
-  return character == '\n' || character == '\r';
-}
+// The line ends of a text, from its start to its end. A search for one character is much faster than one for
+// several, and a text may hold only one kind of them; so each kind is looked for by itself, and once.
+class LineEnds {
+ public:
+  explicit LineEnds(std::string_view text)
+      : text_(text), lineFeed_(text.find('\n')), carriageReturn_(text.find('\r')) {}
+
+  // The first at or behind `start`, or npos. REQUIRES: `start` never goes back
+  std::size_t from(std::size_t start) {
+    if (lineFeed_ < start) lineFeed_ = text_.find('\n', start);
+    if (carriageReturn_ < start) carriageReturn_ = text_.find('\r', start);
+    return std::min(lineFeed_, carriageReturn_);
+  }
+
+ private:
+  std::string_view text_;
+  std::size_t lineFeed_;
+  std::size_t carriageReturn_;
+};
 
 }  // namespace
 
 void CommentScanner::scan(std::string_view piece) {
-  while (!piece.empty()) {
-    const auto* const lineEnd = std::ranges::find_if(piece, isLineEnd);
-    const bool isCut = lineEnd == piece.end();
-    const auto end = static_cast<std::size_t>(lineEnd - piece.begin());
-    const std::string_view part = piece.substr(0, end);
+  LineEnds lineEnds(piece);
+  for (std::size_t start = 0; start < piece.size();) {
+    const std::size_t end = lineEnds.from(start);
+    const bool isCut = end == std::string_view::npos;
+    const std::string_view part = piece.substr(start, isCut ? end : end - start);
     // Most lines are no comments: they are told by their first characters, and not copied.
     const bool isComment =
         line_.empty() ? (part.empty() || part.front() == '%' || isFirstLine_) && !isLineLong_ : true;
@@ -91,7 +106,7 @@ void CommentScanner::scan(std::string_view piece) {
     if (isLineLong_ && place_ == Place::kHeader) place_ = Place::kBody;
     line_.clear();
     isLineLong_ = false;
-    piece.remove_prefix(end + 1);
+    start = end + 1;
   }
 }
 

@@ -1,5 +1,6 @@
 #include "postscript/level3/images/ImageCompressor.h"
 
+#include "postscript/level3/pdf/Deflate.h"
 #include "postscript/level3/streams/FlateFilter.h"
 #include "postscript/level3/streams/MemoryStreams.h"
 
@@ -9,20 +10,18 @@ namespace {
 
 constexpr int kPlain = 1;
 constexpr int kBestOfPng = 15;
-// The trial need not compress well, only alike.
-constexpr int kTrialEffort = 1;
 // Below so many bytes a predictor cannot save what the trial costs; jobs draw rules as masks of a few bytes.
 constexpr std::size_t kLeastTrialBytes = 256;
 // What a predictor leaves of a photograph holds few repetitions, and searching for them longer gains nothing.
 constexpr int kFilteredEffort = 4;
 
-// Counts, and keeps nothing.
-std::size_t compressedSize(Bytes data, const PredictorParameters& predictor) {
-  const auto counter = std::make_shared<NullSink>();
-  const SinkPointer encoder = withPredictor(std::make_shared<FlateEncoder>(counter, kTrialEffort), predictor);
-  encoder->write(data);
-  encoder->close();
-  return static_cast<std::size_t>(counter->position());
+// What the predictor leaves of the data.
+std::vector<Byte> filtered(Bytes data, const PredictorParameters& predictor) {
+  const auto result = std::make_shared<MemorySink>();
+  const SinkPointer filter = withPredictor(result, predictor);
+  filter->write(data);
+  filter->close();
+  return result->takeBytes();
 }
 
 }  // namespace
@@ -31,7 +30,7 @@ ImageCompressor::ImageCompressor(const ImageLayout& layout, Begin begin)
     : layout_(layout), begin_(std::move(begin)) {}
 
 std::size_t ImageCompressor::trialSize(const PredictorParameters& predictor) const {
-  return compressedSize(trial_, predictor);
+  return roughlyDeflatedSize(textOf(filtered(trial_, predictor)));
 }
 
 bool ImageCompressor::add(Bytes row) {
@@ -40,12 +39,15 @@ bool ImageCompressor::add(Bytes row) {
   return trial_.size() < kTrialBytes || begin();
 }
 
+// A predictor costs every reader time, so a little gain is not worth it.
+bool ImageCompressor::isBetterFiltered() const {
+  return trial_.size() >= kLeastTrialBytes &&
+         trialSize(layout_.predictor(kBestOfPng)) * 20 < trialSize(layout_.predictor(kPlain)) * 19;
+}
+
 bool ImageCompressor::begin() {
-  const PredictorParameters plain = layout_.predictor(kPlain);
-  const PredictorParameters png = layout_.predictor(kBestOfPng);
-  // A predictor costs every reader time, so a little gain is not worth it.
-  const bool usesPng = trial_.size() >= kLeastTrialBytes && trialSize(png) * 20 < trialSize(plain) * 19;
-  const PredictorParameters& chosen = usesPng ? png : plain;
+  const bool usesPng = isBetterFiltered();
+  const PredictorParameters chosen = layout_.predictor(usesPng ? kBestOfPng : kPlain);
   const auto flate =
       std::make_shared<FlateEncoder>(begin_(chosen), usesPng ? kFilteredEffort : FlateEncoder::kDefaultEffort,
                                      FilterClosing::kSourceOrTargetToo);
@@ -54,8 +56,17 @@ bool ImageCompressor::begin() {
   return encoder_->write(first);
 }
 
+// Glyphs of bitmap fonts come by the hundred, and what zlib prepares for each stream takes longer than they
+// do.
+bool ImageCompressor::writeWhole() {
+  const PredictorParameters chosen = layout_.predictor(isBetterFiltered() ? kBestOfPng : kPlain);
+  const SinkPointer target = begin_(chosen);
+  target->write(bytesOf(deflated(textOf(filtered(trial_, chosen)))));
+  return target->close();
+}
+
 bool ImageCompressor::finish() {
-  return (encoder_ || begin()) && encoder_->close();
+  return encoder_ ? encoder_->close() : writeWhole();
 }
 
 }  // namespace quillpress::level3

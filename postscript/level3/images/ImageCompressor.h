@@ -8,7 +8,7 @@
 namespace quillpress::level3 {
 
 // Compresses an image's rows for FlateDecode as they come. Whether a predictor helps is tried on the first
-// rows; the rest is not kept.
+// rows; the rest is not kept. An image that ends with them is compressed whole.
 class ImageCompressor {
  public:
   // Called once, before the first byte of data: the predictor is 1, for none, or 15. Gives where the data
@@ -25,7 +25,9 @@ class ImageCompressor {
  private:
   static constexpr std::size_t kTrialBytes = 65536;
 
+  [[nodiscard]] bool isBetterFiltered() const;
   bool begin();
+  bool writeWhole();
   [[nodiscard]] std::size_t trialSize(const PredictorParameters& predictor) const;
 
   ImageLayout layout_;

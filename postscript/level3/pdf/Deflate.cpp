@@ -19,21 +19,26 @@ struct CompressorDeleter {
   void operator()(libdeflate_compressor* compressor) const { libdeflate_free_compressor(compressor); }
 };
 
-libdeflate_compressor* compressor() {
-  thread_local const std::unique_ptr<libdeflate_compressor, CompressorDeleter> shared(
-      libdeflate_alloc_compressor(kLevel));
-  if (!shared) throw std::bad_alloc();
-  return shared.get();
+template <int kEffort>
+std::string deflatedWith(std::string_view bytes) {
+  thread_local const std::unique_ptr<libdeflate_compressor, CompressorDeleter> compressor(
+      libdeflate_alloc_compressor(kEffort));
+  if (!compressor) throw std::bad_alloc();
+  std::string result;
+  result.resize(libdeflate_zlib_compress_bound(compressor.get(), bytes.size()));
+  result.resize(
+      libdeflate_zlib_compress(compressor.get(), bytes.data(), bytes.size(), result.data(), result.size()));
+  return result;
 }
 
 }  // namespace
 
 std::string deflated(std::string_view bytes) {
-  std::string result;
-  result.resize(libdeflate_zlib_compress_bound(compressor(), bytes.size()));
-  result.resize(
-      libdeflate_zlib_compress(compressor(), bytes.data(), bytes.size(), result.data(), result.size()));
-  return result;
+  return deflatedWith<kLevel>(bytes);
+}
+
+std::size_t roughlyDeflatedSize(std::string_view bytes) {
+  return deflatedWith<1>(bytes).size();
 }
 
 struct StreamingDeflater::State {

@@ -10,6 +10,9 @@ namespace quillpress::level3 {
 // The bytes in zlib's form, as FlateDecode reads them.
 std::string deflated(std::string_view bytes);
 
+// How many bytes that takes with little effort: for comparing ways to prepare the same data.
+std::size_t roughlyDeflatedSize(std::string_view bytes);
+
 // The same for data that is too large to be held: what is ready goes to `next` as it comes.
 class StreamingDeflater {
  public:

@@ -295,10 +295,23 @@ Object Scanner::readName(ScanInput& input) {
   return *value;
 }
 
+// What stands in the block up to the first character that means something within a string.
+void Scanner::appendPlain(ScanInput& input) {
+  const Byte* const start = input.cursor();
+  const Byte* place = start;
+  while (place != input.limit() && *place != '(' && *place != ')' && *place != '\\' && *place != '\r')
+    ++place;
+  const auto count = static_cast<std::size_t>(place - start);
+  if (text_.size() + count > Object::kMaxLength) raise(ErrorName::kLimitCheck);
+  text_.append(reinterpret_cast<const char*>(start), count);
+  input.advanceTo(place);
+}
+
 Object Scanner::readString(ScanInput& input) {
   text_.clear();
   int depth = 1;
   for (;;) {
+    appendPlain(input);
     const int byte = input.get();
     switch (byte) {
       case ScanInput::kEnd:

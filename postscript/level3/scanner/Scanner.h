@@ -66,6 +66,7 @@ class Scanner final : public Roots {
   void skipSpaceBehind(ScanInput& input);
   Object readName(ScanInput& input);
   Object readString(ScanInput& input);
+  void appendPlain(ScanInput& input);
   void readEscape(ScanInput& input);
   Object readAngle(ScanInput& input);
   Object readHexString(ScanInput& input);

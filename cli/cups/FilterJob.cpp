@@ -79,6 +79,8 @@ std::optional<FilterJob> readFilterJob(int argc, const char* const* argv, Filter
   job.options.output.assign(1, '-');
   job.options.job = arguments.size() > kFile ? arguments[kFile] : job.options.output;
   job.options.quiet = true;
+  // The server's next filters turn pages as the printer wants them.
+  job.options.keepsPagesUnturned = true;
   if (!arguments[kTitle].empty()) job.options.title = arguments[kTitle];
   if (!arguments[kUser].empty()) job.options.author = arguments[kUser];
   const ServerOptions given(arguments[kOptions]);

@@ -105,6 +105,7 @@ int cropOf(const Options& options) {
 }
 
 void apply(const Options& options, QuillpressDocument* document) {
+  if (options.keepsPagesUnturned) QuillpressDocumentSetPageTurning(document, 0);
   if (options.media) {
     QuillpressDocumentSetPageSize(document, options.media->urx - options.media->llx,
                                   options.media->ury - options.media->lly);

@@ -74,6 +74,9 @@ QUILLPRESS_DOCUMENT_API void QuillpressDocumentFree(QuillpressDocument *document
 QUILLPRESS_DOCUMENT_API void QuillpressDocumentSetPageSize(QuillpressDocument *document, double width,
                                                            double height);
 QUILLPRESS_DOCUMENT_API void QuillpressDocumentSetCrop(QuillpressDocument *document, int crop);
+/* Pages are turned so that viewers show them upright, as the job's comments and its text have it; 0 leaves
+ * them as the job paints them. */
+QUILLPRESS_DOCUMENT_API void QuillpressDocumentSetPageTurning(QuillpressDocument *document, int isWanted);
 /* Ends a job that takes longer; 0 lets it run for ever. */
 QUILLPRESS_DOCUMENT_API void QuillpressDocumentSetTimeout(QuillpressDocument *document, double seconds);
 /* Bytes that the values of a job may take; 0 is the default of one gibibyte. */

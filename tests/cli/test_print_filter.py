@@ -90,6 +90,10 @@ class PrintFilterTest(support.CommandLineTest):
         pdf = self.print_job("page-ranges=2 orientation-requested=4", FINAL_CONTENT_TYPE="application/vnd.cups-pdf")
         self.assertEqual([page.get("/Rotate", 0) for page in pdf.pages], [0, 0])
 
+    def test_pages_are_left_to_the_printer_as_they_are_painted(self):
+        job = "%!PS-Adobe-3.0\n%%Orientation: Landscape\n%%EndComments\n0 0 9 9 rectfill showpage\n"
+        self.assertEqual([page.get("/Rotate", 0) for page in self.print_job(job=job).pages], [0])
+
     def test_a_range_that_makes_no_sense_is_left_out(self):
         self.assertEqual(len(self.print_job("page-ranges=x").pages), 2)
         self.assertEqual(self.lines[0], "WARNING: page-ranges: not a list of pages: x")

@@ -133,6 +133,7 @@ void PageDevice::install(const Object& parameters, bool runsProcedures) {
 void PageDevice::beginPage() {
   content_.reset(contentSettings());
   contents_.clear();
+  canvas_->textDirections().clear();
 }
 
 void PageDevice::setPageDevice(const Object& request) {
@@ -216,6 +217,16 @@ void PageDevice::setCropBox(const Box& box, bool isForAllPages) {
   (isForAllPages ? allPagesCropBox_ : pageCropBox_) = box;
 }
 
+// In degrees, with the clock. What the job says with pdfmark is left alone.
+int PageDevice::turnOfPage(const Box& page) const {
+  const auto isTurn = [](const PageEntry& entry) { return entry.key == "Rotate"; };
+  const bool isSaid =
+      std::ranges::any_of(pageEntries_, isTurn) || std::ranges::any_of(allPagesEntries_, isTurn);
+  if (!turnsPages_ || isSaid) return 0;
+  const bool isWide = page.right - page.left > page.top - page.bottom;
+  return orientation_.angle(canvas_->textDirections().most(), isWide).value_or(0);
+}
+
 // The page as it stands goes into the document; what has been painted stays.
 void PageDevice::emitPage() {
   content_.finish();
@@ -236,6 +247,7 @@ void PageDevice::emitPage() {
     if (!isOverruled) entries.entry(entry.key, entry.value);
   }
   for (const PageEntry& entry : pageEntries_) entries.entry(entry.key, entry.value);
+  if (const int turn = turnOfPage(parts.mediaBox); turn != 0) entries.entry("Rotate", std::to_string(turn));
   parts.entries = entries.entries();
   pageEntries_.clear();
   pageCropBox_.reset();

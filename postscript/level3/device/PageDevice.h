@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "postscript/level3/device/PageOrientation.h"
 #include "postscript/level3/graphics/Graphics.h"
 #include "postscript/level3/interpreter/Interpreter.h"
 #include "postscript/level3/pdf/PdfDocument.h"
@@ -32,6 +33,11 @@ class PageDevice final : public Interpreter::Extension {
   void startCropped(const Box& box);
   // Keeps the last page back until finish(), so that it can still be cropped.
   void holdLastPage() { holdsLastPage_ = true; }
+
+  // Turns pages so that viewers show them the way they are read.
+  void turnPages(bool isWanted) { turnsPages_ = isWanted; }
+  // Which way that is, by the comments of the job.
+  PageOrientation& orientation() { return orientation_; }
 
   // Called when a page has been shown, with their number so far.
   void onPage(std::function<void(std::size_t)> callback) { onPage_ = std::move(callback); }
@@ -70,6 +76,7 @@ class PageDevice final : public Interpreter::Extension {
   void callBeginPage();
   Object parameter(std::string_view key) const;
   void emitPage();
+  [[nodiscard]] int turnOfPage(const Box& page) const;
   void beginPage();
   ContentWriter::Settings contentSettings() const;
 
@@ -88,8 +95,10 @@ class PageDevice final : public Interpreter::Extension {
   std::optional<Box> crop_;
   std::optional<PageParts> heldPage_;
   std::function<void(std::size_t)> onPage_;
+  PageOrientation orientation_;
   std::size_t pagesShown_ = 0;
   bool holdsLastPage_ = false;
+  bool turnsPages_ = false;
 };
 
 inline PageDevice& pageDeviceOf(Interpreter& interpreter) {

@@ -105,6 +105,10 @@ void QuillpressDocumentSetCrop(QuillpressDocument* document, int crop) {
                                                            : Crop::kWhenEncapsulated;
 }
 
+void QuillpressDocumentSetPageTurning(QuillpressDocument* document, int isWanted) {
+  document->options.turnsPages = isWanted != 0;
+}
+
 void QuillpressDocumentSetTimeout(QuillpressDocument* document, double seconds) {
   document->options.timeoutSeconds = seconds > 0 ? std::optional(seconds) : std::nullopt;
 }

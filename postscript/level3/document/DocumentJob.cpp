@@ -71,6 +71,9 @@ class Conversion {
     if (options_.maxMemory) interpreter_.memory().setLimit(*options_.maxMemory);
     for (const std::string& folder : options_.readableFolders) interpreter_.fileAccess().allow(folder);
     graphics_.images() = {options_.imageQuality, options_.imageResolution};
+    device_.turnPages(options_.turnsPages);
+    interpreter_.scanner().listenToComments(
+        [this](std::string_view comment) { device_.orientation().take(comment); });
     device_.onPage([this](std::size_t pages) {
       if (isCancelled_ || (options_.progress && !options_.progress(pages))) interpreter_.interrupt();
     });
@@ -92,6 +95,7 @@ class Conversion {
     if (hasLooked_ || !job_) return;
     hasLooked_ = true;
     if (!crops()) return;
+    device_.turnPages(false);
     device_.holdLastPage();
     if (job_->comments().boundingBox()) device_.startCropped(*job_->comments().boundingBox());
   }

@@ -20,6 +20,8 @@ struct DocumentOptions {
   double pageWidth = 595;
   double pageHeight = 842;
   enum class Crop { kWhenEncapsulated, kAlways, kNever } crop = Crop::kWhenEncapsulated;
+  // Whether pages are turned so that their text is upright; encapsulated pictures never are.
+  bool turnsPages = true;
   std::optional<double> timeoutSeconds;
   std::optional<std::size_t> maxMemory;
   std::vector<std::string> readableFolders;

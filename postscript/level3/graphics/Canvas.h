@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "postscript/level3/geometry/Box.h"
+#include "postscript/level3/graphics/TextDirections.h"
 #include "postscript/level3/pdf/ContentWriter.h"
 
 namespace quillpress::level3 {
@@ -19,6 +20,8 @@ class Canvas {
   ContentWriter* content() const { return content_; }
   // Null except for charpath.
   Path* outlines() const { return outlines_; }
+  // Of the text that is shown here.
+  TextDirections& textDirections() { return textDirections_; }
   void close() {
     content_ = nullptr;
     outlines_ = nullptr;
@@ -27,6 +30,7 @@ class Canvas {
  private:
   ContentWriter* content_ = nullptr;
   Path* outlines_ = nullptr;
+  TextDirections textDirections_;
 };
 
 // A device as the graphics state knows it.

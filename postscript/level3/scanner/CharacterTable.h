@@ -1,12 +1,13 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace quillpress::level3 {
 
 // How the scanner sees a byte.
-enum class CharacterKind : std::uint8_t { kRegular, kSpace, kDelimiter };
+enum class CharacterKind : std::uint8_t { kRegular, kSpace, kDelimiter, kBinaryToken };
 
 namespace detail {
 
@@ -16,6 +17,7 @@ consteval std::array<CharacterKind, 256> characterKinds() {
   for (const unsigned char delimiter : {'(', ')', '<', '>', '[', ']', '{', '}', '/', '%'}) {
     kinds[delimiter] = CharacterKind::kDelimiter;
   }
+  for (std::size_t first = 128; first < 160; ++first) kinds[first] = CharacterKind::kBinaryToken;
   return kinds;
 }
 
@@ -36,9 +38,6 @@ consteval std::array<std::uint8_t, 256> digitValues() {
 inline constexpr auto kCharacterKinds = detail::characterKinds();
 inline constexpr auto kDigitValues = detail::digitValues();
 
-inline bool isRegular(std::uint8_t byte) {
-  return kCharacterKinds[byte] == CharacterKind::kRegular;
-}
 inline bool isSpace(std::uint8_t byte) {
   return kCharacterKinds[byte] == CharacterKind::kSpace;
 }

@@ -2,7 +2,6 @@
 
 #include "postscript/level3/scanner/Base85.h"
 #include "postscript/level3/scanner/BinaryTokens.h"
-#include "postscript/level3/scanner/CharacterTable.h"
 #include "postscript/level3/scanner/Number.h"
 
 namespace quillpress::level3 {
@@ -200,10 +199,10 @@ Scanner::Kind Scanner::next(ScanInput& input, Object& token) {
         input.skip();
         raise(ErrorName::kSyntaxError);
       default:
-        if (byte >= 128 && byte < 160 && objectFormat_ != 0) {
-          token = BinaryTokens(*this, input).read();
-        } else {
+        if (isRegular(static_cast<Byte>(byte))) {
           token = readRegular(input);
+        } else {
+          token = BinaryTokens(*this, input).read();
         }
         return Kind::kObject;
     }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "postscript/level3/objects/VirtualMemory.h"
+#include "postscript/level3/scanner/CharacterTable.h"
 #include "postscript/level3/scanner/ScanInput.h"
 
 namespace quillpress::level3 {
@@ -57,6 +58,11 @@ class Scanner final : public Roots {
   Kind next(ScanInput& input, Object& token);
   void scanProcedure(ScanInput& input, Object& token);
   Object closeProcedure(std::size_t start);
+  // Whether a name or number goes on with the byte. It ends where a binary token begins.
+  [[nodiscard]] bool isRegular(Byte byte) const {
+    const CharacterKind kind = kCharacterKinds[byte];
+    return kind == CharacterKind::kRegular || (kind == CharacterKind::kBinaryToken && objectFormat_ == 0);
+  }
   void skipComment(ScanInput& input);
   void reportComment(ScanInput& input);
   Object readRegular(ScanInput& input);

@@ -114,7 +114,15 @@ Point Shower::show(std::string_view bytes) {
     if (settings_.target == ShowSettings::Target::kWidth) continue;
     graphics_.moveTo(*start + graphics_.state().ctm.applyToDistance(advance));
   }
+  noteDirection(character, count_);
   return total;
+}
+
+void Shower::noteDirection(const TextCharacter& character, std::size_t characters) {
+  if (settings_.target == ShowSettings::Target::kWidth) return;
+  const GraphicsState& state = graphics_.state();
+  const Point direction = (character.matrix * state.ctm).applyToDistance({1, 0});
+  state.device->canvas->textDirections().note(direction, characters);
 }
 
 void Shower::showGlyph(const TextCharacter& character) {
@@ -122,6 +130,7 @@ void Shower::showGlyph(const TextCharacter& character) {
   FaceGlyph& glyph = character.face->glyph(character.font, character.key);
   place(character, glyph);
   moveBy(advanceWith(character, glyph));
+  noteDirection(character, 1);
 }
 
 void Shower::showWithProcedure(std::string_view bytes) {

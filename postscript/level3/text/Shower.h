@@ -49,6 +49,8 @@ class Shower {
   Point advanceWith(const TextCharacter& character, const FaceGlyph& glyph);
   void place(const TextCharacter& character, FaceGlyph& glyph);
   void moveBy(Point user);
+  // Which way characters like this one have been shown.
+  void noteDirection(const TextCharacter& character, std::size_t characters);
 
   Interpreter& interpreter_;
   Graphics& graphics_;

@@ -108,9 +108,13 @@ static void testErrors(QuillpressDocument *document, struct Buffer *pdf) {
       "a job that is not there says so");
 }
 
+static const char kLandscape[] =
+    "%!PS-Adobe-3.0\n%%Orientation: Landscape\n%%EndComments\n0 0 9 9 rectfill showpage";
+
 static void testOptions(QuillpressDocument *document, struct Buffer *pdf) {
   struct Buffer *messages = calloc(1, sizeof *messages);
   uint64_t pages = 0;
+  size_t turned;
   QuillpressDocumentSetMessages(document, keep, messages);
   convertText(document, "(hello) print showpage", pdf);
   expect(messages != NULL && strcmp(messages->bytes, "hello") == 0, "what the job prints can be read");
@@ -121,6 +125,15 @@ static void testOptions(QuillpressDocument *document, struct Buffer *pdf) {
          "progress can end a job");
   expect(pages == 2 && QuillpressDocumentPageCount(document) == 2, "after the page that it has seen");
   QuillpressDocumentSetProgress(document, NULL, NULL);
+
+  convertText(document, kLandscape, pdf);
+  turned = pdf->size;
+  QuillpressDocumentSetPageTurning(document, 0);
+  convertText(document, kLandscape, pdf);
+  expect(pdf->size < turned, "landscape pages are turned, or left as they are");
+  QuillpressDocumentSetPageTurning(document, 1);
+  convertText(document, kLandscape, pdf);
+  expect(pdf->size == turned, "and turned again");
 
   QuillpressDocumentSetTimeout(document, 0.2);
   expect(convertText(document, "showpage {} loop", pdf) == QUILLPRESS_DOCUMENT_FAILED, "time can be up");

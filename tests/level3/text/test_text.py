@@ -74,7 +74,7 @@ def examine(case):
             check_fonts(case, ours)
             check_words(case, ours)
             job.write_bytes(case.job(case.alike))
-            theirs = by_ghostscript(job, folder, "-dAutoRotatePages=/None")
+            theirs = by_ghostscript(job, folder)
             worst = max(differences(ours, theirs), default=0.0)
             require(worst <= LIMIT, f"the picture differs by {worst:.2%}")
     except (AssertionError, subprocess.TimeoutExpired) as problem:

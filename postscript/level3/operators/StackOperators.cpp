@@ -54,18 +54,34 @@ void index(Interpreter& interpreter) {
   operands.top() = operands.top(place + 1);
 }
 
+// Most rolls take one of a few objects from one end to the other.
+void rollUp(std::span<Object> objects, std::size_t places) {
+  if (places == 1) {
+    const Object last = objects.back();
+    std::copy_backward(objects.begin(), objects.end() - 1, objects.end());
+    objects.front() = last;
+  } else if (places + 1 == objects.size()) {
+    const Object first = objects.front();
+    std::copy(objects.begin() + 1, objects.end(), objects.begin());
+    objects.back() = first;
+  } else {
+    std::rotate(objects.begin(), objects.end() - static_cast<std::ptrdiff_t>(places), objects.end());
+  }
+}
+
 // anyN-1 ... any0 n j -> any(j-1) mod n ... any0 anyN-1 ... anyj mod n
 void roll(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operands();
   const std::size_t count = anyCountOf(operands.top(1));
   if (count > operands.depth() - 2) raise(ErrorName::kStackUnderflow);
-  const std::int64_t turns = operands.top(0).asInteger();
+  std::int64_t turns = operands.top(0).asInteger();
   operands.pop(2);
   if (count < 2) return;
   const auto modulus = static_cast<std::int64_t>(count);
-  const std::int64_t up = ((turns % modulus) + modulus) % modulus;
-  const std::span<Object> rolled = operands.last(count);
-  std::rotate(rolled.begin(), rolled.end() - static_cast<std::ptrdiff_t>(up), rolled.end());
+  // A division takes longer than all the rest.
+  if (turns >= modulus || turns <= -modulus) turns %= modulus;
+  if (turns < 0) turns += modulus;
+  rollUp(operands.last(count), static_cast<std::size_t>(turns));
 }
 
 // any1 ... anyN ->

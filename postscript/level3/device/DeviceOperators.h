@@ -11,4 +11,8 @@ void addDeviceOperators(Interpreter& interpreter);
 void addPageOperators(Interpreter& interpreter);
 void addPdfMarkOperator(Interpreter& interpreter);
 
+// What jobs for printers of the earlier levels rely on: papers by their names, and a printer's statusdict.
+void addPaperSizes(Interpreter& interpreter);
+void addStatusDictionary(Interpreter& interpreter);
+
 }  // namespace quillpress::level3

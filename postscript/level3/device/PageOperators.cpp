@@ -58,6 +58,8 @@ void addPageOperators(Interpreter& interpreter) {
 void addDeviceOperators(Interpreter& interpreter) {
   addPageOperators(interpreter);
   addPdfMarkOperator(interpreter);
+  addPaperSizes(interpreter);
+  addStatusDictionary(interpreter);
 }
 
 }  // namespace quillpress::level3

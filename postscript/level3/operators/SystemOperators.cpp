@@ -99,7 +99,7 @@ void addSystemOperators(Interpreter& interpreter) {
   setSystemNames(interpreter);
   VirtualMemory& memory = interpreter.memory();
   interpreter.define(".internaldict", memory.newDictionary(10));
-  interpreter.define("statusdict", memory.newDictionary(20));
+  interpreter.define("statusdict", memory.newDictionary(100));
   memory.setGlobal(true);
   interpreter.define("version", text(interpreter, kVersion));
   interpreter.define("product", text(interpreter, kProduct));

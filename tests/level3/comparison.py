@@ -45,7 +45,7 @@ def by_ghostscript(job, folder, *options):
     if kept.exists():
         shutil.copyfile(kept, pdf)
         return pdf
-    result = run(*GHOSTSCRIPT, *options, f"-sOutputFile={pdf}", str(job))
+    result = run(*GHOSTSCRIPT, f"-sOutputFile={pdf}", *options, str(job))
     require(result.returncode == 0, "Ghostscript fails: " + result.stdout.decode(errors="replace")[:200])
     keep(kept.name, pdf.read_bytes())
     return pdf

@@ -27,6 +27,9 @@ from comparison import LIMIT, by_ghostscript, differences, require, run
 CLI = os.environ["QUILLPRESS_CLI"]
 MODULES = [cases_of_formats, cases_of_composite_fonts, cases_of_operators, cases_of_meaning, cases_of_drivers]
 
+# Otherwise the standard fonts are whatever the machine shows in their place.
+EMBEDDING_ALL = ("-c", "<< /NeverEmbed [] >> setdistillerparams", "-f")
+
 
 def converted(case, job, folder):
     """Our PDF of a job. What a case is known to lose or replace may be counted: exit code 5."""
@@ -74,7 +77,7 @@ def examine(case):
             check_fonts(case, ours)
             check_words(case, ours)
             job.write_bytes(case.job(case.alike))
-            theirs = by_ghostscript(job, folder)
+            theirs = by_ghostscript(job, folder, *EMBEDDING_ALL)
             worst = max(differences(ours, theirs), default=0.0)
             require(worst <= LIMIT, f"the picture differs by {worst:.2%}")
     except (AssertionError, subprocess.TimeoutExpired) as problem:

@@ -39,6 +39,11 @@ class PageTurningTest(support.CommandLineTest):
     def test_single_glyphs_count(self):
         self.assertEqual(self.turns("%!\n" + FONT + "9 9 moveto 90 rotate /a glyphshow showpage\n"), [90])
 
+    def test_characters_with_a_procedure_between_them_count_once(self):
+        upwards = "gsave 9 9 moveto 90 rotate {pop pop} (abc) kshow grestore\n"
+        self.assertEqual(self.turns("%!\n" + FONT + upwards + text(0, 4) + "showpage\n"), [0])
+        self.assertEqual(self.turns("%!\n" + FONT + upwards + text(0, 2) + "showpage\n"), [90])
+
     def test_widths_that_are_asked_for_do_not_count(self):
         job = "%!\n" + FONT + "gsave 90 rotate (abcdef) stringwidth pop pop grestore " + text(0, 1) + "showpage\n"
         self.assertEqual(self.turns(job), [0])

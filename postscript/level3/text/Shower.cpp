@@ -104,6 +104,7 @@ Point Shower::show(std::string_view bytes) {
   TextCharacter character;
   FaceGlyph nothing;
   Point total;
+  const std::size_t shownBefore = count_;
   while (cursor.next(character)) {
     FaceGlyph& glyph = character.face ? character.face->glyph(character.font, character.key) : nothing;
     // Adding an outline ends with a current point of its own.
@@ -114,7 +115,7 @@ Point Shower::show(std::string_view bytes) {
     if (settings_.target == ShowSettings::Target::kWidth) continue;
     graphics_.moveTo(*start + graphics_.state().ctm.applyToDistance(advance));
   }
-  noteDirection(character, count_);
+  noteDirection(character, count_ - shownBefore);
   return total;
 }
 

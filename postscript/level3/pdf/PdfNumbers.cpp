@@ -2,15 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 
 namespace quillpress::level3 {
 
 namespace {
-
-constexpr std::array<std::int64_t, 10> kWholePowers{
-    1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000, 1'000'000'000};
 
 // Readers keep reals in 32 bits, so nothing beyond tells two places apart.
 constexpr double kGreatest = 2'000'000'000;
@@ -18,33 +14,31 @@ constexpr double kGreatest = 2'000'000'000;
 }  // namespace
 
 void appendInteger(std::string& text, std::int64_t value) {
-  std::array<char, 24> digits;
-  const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), value);
-  text.append(digits.data(), end);
+  appendFixed(text, value, 0);
 }
 
+// Most of a page's text is numbers, so they are written from the last digit to the first at one go.
 void appendFixed(std::string& text, std::int64_t units, int decimals) {
-  if (units < 0) {
-    text += '-';
-    units = -units;
-  }
-  const std::int64_t power = kWholePowers[static_cast<std::size_t>(decimals)];
-  const std::int64_t whole = units / power;
-  std::int64_t rest = units % power;
-  if (rest == 0) {
-    appendInteger(text, whole);
-    return;
-  }
-  if (whole != 0) appendInteger(text, whole);
-  while (rest % 10 == 0) {
+  std::array<char, 24> digits;
+  char* const end = digits.data() + digits.size();
+  char* first = end;
+  auto rest = units < 0 ? 0 - static_cast<std::uint64_t>(units) : static_cast<std::uint64_t>(units);
+  while (decimals > 0 && rest % 10 == 0) {
     rest /= 10;
     --decimals;
   }
-  text += '.';
-  const std::size_t first = text.size();
-  text.resize(first + static_cast<std::size_t>(decimals));
-  for (std::size_t place = text.size(); place > first; rest /= 10)
-    text[--place] = static_cast<char>('0' + rest % 10);
+  if (decimals > 0) {
+    for (; decimals > 0; --decimals, rest /= 10) *--first = static_cast<char>('0' + rest % 10);
+    *--first = '.';
+  }
+  if (rest != 0 || first == end) {
+    do {
+      *--first = static_cast<char>('0' + rest % 10);
+      rest /= 10;
+    } while (rest != 0);
+  }
+  if (units < 0) *--first = '-';
+  text.append(first, static_cast<std::size_t>(end - first));
 }
 
 std::int64_t toFixed(double value, int decimals) {

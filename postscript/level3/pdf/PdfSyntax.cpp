@@ -29,6 +29,15 @@ bool mustBeEscaped(char byte) {
   return byte == '(' || byte == ')' || byte == '\\' || byte == '\r';
 }
 
+void appendEscaped(std::string& text, char byte) {
+  if (byte == '\r') {
+    text += "\\r";
+    return;
+  }
+  if (mustBeEscaped(byte)) text += '\\';
+  text += byte;
+}
+
 // Places after the point that keep six significant digits.
 int placesFor(double value) {
   const double magnitude = std::abs(value);
@@ -55,21 +64,11 @@ void appendName(std::string& text, std::string_view name) {
 }
 
 void appendString(std::string& text, std::string_view bytes) {
-  const auto escapes = static_cast<std::size_t>(std::count_if(bytes.begin(), bytes.end(), mustBeEscaped));
-  if (escapes > bytes.size()) {
-    text += '<';
-    for (const char byte : bytes) appendHex(text, byte);
-    text += '>';
-    return;
-  }
   text += '(';
-  for (const char byte : bytes) {
-    if (byte == '\r') {
-      text += "\\r";
-      continue;
-    }
-    if (mustBeEscaped(byte)) text += '\\';
-    text += byte;
+  if (std::none_of(bytes.begin(), bytes.end(), mustBeEscaped)) {
+    text += bytes;
+  } else {
+    for (const char byte : bytes) appendEscaped(text, byte);
   }
   text += ')';
 }

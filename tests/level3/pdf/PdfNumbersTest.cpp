@@ -31,6 +31,24 @@ TEST(PdfNumbersTest, ZeroHasNoSign) {
   EXPECT_EQ(number(-0.0001, 3), "0");
 }
 
+TEST(PdfNumbersTest, ZerosWithinANumberStay) {
+  EXPECT_EQ(number(1000, 3), "1000");
+  EXPECT_EQ(number(10.01, 2), "10.01");
+  EXPECT_EQ(number(100.5, 4), "100.5");
+  EXPECT_EQ(number(0.000000001, 9), ".000000001");
+}
+
+TEST(PdfNumbersTest, IntegersHaveAllTheirDigits) {
+  std::string text;
+  for (const std::int64_t value :
+       {std::int64_t{0}, std::int64_t{-1}, std::numeric_limits<std::int64_t>::max(),
+        std::numeric_limits<std::int64_t>::min()}) {
+    appendInteger(text, value);
+    text += ' ';
+  }
+  EXPECT_EQ(text, "0 -1 9223372036854775807 -9223372036854775808 ");
+}
+
 TEST(PdfNumbersTest, RoundsToTheNearest) {
   EXPECT_EQ(number(0.9996, 3), "1");
   EXPECT_EQ(number(2.0 / 3, 4), ".6667");

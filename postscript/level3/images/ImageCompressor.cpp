@@ -10,8 +10,10 @@ namespace {
 
 constexpr int kPlain = 1;
 constexpr int kBestOfPng = 15;
-// Below so many bytes a predictor cannot save what the trial costs; jobs draw rules as masks of a few bytes.
+// Below so many bytes a predictor cannot save what the trial costs; jobs draw rules as masks of a few bytes,
+// and the glyphs of bitmap fonts come by the hundred.
 constexpr std::size_t kLeastTrialBytes = 256;
+constexpr std::size_t kLeastTrialBytesOfBits = 4096;
 // What a predictor leaves of a photograph holds few repetitions, and searching for them longer gains nothing.
 constexpr int kFilteredEffort = 4;
 
@@ -41,7 +43,8 @@ bool ImageCompressor::add(Bytes row) {
 
 // A predictor costs every reader time, so a little gain is not worth it.
 bool ImageCompressor::isBetterFiltered() const {
-  return trial_.size() >= kLeastTrialBytes &&
+  const std::size_t least = layout_.bits == 1 ? kLeastTrialBytesOfBits : kLeastTrialBytes;
+  return trial_.size() >= least &&
          trialSize(layout_.predictor(kBestOfPng)) * 20 < trialSize(layout_.predictor(kPlain)) * 19;
 }
 
@@ -56,8 +59,7 @@ bool ImageCompressor::begin() {
   return encoder_->write(first);
 }
 
-// Glyphs of bitmap fonts come by the hundred, and what zlib prepares for each stream takes longer than they
-// do.
+// What zlib prepares for a stream takes longer than a small image does.
 bool ImageCompressor::writeWhole() {
   const PredictorParameters chosen = layout_.predictor(isBetterFiltered() ? kBestOfPng : kPlain);
   const SinkPointer target = begin_(chosen);

@@ -62,13 +62,13 @@ constexpr Box intersection(const Box& one, const Box& other) {
 
 // The box around the image of a box.
 constexpr Box transformed(const Box& box, const Matrix& matrix) {
-  Box result;
-  if (box.isEmpty()) return result;
-  result.include(matrix.apply({box.left, box.bottom}));
-  result.include(matrix.apply({box.right, box.bottom}));
-  result.include(matrix.apply({box.right, box.top}));
-  result.include(matrix.apply({box.left, box.top}));
-  return result;
+  if (box.isEmpty()) return {};
+  const Box alongX = Box::ofCorners({matrix.a * box.left, matrix.b * box.left},
+                                    {matrix.a * box.right, matrix.b * box.right});
+  const Box alongY = Box::ofCorners({matrix.c * box.bottom, matrix.d * box.bottom},
+                                    {matrix.c * box.top, matrix.d * box.top});
+  return {alongX.left + alongY.left + matrix.tx, alongX.bottom + alongY.bottom + matrix.ty,
+          alongX.right + alongY.right + matrix.tx, alongX.top + alongY.top + matrix.ty};
 }
 
 }  // namespace quillpress::level3

@@ -2,23 +2,9 @@
 
 namespace quillpress::level3 {
 
-std::optional<Point> Path::currentPoint() const {
-  if (kinds_.empty()) return std::nullopt;
-  return kinds_.back() == SegmentKind::kClose ? start_ : points_.back();
-}
-
 void Path::add(SegmentKind kind, Point point) {
   kinds_.push_back(kind);
   points_.push_back(point);
-}
-
-void Path::moveTo(Point point) {
-  start_ = point;
-  if (!kinds_.empty() && kinds_.back() == SegmentKind::kMove) {
-    points_.back() = point;
-    return;
-  }
-  add(SegmentKind::kMove, point);
 }
 
 void Path::beginSubpathIfClosed() {

@@ -27,9 +27,19 @@ class Path {
   std::size_t segmentCount() const { return kinds_.size(); }
   bool hasCurves() const { return hasCurves_; }
 
-  std::optional<Point> currentPoint() const;
+  std::optional<Point> currentPoint() const {
+    if (kinds_.empty()) return std::nullopt;
+    return kinds_.back() == SegmentKind::kClose ? start_ : points_.back();
+  }
 
-  void moveTo(Point point);
+  void moveTo(Point point) {
+    start_ = point;
+    if (!kinds_.empty() && kinds_.back() == SegmentKind::kMove) {
+      points_.back() = point;
+    } else {
+      add(SegmentKind::kMove, point);
+    }
+  }
 
   // These need a current point.
   void lineTo(Point point);

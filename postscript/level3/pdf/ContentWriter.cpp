@@ -88,6 +88,7 @@ void ContentWriter::reset(const Settings& settings) {
   resources_.clear();
   pending_ = {};
   textWriter_ = {};
+  textClip_.reset();
   levels_.clear();
   levels_.push_back({initialState(), settings.impliedClip, std::nullopt});
 }
@@ -371,8 +372,20 @@ void ContentWriter::drawMask(ObjectNumber object, const Matrix& toDevice, const 
   draw(object, toDevice, bounds, clip, rare);
 }
 
+// Most glyphs are wholly visible, and filled as the one before: nothing has to be set for them.
+bool ContentWriter::continuesText(const TextGlyph& glyph, const Box& bounds, const Paint& paint,
+                                  const ClipPointer& clip, const RareParameters& rare) const {
+  const State& now = levels_.back().state;
+  return textWriter_.isOpen() && clip == textClip_ && textArea_.contains(bounds) &&
+         glyph.mode != TextMode::kStroke && now.fill == paint && now.rare == rare;
+}
+
 void ContentWriter::showGlyph(const TextGlyph& glyph, const Box& bounds, const Paint& paint,
                               const ClipPointer& clip, const RareParameters& rare, double lineWidth) {
+  if (continuesText(glyph, bounds, paint, clip, rare)) {
+    textWriter_.show(text_, resources_, state().text, space_, glyph);
+    return;
+  }
   if (!isVisible(bounds, clip)) return;
   enterLevel(bounds, clip, std::nullopt);
   useRare(rare);
@@ -388,6 +401,8 @@ void ContentWriter::showGlyph(const TextGlyph& glyph, const Box& bounds, const P
     flushPending();
     writeUnit();
   }
+  textClip_ = clip;
+  textArea_ = clip ? intersection(clip->bounds(), settings_.area) : settings_.area;
   textWriter_.show(text_, resources_, state().text, space_, glyph);
 }
 

@@ -142,6 +142,8 @@ class ContentWriter {
   void addToPending(Operation operation, const Path& path, const Box& bounds, const ContentSpace& space);
   bool joinsPending(Operation operation, const Box& bounds, std::size_t subpaths) const;
   bool strokesPendingFill(const Path& path) const;
+  bool continuesText(const TextGlyph& glyph, const Box& bounds, const Paint& paint, const ClipPointer& clip,
+                     const RareParameters& rare) const;
   void writePaint(const Paint& paint, bool isStroke);
   void writeNumbers(const Paint& paint);
   void operand(double value, int decimals);
@@ -156,6 +158,9 @@ class ContentWriter {
   std::vector<Level> levels_;
   Pending pending_;
   TextWriter textWriter_;
+  // The last glyph's clip, and what of the area it leaves.
+  ClipPointer textClip_;
+  Box textArea_;
   bool hasUnit_ = false;
   bool hasSpilled_ = false;
 };

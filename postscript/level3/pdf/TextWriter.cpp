@@ -64,29 +64,31 @@ void TextWriter::close(std::string& content) {
 }
 
 void TextWriter::useFont(std::string& content, ContentResources& resources, TextState& state,
-                         const TextGlyph& glyph, std::int64_t size) {
+                         const TextGlyph& glyph) {
   if (state.mode != glyph.mode) {
     flushRun(content);
     appendInteger(content, static_cast<std::int64_t>(glyph.mode));
     content += " Tr\n";
     state.mode = glyph.mode;
   }
-  if (state.font == glyph.font && state.size == size) return;
+  if (state.font == glyph.font && state.size == shape_.units) return;
   flushRun(content);
   resources.use(ResourceKind::kFont, glyph.font, content);
   content += ' ';
+  appendOperand(content, shape_.size, sizePlaces(shape_.decimals));
+  content += "Tf\n";
   state.font = glyph.font;
-  state.size = size;
+  state.size = shape_.units;
 }
 
 // A line in the same direction as the last is told by its distance, any other by a matrix.
-void TextWriter::moveTo(std::string& content, const ContentSpace& space, const Shape& shape, Point origin) {
+void TextWriter::moveTo(std::string& content, const ContentSpace& space, Point origin) {
   flushRun(content);
   pen_ = 0;
-  const Linear& linear = shape.linear;
+  const Linear& linear = shape_.linear;
   if (linear == linear_) {
     const Matrix axes{linear.a, linear.b, linear.c, linear.d, 0, 0};
-    Point distance = shape.inverse.applyToDistance(origin - line_);
+    Point distance = shape_.inverse.applyToDistance(origin - line_);
     distance = {rounded(distance.x, space.decimals), rounded(distance.y, space.decimals)};
     appendOperand(content, distance.x, space.decimals);
     appendOperand(content, distance.y, space.decimals);
@@ -103,66 +105,68 @@ void TextWriter::moveTo(std::string& content, const ContentSpace& space, const S
   line_ = {rounded(origin.x, space.decimals), rounded(origin.y, space.decimals)};
 }
 
-const TextWriter::Shape& TextWriter::shapeFor(const Matrix& toContent, int decimals) {
-  const Matrix& last = shape_.toContent;
-  const bool isSame = last.a == toContent.a && last.b == toContent.b && last.c == toContent.c &&
-                      last.d == toContent.d && shape_.decimals == decimals;
-  if (isSame) return shape_;
-  shape_ = {};
-  shape_.toContent = toContent;
-  shape_.decimals = decimals;
+bool TextWriter::Shape::isOf(const TextGlyph& glyph, const ContentSpace& space) const {
+  const Matrix& matrix = glyph.toDevice;
+  return toDevice.a == matrix.a && toDevice.b == matrix.b && toDevice.c == matrix.c &&
+         toDevice.d == matrix.d && decimals == space.decimals;
+}
+
+TextWriter::Shape TextWriter::shapeOf(const TextGlyph& glyph, const ContentSpace& space) {
+  Shape shape;
+  shape.toDevice = glyph.toDevice;
+  shape.decimals = space.decimals;
+  const Matrix toContent = glyph.toDevice * space.fromDevice;
   const double height = std::hypot(toContent.c, toContent.d);
-  const int places = sizePlaces(decimals);
+  const int places = sizePlaces(space.decimals);
   // A size that is too small to be written shows nothing.
-  shape_.units = toFixed(height, places);
-  if (shape_.units <= 0 || !std::isfinite(height) || !toContent.inverse()) return shape_;
-  shape_.size = static_cast<double>(shape_.units) / powerOfTen(places);
-  shape_.linear = {rounded(toContent.a / height, kMatrixPlaces), rounded(toContent.b / height, kMatrixPlaces),
-                   rounded(toContent.c / height, kMatrixPlaces),
-                   rounded(toContent.d / height, kMatrixPlaces)};
-  const Linear& linear = shape_.linear;
+  shape.units = toFixed(height, places);
+  if (shape.units <= 0 || !std::isfinite(height) || !toContent.inverse()) return shape;
+  shape.size = static_cast<double>(shape.units) / powerOfTen(places);
+  shape.tolerance = 0.5 / powerOfTen(space.decimals);
+  shape.farthest = kFarthestAdjustment * shape.size / kThousand;
+  shape.linear = {rounded(toContent.a / height, kMatrixPlaces), rounded(toContent.b / height, kMatrixPlaces),
+                  rounded(toContent.c / height, kMatrixPlaces), rounded(toContent.d / height, kMatrixPlaces)};
+  const Linear& linear = shape.linear;
   const std::optional<Matrix> inverse = Matrix{linear.a, linear.b, linear.c, linear.d, 0, 0}.inverse();
-  shape_.isShown = inverse.has_value();
-  if (inverse) shape_.inverse = *inverse;
-  return shape_;
+  shape.isShown = inverse.has_value();
+  if (inverse) shape.inverse = *inverse;
+  return shape;
+}
+
+// Cuts the string by what lies between the pen and a glyph.
+void TextWriter::adjust(double gap) {
+  // More places where a thousandth of the size is more than can be seen.
+  const int decimals = shape_.size / kThousand > shape_.tolerance ? 1 : 0;
+  const double adjustment = rounded(-gap * kThousand / shape_.size, decimals);
+  if (adjustment == 0) return;
+  if (!run_.empty()) appendString(parts_, run_);
+  run_.clear();
+  appendNumber(parts_, adjustment, decimals);
+  pen_ -= adjustment * shape_.size / kThousand;
 }
 
 void TextWriter::show(std::string& content, ContentResources& resources, TextState& state,
                       const ContentSpace& space, const TextGlyph& glyph) {
-  const Matrix toContent = glyph.toDevice * space.fromDevice;
-  const Shape& shape = shapeFor(toContent, space.decimals);
-  if (!shape.isShown) return;
-  const double size = shape.size;
-
+  // Most glyphs have size, direction and font from the one before.
+  if (!shape_.isOf(glyph, space)) shape_ = shapeOf(glyph, space);
+  if (!shape_.isShown) return;
   open(content);
-  const bool changesFont = state.font != glyph.font || state.size != shape.units;
-  useFont(content, resources, state, glyph, shape.units);
-  if (changesFont) {
-    appendOperand(content, size, sizePlaces(space.decimals));
-    content += "Tf\n";
+  if (state.font != glyph.font || state.size != shape_.units || state.mode != glyph.mode) {
+    useFont(content, resources, state, glyph);
   }
-  const Point origin{toContent.tx, toContent.ty};
-  const double tolerance = 0.5 / powerOfTen(space.decimals);
-  const Point distance = shape.inverse.applyToDistance(origin - line_);
+  const Point origin = space.fromDevice.apply({glyph.toDevice.tx, glyph.toDevice.ty});
+  const Point distance = shape_.inverse.applyToDistance(origin - line_);
   const double gap = distance.x - pen_;
-  const bool isOnLine = shape.linear == linear_ && std::abs(distance.y) <= tolerance &&
-                        std::abs(gap) <= kFarthestAdjustment * size / kThousand && run_.size() < kLongestRun;
+  const bool isOnLine = shape_.linear == linear_ && std::abs(distance.y) <= shape_.tolerance &&
+                        std::abs(gap) <= shape_.farthest && run_.size() < kLongestRun;
   if (!isOnLine) {
-    moveTo(content, space, shape, origin);
-  } else if (std::abs(gap) > tolerance) {
-    // More places where a thousandth of the size is more than can be seen.
-    const int decimals = size / kThousand > tolerance ? 1 : 0;
-    const double adjustment = rounded(-gap * kThousand / size, decimals);
-    if (adjustment != 0) {
-      if (!run_.empty()) appendString(parts_, run_);
-      run_.clear();
-      appendNumber(parts_, adjustment, decimals);
-      pen_ -= adjustment * size / kThousand;
-    }
+    moveTo(content, space, origin);
+  } else if (std::abs(gap) > shape_.tolerance) {
+    adjust(gap);
   }
   if (glyph.codeBytes == 2) run_ += static_cast<char>(glyph.code >> 8);
   run_ += static_cast<char>(glyph.code & 0xff);
-  pen_ += glyph.width * size;
+  pen_ += glyph.width * shape_.size;
 }
 
 }  // namespace quillpress::level3

@@ -38,7 +38,7 @@ class TextWriter {
  public:
   bool isOpen() const { return isOpen_; }
 
-  // REQUIRES: nothing but text is written between the first glyph and close().
+  // REQUIRES: nothing but text is written between the first glyph and close(); always the same space.
   void show(std::string& content, ContentResources& resources, TextState& state, const ContentSpace& space,
             const TextGlyph& glyph);
 
@@ -56,20 +56,25 @@ class TextWriter {
 
   // What a glyph's matrix comes to but for its place.
   struct Shape {
-    Matrix toContent;
+    Matrix toDevice;
     int decimals = -1;
     bool isShown = false;  // not what is too small or has no inverse
     std::int64_t units = 0;
     double size = 0;
     Linear linear;
     Matrix inverse;  // of the linear part
+    // What cannot be seen, and what is too far for an adjustment, along the line.
+    double tolerance = 0;
+    double farthest = 0;
+
+    bool isOf(const TextGlyph& glyph, const ContentSpace& space) const;
   };
 
+  static Shape shapeOf(const TextGlyph& glyph, const ContentSpace& space);
   void open(std::string& content);
-  const Shape& shapeFor(const Matrix& toContent, int decimals);
-  void useFont(std::string& content, ContentResources& resources, TextState& state, const TextGlyph& glyph,
-               std::int64_t size);
-  void moveTo(std::string& content, const ContentSpace& space, const Shape& shape, Point origin);
+  void useFont(std::string& content, ContentResources& resources, TextState& state, const TextGlyph& glyph);
+  void moveTo(std::string& content, const ContentSpace& space, Point origin);
+  void adjust(double gap);
   void flushRun(std::string& content);
 
   bool isOpen_ = false;

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "postscript/level3/graphics/Graphics.h"
+#include "postscript/level3/graphics/Ink.h"
 #include "postscript/level3/text/OutlineProgram.h"
 
 namespace quillpress::level3 {
@@ -53,8 +53,7 @@ class Face {
 
   // The glyph, read when it is first asked for. May run procedures of the job. The reference stays valid.
   virtual FaceGlyph& glyph(const Object& font, const GlyphKey& key) = 0;
-  // Shows it in the current colour.
-  virtual void paint(FaceGlyph& glyph, const GlyphPlace& place) = 0;
+  virtual void paint(FaceGlyph& glyph, const GlyphPlace& place, Ink& ink) = 0;
   // Adds its outline to a path in device space.
   virtual void appendOutline(FaceGlyph& glyph, const GlyphPlace& place, Path& path) = 0;
   virtual void trace(Tracer& /*tracer*/) const {}

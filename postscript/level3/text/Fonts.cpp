@@ -30,14 +30,22 @@ const std::shared_ptr<Face>& Fonts::faceOf(const Object& font) {
   if (!font.isDictionary()) raise(ErrorName::kInvalidFont);
   const Object* const number = font.asDictionary()->find(fontId_);
   if (number == nullptr || !number->is(Type::kFontId)) raise(ErrorName::kInvalidFont);
-  const auto known = faces_.find(number->asInteger());
-  if (known != faces_.end()) return known->second;
+  const std::int64_t wanted = number->asInteger();
+  if (lastFound_ != nullptr && lastFace_ == wanted) return *lastFound_;
+  const auto known = faces_.find(wanted);
+  if (known != faces_.end()) return remember(wanted, known->second);
   std::shared_ptr<Face> face = makeFace(font);
   const Object glyphs = FontEntries(interpreter_, font).dictionary("CharStrings");
   const auto substitution =
       glyphs.isNull() ? substitutions_.end() : substitutions_.find(glyphs.asDictionary());
   if (substitution != substitutions_.end()) substitution->second.isUsed = true;
-  return faces_.emplace(number->asInteger(), std::move(face)).first->second;
+  return remember(wanted, faces_.emplace(wanted, std::move(face)).first->second);
+}
+
+const std::shared_ptr<Face>& Fonts::remember(std::int64_t number, const std::shared_ptr<Face>& face) {
+  lastFace_ = number;
+  lastFound_ = &face;
+  return face;
 }
 
 bool Fonts::isComposite(const Object& font) const {
@@ -159,6 +167,7 @@ void Fonts::onSave(std::uint32_t serial) {
 void Fonts::onRestore(std::uint32_t serial) {
   const auto save = saves_.find(serial);
   if (save == saves_.end()) return;
+  lastFound_ = nullptr;
   std::erase_if(faces_, [&](const auto& face) { return face.first > save->second; });
   saves_.erase(save, saves_.end());
 }

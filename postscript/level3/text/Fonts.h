@@ -77,6 +77,7 @@ class Fonts final : public Interpreter::Extension {
 
  private:
   std::shared_ptr<Face> makeFace(const Object& font);
+  const std::shared_ptr<Face>& remember(std::int64_t number, const std::shared_ptr<Face>& face);
 
   Interpreter& interpreter_;
   Graphics& graphics_;
@@ -88,6 +89,9 @@ class Fonts final : public Interpreter::Extension {
   std::int64_t lastNumber_ = 0;
   std::unordered_map<std::int64_t, Matrix> definitions_;
   std::unordered_map<std::int64_t, std::shared_ptr<Face>> faces_;
+  // The one that was asked for last; mostly it is asked for again.
+  std::int64_t lastFace_ = 0;
+  const std::shared_ptr<Face>* lastFound_ = nullptr;
   std::unordered_map<Fingerprint, std::shared_ptr<OutlineProgram>, FingerprintHash> programs_;
   // In the order of their coming, so that the same job makes the same file.
   std::vector<OutlineProgram*> order_;

@@ -41,8 +41,12 @@ std::uint64_t OutlineFace::identityOf(const GlyphKey& key) {
 
 FaceGlyph& OutlineFace::glyph(const Object& font, const GlyphKey& key) {
   const Object source = sourceOf(font, key);
+  if (FaceGlyph* const recent = recent_.find(key);
+      recent != nullptr && recent->source.isIdenticalTo(source)) {
+    return *recent;
+  }
   const auto [place, isNew] = glyphs_.try_emplace(identityOf(key));
-  FaceGlyph& glyph = place->second;
+  FaceGlyph& glyph = recent_.remember(key, place->second);
   if (!isNew && glyph.source.isIdenticalTo(source)) return glyph;
   // Names that are keys here are not to be collected.
   if (isNew && key.name != nullptr) fonts_.interpreter().memory().name(key.name->text());
@@ -127,13 +131,11 @@ std::u32string OutlineFace::meaningOf(const Object& font, const GlyphKey& key, G
   return text;
 }
 
-void OutlineFace::paint(FaceGlyph& glyph, const GlyphPlace& place) {
+void OutlineFace::paint(FaceGlyph& glyph, const GlyphPlace& place, Ink& ink) {
   if (!glyph.isShown) return;
   Graphics& graphics = fonts_.graphics();
-  if (graphics.state().device->canvas->content() == nullptr) return;
-  const std::optional<Paint> paint = graphics.patterns().visiblePaint(*graphics.state().colour);
-  ContentWriter* const content = graphics.content();
-  if (!paint || content == nullptr) return;
+  ContentWriter* const content = ink.content();
+  if (content == nullptr) return;
   const Box bounds = deviceBounds(glyph, place.toDevice);
   if (!bounds.touches(content->area())) return;
   if (glyph.slot.font == 0) {
@@ -150,7 +152,8 @@ void OutlineFace::paint(FaceGlyph& glyph, const GlyphPlace& place) {
   text.toDevice = Matrix::scaling(1 / unit, 1 / unit) * place.toDevice;
   const GraphicsState& state = graphics.state();
   if (strokeWidth_ >= 0) text.mode = TextMode::kStroke;
-  content->showGlyph(text, bounds, *paint, state.clip, state.rare, strokeWidth_ * place.toDevice.meanScale());
+  const double lineWidth = strokeWidth_ >= 0 ? strokeWidth_ * place.toDevice.meanScale() : 0;
+  content->showGlyph(text, bounds, ink.paint(), state.clip, state.rare, lineWidth);
 }
 
 void OutlineFace::appendOutline(FaceGlyph& glyph, const GlyphPlace& place, Path& path) {

@@ -2,7 +2,7 @@
 
 #include <unordered_map>
 
-#include "postscript/level3/text/Face.h"
+#include "postscript/level3/text/RecentGlyphs.h"
 
 namespace quillpress::level3 {
 
@@ -14,7 +14,7 @@ class OutlineFace : public Face {
   OutlineFace(Fonts& fonts, const Object& font, std::shared_ptr<OutlineProgram> program);
 
   FaceGlyph& glyph(const Object& font, const GlyphKey& key) final;
-  void paint(FaceGlyph& glyph, const GlyphPlace& place) final;
+  void paint(FaceGlyph& glyph, const GlyphPlace& place, Ink& ink) final;
   void appendOutline(FaceGlyph& glyph, const GlyphPlace& place, Path& path) final;
   void trace(Tracer& tracer) const final;
 
@@ -47,6 +47,7 @@ class OutlineFace : public Face {
   double strokeWidth_ = -1;
   Fonts& fonts_;
   std::unordered_map<std::uint64_t, FaceGlyph> glyphs_;
+  RecentGlyphs<FaceGlyph> recent_;
 };
 
 }  // namespace quillpress::level3

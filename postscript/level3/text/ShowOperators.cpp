@@ -13,33 +13,27 @@ namespace quillpress::level3 {
 
 namespace {
 
-// Throws invalidfont.
-void requireFont(Interpreter& interpreter) {
-  const Object& font = stateOf(interpreter).font;
-  if (font.isNull()) return;
-  if (!font.isDictionary()) raise(ErrorName::kInvalidFont);
-  Fonts& fonts = fontsOf(interpreter);
-  if (!fonts.isComposite(font)) fonts.faceOf(font);
-}
-
 bool isComposite(Interpreter& interpreter) {
   const Object& font = stateOf(interpreter).font;
   return !font.isNull() && fontsOf(interpreter).isComposite(font);
 }
 
-// The bytes to show, while they are still an operand.
-std::string bytesToShow(Interpreter& interpreter, const Object& string) {
+// The font's way through a string that is still an operand. Throws invalidaccess and invalidfont.
+TextCursor charactersOf(Interpreter& interpreter, const Object& string) {
   requireReadable(string);
-  requireFont(interpreter);
+  return TextCursor(interpreter, stateOf(interpreter).font, std::string(textOf(string)));
+}
+
+void requireCurrentPoint(Interpreter& interpreter) {
   graphicsOf(interpreter).currentPoint();
-  return std::string(textOf(string));
 }
 
 void showWith(Interpreter& interpreter, const ShowSettings& settings, const Object& string,
               std::size_t operands) {
-  const std::string bytes = bytesToShow(interpreter, string);
+  TextCursor cursor = charactersOf(interpreter, string);
+  requireCurrentPoint(interpreter);
   interpreter.operands().pop(operands);
-  Shower(interpreter, settings).show(bytes);
+  Shower(interpreter, settings).show(cursor);
 }
 
 // string ->
@@ -81,12 +75,11 @@ void awidthshow(Interpreter& interpreter) {
   showWith(interpreter, settings, operands.top(), 6);
 }
 
-std::size_t characterCount(Interpreter& interpreter, std::string_view bytes) {
-  if (!isComposite(interpreter)) return bytes.size();
-  TextCursor cursor(interpreter, stateOf(interpreter).font, bytes);
-  TextCharacter character;
+std::size_t characterCount(Interpreter& interpreter, const Object& string) {
+  if (!isComposite(interpreter)) return string.length();
+  TextCursor cursor = charactersOf(interpreter, string);
   std::size_t count = 0;
-  while (cursor.next(character)) ++count;
+  while (cursor.next() != nullptr) ++count;
   return count;
 }
 
@@ -96,9 +89,10 @@ enum class Axes { kX, kY, kBoth };
 template <Axes kAxes>
 void showAtDistances(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operands();
-  const std::string bytes = bytesToShow(interpreter, operands.top(1));
+  TextCursor cursor = charactersOf(interpreter, operands.top(1));
+  requireCurrentPoint(interpreter);
   const std::vector<double> numbers = numbersOfArrayOrString(operands.top());
-  const std::size_t count = characterCount(interpreter, bytes);
+  const std::size_t count = characterCount(interpreter, operands.top(1));
   if (numbers.size() < count * (kAxes == Axes::kBoth ? 2 : 1)) raise(ErrorName::kRangeCheck);
   std::vector<Point> advances;
   for (std::size_t i = 0; i < count; ++i) {
@@ -109,7 +103,7 @@ void showAtDistances(Interpreter& interpreter) {
   ShowSettings settings;
   settings.advances = std::move(advances);
   operands.pop(2);
-  Shower(interpreter, settings).show(bytes);
+  Shower(interpreter, settings).show(cursor);
 }
 
 // name|cid ->
@@ -142,7 +136,9 @@ void glyphshow(Interpreter& interpreter) {
 void kshow(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operands();
   if (isComposite(interpreter)) raise(ErrorName::kInvalidFont);
-  const std::string bytes = bytesToShow(interpreter, operands.top());
+  charactersOf(interpreter, operands.top());
+  requireCurrentPoint(interpreter);
+  const std::string bytes(textOf(operands.top()));
   ShowSettings settings;
   settings.procedure = operands.top(1);
   operands.pop(2);
@@ -152,26 +148,22 @@ void kshow(Interpreter& interpreter) {
 // proc string ->
 void cshow(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operands();
-  requireReadable(operands.top());
-  requireFont(interpreter);
-  const std::string bytes(textOf(operands.top()));
+  TextCursor cursor = charactersOf(interpreter, operands.top());
   ShowSettings settings;
   settings.procedure = operands.top(1);
   operands.pop(2);
-  Shower(interpreter, settings).callWithWidths(bytes);
+  Shower(interpreter, settings).callWithWidths(cursor);
 }
 
 // string -> wx wy
 void stringwidth(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operands();
-  requireReadable(operands.top());
-  requireFont(interpreter);
-  const std::string bytes(textOf(operands.top()));
+  TextCursor cursor = charactersOf(interpreter, operands.top());
   operands.require(1);
   operands.pop();
   ShowSettings settings;
   settings.target = ShowSettings::Target::kWidth;
-  const Point width = Shower(interpreter, settings).show(bytes);
+  const Point width = Shower(interpreter, settings).show(cursor);
   operands.push(realOf(width.x));
   operands.push(realOf(width.y));
 }

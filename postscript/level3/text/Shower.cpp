@@ -11,15 +11,8 @@ namespace quillpress::level3 {
 
 namespace {
 
-// What a face says of a glyph may run a job's procedure; the font must live as long.
-class KeptCharacter {
- public:
-  KeptCharacter(Interpreter& interpreter, const TextCharacter& character)
-      : kept_(interpreter.memory(), character.font) {}
-
- private:
-  Rooted kept_;
-};
+// What is shown without a font.
+const FaceGlyph kNoGlyph{};
 
 // Frame: this operator alone. What stands above it is a turn of kshow or cshow; `exit` takes both away.
 void endTurn(Interpreter& interpreter) {
@@ -58,7 +51,7 @@ bool Shower::takeTurn(const Object& procedure) {
 }
 
 Shower::Shower(Interpreter& interpreter, const ShowSettings& settings)
-    : interpreter_(interpreter), graphics_(graphicsOf(interpreter)), settings_(settings) {}
+    : interpreter_(interpreter), graphics_(graphicsOf(interpreter)), settings_(settings), ink_(graphics_) {}
 
 Point Shower::advanceOf(const TextCharacter& character, const FaceGlyph& glyph) const {
   const Point distance =
@@ -74,48 +67,40 @@ Point Shower::advanceWith(const TextCharacter& character, const FaceGlyph& glyph
   return advance;
 }
 
-// Paints the glyph at the current point, or adds it to the path there.
-void Shower::place(const TextCharacter& character, FaceGlyph& glyph) {
-  if (settings_.target == ShowSettings::Target::kWidth || !character.face) return;
+// Paints the glyph, or adds it to the path.
+void Shower::place(const TextCharacter& character, FaceGlyph& glyph, Point start) {
   GraphicsState& state = graphics_.state();
   Point shift = glyph.shift;
   if (character.isVertical) shift = shift - glyph.vertical.origin;
   Matrix toDevice = character.matrix * state.ctm;
   const Point base = state.ctm.applyToDistance(character.matrix.apply(shift));
-  const Point origin = graphics_.currentPoint() + base;
+  const Point origin = start + base;
   toDevice.tx = origin.x;
   toDevice.ty = origin.y;
   const GlyphPlace where{character.font, character.key, toDevice};
   if (settings_.target == ShowSettings::Target::kPage) {
-    character.face->paint(glyph, where);
+    character.face->paint(glyph, where, ink_);
   } else {
     character.face->appendOutline(glyph, where, state.path);
   }
 }
 
-void Shower::moveBy(Point user) {
-  if (settings_.target == ShowSettings::Target::kWidth) return;
-  graphics_.moveTo(graphics_.currentPoint() + graphics_.state().ctm.applyToDistance(user));
+Point Shower::showNext(const TextCharacter& character) {
+  FaceGlyph* const glyph = character.face ? &character.face->glyph(character.font, character.key) : nullptr;
+  const Point advance = advanceWith(character, glyph != nullptr ? *glyph : kNoGlyph);
+  if (settings_.target == ShowSettings::Target::kWidth) return advance;
+  // Adding an outline ends with a current point of its own.
+  const Point start = graphics_.currentPoint();
+  if (glyph != nullptr) place(character, *glyph, start);
+  graphics_.moveTo(start + graphics_.state().ctm.applyToDistance(advance));
+  return advance;
 }
 
-Point Shower::show(std::string_view bytes) {
-  const Rooted font(interpreter_.memory(), graphics_.state().font);
-  TextCursor cursor(interpreter_, font.value, bytes);
-  TextCharacter character;
-  FaceGlyph nothing;
+Point Shower::show(TextCursor& cursor) {
   Point total;
   const std::size_t shownBefore = count_;
-  while (cursor.next(character)) {
-    FaceGlyph& glyph = character.face ? character.face->glyph(character.font, character.key) : nothing;
-    // Adding an outline ends with a current point of its own.
-    const std::optional<Point> start = graphics_.state().path.currentPoint();
-    place(character, glyph);
-    const Point advance = advanceWith(character, glyph);
-    total = total + advance;
-    if (settings_.target == ShowSettings::Target::kWidth) continue;
-    graphics_.moveTo(*start + graphics_.state().ctm.applyToDistance(advance));
-  }
-  noteDirection(character, count_ - shownBefore);
+  while (const TextCharacter* const character = cursor.next()) total = total + showNext(*character);
+  noteDirection(cursor.character(), count_ - shownBefore);
   return total;
 }
 
@@ -127,10 +112,9 @@ void Shower::noteDirection(const TextCharacter& character, std::size_t character
 }
 
 void Shower::showGlyph(const TextCharacter& character) {
-  const KeptCharacter kept(interpreter_, character);
-  FaceGlyph& glyph = character.face->glyph(character.font, character.key);
-  place(character, glyph);
-  moveBy(advanceWith(character, glyph));
+  // What a face says of a glyph may run a job's procedure; the font must live as long.
+  const Rooted font(interpreter_.memory(), character.font);
+  showNext(character);
   noteDirection(character, 1);
 }
 
@@ -143,21 +127,19 @@ void Shower::showWithProcedure(std::string_view bytes) {
       interpreter_.operands().push(Object::integer(static_cast<unsigned char>(string[place])));
       if (!takeTurn(procedure.value)) return;
     }
-    show(std::string_view(string).substr(place, 1));
+    TextCursor cursor(interpreter_, graphics_.state().font, string.substr(place, 1));
+    show(cursor);
   }
 }
 
-void Shower::callWithWidths(std::string_view bytes) {
+void Shower::callWithWidths(TextCursor& cursor) {
   const Rooted procedure(interpreter_.memory(), settings_.procedure);
   const Rooted root(interpreter_.memory(), graphics_.state().font);
-  TextCursor cursor(interpreter_, root.value, bytes);
-  TextCharacter character;
-  FaceGlyph nothing;
   const bool isComposite =
       !root.value.isNull() && FontEntries(interpreter_, root.value).integer("FontType", -1) == 0;
-  while (cursor.next(character)) {
-    const KeptCharacter kept(interpreter_, character);
-    const FaceGlyph& glyph = character.face ? character.face->glyph(character.font, character.key) : nothing;
+  while (cursor.next() != nullptr) {
+    const TextCharacter& character = cursor.character();
+    const FaceGlyph& glyph = character.face ? character.face->glyph(character.font, character.key) : kNoGlyph;
     const Point advance = advanceOf(character, glyph);
     GraphicsState& state = graphics_.state();
     if (character.face) {

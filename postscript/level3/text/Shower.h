@@ -34,27 +34,29 @@ class Shower {
   // What the functions below need on the execution stack.
   static void addOperators(Interpreter& interpreter);
 
-  // The distance, in user space, that the string has moved the current point by.
-  Point show(std::string_view bytes);
+  // The distance, in user space, that the characters have moved the current point by.
+  Point show(TextCursor& cursor);
   void showGlyph(const TextCharacter& character);
 
   // kshow: the procedure between characters, which may change the font. cshow: the procedure alone. `exit` in
   // the procedure ends them.
   void showWithProcedure(std::string_view bytes);
-  void callWithWidths(std::string_view bytes);
+  void callWithWidths(TextCursor& cursor);
 
  private:
   bool takeTurn(const Object& procedure);
   Point advanceOf(const TextCharacter& character, const FaceGlyph& glyph) const;
   Point advanceWith(const TextCharacter& character, const FaceGlyph& glyph);
-  void place(const TextCharacter& character, FaceGlyph& glyph);
-  void moveBy(Point user);
+  void place(const TextCharacter& character, FaceGlyph& glyph, Point start);
+  // Shows one character at the current point and moves that on.
+  Point showNext(const TextCharacter& character);
   // Which way characters like this one have been shown.
   void noteDirection(const TextCharacter& character, std::size_t characters);
 
   Interpreter& interpreter_;
   Graphics& graphics_;
   const ShowSettings& settings_;
+  Ink ink_;
   std::size_t count_ = 0;
 };
 

@@ -35,16 +35,23 @@ GlyphKey namedGlyph(Interpreter& interpreter, const Object& font, Name* name) {
   return {name, notdefCode};
 }
 
-TextCursor::TextCursor(Interpreter& interpreter, const Object& font, std::string_view bytes)
-    : interpreter_(interpreter), font_(font), bytes_(bytes) {
+TextCursor::TextCursor(Interpreter& interpreter, const Object& font, std::string bytes)
+    : interpreter_(interpreter), font_(font), bytes_(std::move(bytes)), scope_(interpreter.memory(), *this) {
+  character_.font = font;
   if (font.isNull()) return;
   if (!font.isDictionary()) raise(ErrorName::kInvalidFont);
   Fonts& fonts = fontsOf(interpreter);
   isComposite_ = fonts.isComposite(font);
-  matrix_ = fonts.matrixOf(font);
+  character_.matrix = fonts.matrixOf(font);
   if (isComposite_) return;
-  face_ = fonts.faceOf(font);
+  character_.face = fonts.faceOf(font);
   encoding_ = fonts.encodingOf(font);
+}
+
+void TextCursor::trace(Tracer& tracer) const {
+  tracer.visit(font_);
+  tracer.visit(encoding_);
+  tracer.visit(character_.font);
 }
 
 std::uint32_t TextCursor::takeByte() {
@@ -52,24 +59,23 @@ std::uint32_t TextCursor::takeByte() {
   return static_cast<unsigned char>(bytes_[position_++]);
 }
 
-bool TextCursor::next(TextCharacter& character) {
-  if (!hasByte()) return false;
-  if (isComposite_) return descend(font_, Matrix(), 0, character);
-  return nextSimple(character);
+const TextCharacter* TextCursor::next() {
+  if (!hasByte()) return nullptr;
+  if (isComposite_) return descend(font_, Matrix(), 0) ? &character_ : nullptr;
+  nextSimple();
+  return &character_;
 }
 
-bool TextCursor::nextSimple(TextCharacter& character) {
-  character.font = font_;
-  if (character.face != face_) character.face = face_;  // counting it for every character takes time
-  character.matrix = matrix_;
-  character.code = takeByte();
-  character.key = {nullptr, character.code};
-  if (encoding_.isArray() && character.code < encoding_.length()) {
-    const Object& name = encoding_.elements()[character.code];
-    if (name.isName()) character.key.name = name.asName();
+void TextCursor::nextSimple() {
+  const std::uint32_t code = takeByte();
+  Name* name = nullptr;
+  if (encoding_.isArray() && code < encoding_.length()) {
+    const Object& entry = encoding_.elements()[code];
+    if (entry.isName()) name = entry.asName();
   }
-  if (character.key.name == nullptr) character.key.name = interpreter_.memory().name(".notdef");
-  return true;
+  if (name == nullptr) name = interpreter_.memory().name(".notdef");
+  character_.code = code;
+  character_.key = {name, code};
 }
 
 // FDepVector's font for a font number, by way of Encoding.
@@ -89,25 +95,23 @@ Object TextCursor::descendant(const Object& composite, std::uint32_t number) con
   return fonts.elements()[index];
 }
 
-void TextCursor::select(const Object& font, const Matrix& outer, std::uint32_t code,
-                        TextCharacter& character) {
+void TextCursor::select(const Object& font, const Matrix& outer, std::uint32_t code) {
   const FontEntries entries(interpreter_, font);
-  character.font = font;
-  character.face = fontsOf(interpreter_).faceOf(font);
-  character.matrix = entries.requireMatrix("FontMatrix") * outer;
+  character_.font = font;
+  character_.face = fontsOf(interpreter_).faceOf(font);
+  character_.matrix = entries.requireMatrix("FontMatrix") * outer;
   const bool isCid = entries.find("CIDFontType") != nullptr;
-  character.key = {isCid ? nullptr : encodedName(interpreter_, font, code), code};
-  if (!isCid && character.key.name == nullptr) character.key.name = interpreter_.memory().name(".notdef");
+  character_.key = {isCid ? nullptr : encodedName(interpreter_, font, code), code};
+  if (!isCid && character_.key.name == nullptr) character_.key.name = interpreter_.memory().name(".notdef");
 }
 
-bool TextCursor::descend(const Object& composite, const Matrix& matrix, std::size_t depth,
-                         TextCharacter& character) {
+bool TextCursor::descend(const Object& composite, const Matrix& matrix, std::size_t depth) {
   if (depth >= kMaxDepth) raise(ErrorName::kInvalidFont);
   const FontEntries entries(interpreter_, composite);
   const Matrix own = entries.requireMatrix("FontMatrix") * matrix;
-  if (depth == 0) character.isVertical = entries.integer("WMode", 0) == 1;
+  if (depth == 0) character_.isVertical = entries.integer("WMode", 0) == 1;
   const std::int64_t mapping = entries.integer("FMapType", 0);
-  if (mapping == 9) return descendByCMap(composite, own, depth, character);
+  if (mapping == 9) return descendByCMap(composite, own, depth);
   std::uint32_t number = 0;
   std::uint32_t code = 0;
   bool hasCode = false;
@@ -181,16 +185,15 @@ bool TextCursor::descend(const Object& composite, const Matrix& matrix, std::siz
   if (FontEntries(interpreter_, font).integer("FontType", -1) == 0) {
     // What has been read as the character belongs to the font within.
     if (hasCode) bytes_[--position_] = static_cast<char>(code);
-    return descend(font, own, depth + 1, character);
+    return descend(font, own, depth + 1);
   }
   if (!hasCode) code = takeByte();
-  character.code = mapping == 2 ? number << 8 | code : code;
-  select(font, own, code, character);
+  character_.code = mapping == 2 ? number << 8 | code : code;
+  select(font, own, code);
   return true;
 }
 
-bool TextCursor::descendByCMap(const Object& composite, const Matrix& matrix, std::size_t depth,
-                               TextCharacter& character) {
+bool TextCursor::descendByCMap(const Object& composite, const Matrix& matrix, std::size_t depth) {
   const FontEntries entries(interpreter_, composite);
   const CMap& map = cmapOf(interpreter_, entries.dictionary("CMap"));
   const CMap::Found found = map.find(std::string_view(bytes_).substr(position_));
@@ -204,11 +207,11 @@ bool TextCursor::descendByCMap(const Object& composite, const Matrix& matrix, st
     code += static_cast<char>(found.value & 0xff);
     position_ -= 1;
     bytes_[position_] = code[0];
-    return descend(font, matrix, depth + 1, character);
+    return descend(font, matrix, depth + 1);
   }
-  character.code = found.code;
-  select(font, matrix, found.value, character);
-  if (found.target == CMap::Target::kName && character.key.name != nullptr) character.key.name = found.name;
+  character_.code = found.code;
+  select(font, matrix, found.value);
+  if (found.target == CMap::Target::kName && character_.key.name != nullptr) character_.key.name = found.name;
   return true;
 }
 

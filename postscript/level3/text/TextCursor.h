@@ -23,14 +23,20 @@ struct TextCharacter {
 };
 
 // Walks over a string as a font reads it: byte by byte, or as the mapping of a composite font says.
-class TextCursor {
+//
+// Procedures of the job may run between characters, and may change or lose what the font's dictionaries had
+// when the walk began: what it needs of them is kept.
+class TextCursor final : public Roots {
  public:
-  // Throws invalidfont. The bytes are copied, since procedures of the job may run meanwhile.
-  TextCursor(Interpreter& interpreter, const Object& font, std::string_view bytes);
+  // Throws invalidfont.
+  TextCursor(Interpreter& interpreter, const Object& font, std::string bytes);
 
-  // False at the end. Throws rangecheck where a composite font cannot read on.
-  bool next(TextCharacter& character);
-  std::size_t position() const { return position_; }
+  // Null at the end. Throws rangecheck where a composite font cannot read on.
+  const TextCharacter* next();
+  // The one that next() has given last.
+  const TextCharacter& character() const { return character_; }
+
+  void trace(Tracer& tracer) const override;
 
  private:
   // A composite font on the way to the base font.
@@ -39,12 +45,11 @@ class TextCursor {
     std::uint32_t font = 0;
   };
 
-  bool nextSimple(TextCharacter& character);
-  bool descend(const Object& composite, const Matrix& matrix, std::size_t depth, TextCharacter& character);
-  bool descendByCMap(const Object& composite, const Matrix& matrix, std::size_t depth,
-                     TextCharacter& character);
+  void nextSimple();
+  bool descend(const Object& composite, const Matrix& matrix, std::size_t depth);
+  bool descendByCMap(const Object& composite, const Matrix& matrix, std::size_t depth);
   Object descendant(const Object& composite, std::uint32_t number) const;
-  void select(const Object& font, const Matrix& outer, std::uint32_t code, TextCharacter& character);
+  void select(const Object& font, const Matrix& outer, std::uint32_t code);
   bool hasByte() const { return position_ < bytes_.size(); }
   std::uint32_t takeByte();
 
@@ -53,10 +58,11 @@ class TextCursor {
   std::string bytes_;
   std::size_t position_ = 0;
   bool isComposite_ = false;
-  Matrix matrix_;
-  std::shared_ptr<Face> face_;
   Object encoding_;
+  // In a base font, only its code and glyph change.
+  TextCharacter character_;
   std::array<Selection, kMaxDepth> selections_;
+  RootsScope scope_;
 };
 
 // The name that a base font's Encoding has for a code; null without one.

@@ -86,8 +86,9 @@ void Type3Face::runProcedure(const Object& font, const GlyphKey& key) {
 }
 
 FaceGlyph& Type3Face::glyph(const Object& font, const GlyphKey& key) {
+  if (Drawn* const recent = recent_.find(key); recent != nullptr && recent->isMask) return recent->glyph;
   const auto [place, isNew] = glyphs_.try_emplace(identityOf(key));
-  Drawn& drawn = place->second;
+  Drawn& drawn = recent_.remember(key, place->second);
   if (isNew && key.name != nullptr) fonts_.interpreter().memory().name(key.name->text());
   if (isNew || !drawn.isMask) draw(font, key, drawn);
   return drawn.glyph;
@@ -130,19 +131,17 @@ void Type3Face::draw(const Object& font, const GlyphKey& key, Drawn& drawn) {
   glyph.slot = program_->use(file, description, captured.used);
 }
 
-void Type3Face::paint(FaceGlyph& glyph, const GlyphPlace& place) {
-  Graphics& graphics = fonts_.graphics();
-  if (!glyph.isShown || graphics.state().device->canvas->content() == nullptr) return;
-  const std::optional<Paint> paint = graphics.patterns().visiblePaint(*graphics.state().colour);
-  ContentWriter* const content = graphics.content();
-  if (!paint || content == nullptr) return;
+void Type3Face::paint(FaceGlyph& glyph, const GlyphPlace& place, Ink& ink) {
+  if (!glyph.isShown) return;
+  ContentWriter* const content = ink.content();
+  if (content == nullptr) return;
   TextGlyph text;
   text.font = glyph.slot.font;
   text.code = glyph.slot.code;
   text.width = glyph.width;
   text.toDevice = inverse_ * place.toDevice;
-  const GraphicsState& state = graphics.state();
-  content->showGlyph(text, transformed(glyph.bounds, place.toDevice), *paint, state.clip, state.rare);
+  const GraphicsState& state = fonts_.graphics().state();
+  content->showGlyph(text, transformed(glyph.bounds, place.toDevice), ink.paint(), state.clip, state.rare);
 }
 
 // What the procedure fills and strokes; masks and images have no outline.

@@ -2,7 +2,7 @@
 
 #include <unordered_map>
 
-#include "postscript/level3/text/Face.h"
+#include "postscript/level3/text/RecentGlyphs.h"
 
 namespace quillpress::level3 {
 
@@ -18,7 +18,7 @@ class Type3Face final : public Face {
   Type3Face(Fonts& fonts, const Object& font);
 
   FaceGlyph& glyph(const Object& font, const GlyphKey& key) override;
-  void paint(FaceGlyph& glyph, const GlyphPlace& place) override;
+  void paint(FaceGlyph& glyph, const GlyphPlace& place, Ink& ink) override;
   void appendOutline(FaceGlyph& glyph, const GlyphPlace& place, Path& path) override;
 
  private:
@@ -43,6 +43,7 @@ class Type3Face final : public Face {
   Matrix inverse_;
   bool hasGlyphProcedure_;
   std::unordered_map<Key, Drawn, KeyHash> glyphs_;
+  RecentGlyphs<Drawn> recent_;
 };
 
 }  // namespace quillpress::level3

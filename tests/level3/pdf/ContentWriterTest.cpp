@@ -26,6 +26,16 @@ class ContentWriterTest : public ::testing::Test {
   void stroke(const Path& path, const LineStyle& style = {}, const Matrix& matrix = {}) {
     content_.stroke(path, style, matrix, Paint::gray(0), nullptr, {});
   }
+  // A glyph half its size wide, whose ink fills a square on the baseline.
+  void show(char code, Point at, double size = 10, const Paint& paint = Paint::gray(0),
+            const ClipPointer& clip = nullptr, const RareParameters& rare = {}) {
+    TextGlyph glyph;
+    glyph.font = 7;
+    glyph.code = static_cast<unsigned char>(code);
+    glyph.width = 0.5;
+    glyph.toDevice = {size, 0, 0, size, at.x, at.y};
+    content_.showGlyph(glyph, {at.x, at.y, at.x + size / 2, at.y + size / 2}, paint, clip, rare);
+  }
   std::string finished() {
     content_.finish();
     return content_.text();
@@ -188,6 +198,81 @@ TEST_F(ContentWriterTest, FormsSetAllThatTheyUse) {
   form.fill(rectangle({0, 0, 1, 1}), FillRule::kNonzero, Paint::gray(0), nullptr, {});
   form.finish();
   EXPECT_NE(form.text().find("0 g\n"), std::string::npos);
+}
+
+TEST_F(ContentWriterTest, GlyphsThatFollowEachOtherAreOneString) {
+  show('a', {10, 20});
+  show('b', {15, 20});
+  show('c', {20, 20});
+  EXPECT_EQ(finished(), "BT\n/F7 10 Tf\n10 20 Td\n(abc)Tj\nET\n");
+}
+
+TEST_F(ContentWriterTest, SpacingBetweenGlyphsIsInThousandthsOfTheSize) {
+  show('a', {10, 20});
+  show('b', {16, 20});
+  show('c', {19, 20});
+  EXPECT_EQ(finished(), "BT\n/F7 10 Tf\n10 20 Td\n[(a)-100(b)200(c)]TJ\nET\n");
+}
+
+TEST_F(ContentWriterTest, AnotherSizeAndAnotherLineAreWrittenBetweenGlyphs) {
+  show('a', {10, 20});
+  show('b', {15, 20}, 12);
+  show('c', {10, 8}, 12);
+  EXPECT_EQ(finished(), "BT\n/F7 10 Tf\n10 20 Td\n(a)Tj\n/F7 12 Tf\n(b)Tj\n0 -12 Td\n(c)Tj\nET\n");
+}
+
+TEST_F(ContentWriterTest, AnotherColourEndsTheText) {
+  show('a', {10, 20});
+  show('b', {15, 20}, 10, Paint::gray(0.5));
+  show('c', {20, 20}, 10, Paint::gray(0.5));
+  EXPECT_EQ(finished(), "BT\n/F7 10 Tf\n10 20 Td\n(a)Tj\nET\n.5 g\nBT\n15 20 Td\n(bc)Tj\nET\n");
+}
+
+TEST_F(ContentWriterTest, GlyphsOutsideTheAreaAreLeftOut) {
+  show('a', {980, 20}, 20);
+  show('b', {1200, 20}, 20);
+  show('c', {985, 50}, 20);
+  EXPECT_EQ(finished(), "BT\n/F7 20 Tf\n980 20 Td\n(a)Tj\n5 30 Td\n(c)Tj\nET\n");
+}
+
+TEST_F(ContentWriterTest, GlyphsWithinTheirClipNeedNoneUntilOneReachesBeyondIt) {
+  const ClipPointer clip = clipTo({0, 0, 100, 100});
+  show('a', {85, 20}, 10, Paint::gray(0), clip);
+  show('b', {90, 20}, 10, Paint::gray(0), clip);
+  show('c', {95, 20}, 12, Paint::gray(0), clip);
+  show('d', {110, 20}, 12, Paint::gray(0), clip);
+  show('e', {10, 20}, 12, Paint::gray(0), clip);
+  EXPECT_EQ(finished(),
+            "BT\n/F7 10 Tf\n85 20 Td\n(ab)Tj\nET\nq\n0 0 100 100 re\nW n\n"
+            "BT\n/F7 12 Tf\n95 20 Td\n[(c)7583(e)]TJ\nET\nQ\n");
+}
+
+TEST_F(ContentWriterTest, AnotherClipHoldsFromItsFirstGlyphOn) {
+  show('a', {10, 20});
+  show('b', {15, 20}, 10, Paint::gray(0), clipTo({0, 0, 18, 100}));
+  show('c', {20, 20});
+  EXPECT_EQ(finished(),
+            "BT\n/F7 10 Tf\n10 20 Td\n(a)Tj\nET\nq\n0 0 18 100 re\nW n\nBT\n15 20 Td\n(b)Tj\nET\nQ\n"
+            "BT\n20 20 Td\n(c)Tj\nET\n");
+}
+
+TEST_F(ContentWriterTest, OverprintBetweenGlyphsIsSet) {
+  RareParameters overprint;
+  overprint.overprint = true;
+  show('a', {10, 20});
+  show('b', {15, 20}, 10, Paint::gray(0), nullptr, overprint);
+  EXPECT_NE(finished().find("(a)Tj\nET\n/G1 gs\nBT\n15 20 Td\n(b)Tj\nET\n"), std::string::npos)
+      << content_.text();
+}
+
+TEST_F(ContentWriterTest, TheNextPageKnowsNothingOfTheTextBefore) {
+  const ClipPointer clip = clipTo({0, 0, 100, 100});
+  show('a', {10, 20}, 10, Paint::gray(0), clip);
+  content_.finish();
+  content_.reset({Matrix(), {0, 0, 50, 50}, true});
+  show('b', {10, 20}, 10, Paint::gray(0), clip);
+  show('c', {60, 20}, 10, Paint::gray(0), clip);
+  EXPECT_EQ(finished(), "BT\n/F7 10 Tf\n10 20 Td\n(b)Tj\nET\n");
 }
 
 TEST_F(ContentWriterTest, LongContentIsSpilledInPieces) {

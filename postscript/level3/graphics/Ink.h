@@ -1,0 +1,36 @@
+#pragma once
+
+#include <optional>
+
+#include "postscript/level3/graphics/Graphics.h"
+
+namespace quillpress::level3 {
+
+// The current colour and where it goes, for glyphs that are painted one after the other: looked up for the
+// first of them, and again only when the graphics state says otherwise.
+class Ink {
+ public:
+  explicit Ink(Graphics& graphics) : graphics_(graphics) {}
+
+  // Null when what is painted cannot be seen. May run a pattern's procedure.
+  ContentWriter* content() {
+    const GraphicsState& state = graphics_.state();
+    if (state.colour != colour_ || state.device->canvas->content() != target_) lookUp();
+    return content_;
+  }
+  // REQUIRES: content() was not null
+  const Paint& paint() const { return *paint_; }
+
+ private:
+  void lookUp();
+
+  Graphics& graphics_;
+  // What the rest was looked up for.
+  ColourPointer colour_;
+  ContentWriter* target_ = nullptr;
+  ContentWriter* content_ = nullptr;
+  const Paint* paint_ = nullptr;
+  std::optional<Paint> pattern_;
+};
+
+}  // namespace quillpress::level3

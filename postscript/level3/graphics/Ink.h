@@ -18,8 +18,12 @@ class Ink {
     if (state.colour != colour_ || state.device->canvas->content() != target_) lookUp();
     return content_;
   }
-  // REQUIRES: content() was not null
-  const Paint& paint() const { return *paint_; }
+  // Whether anything within a box could be seen. REQUIRES: content() was not null, for both.
+  bool canBeSeen(const Box& bounds) const { return content_->isVisible(bounds, graphics_.state().clip); }
+  void show(const TextGlyph& glyph, const Box& bounds, double lineWidth = 0) {
+    const GraphicsState& state = graphics_.state();
+    content_->showGlyph(glyph, bounds, *paint_, state.clip, state.rare, lineWidth);
+  }
 
  private:
   void lookUp();

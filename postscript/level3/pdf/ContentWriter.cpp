@@ -386,7 +386,6 @@ void ContentWriter::showGlyph(const TextGlyph& glyph, const Box& bounds, const P
     textWriter_.show(text_, resources_, state().text, space_, glyph);
     return;
   }
-  if (!isVisible(bounds, clip)) return;
   enterLevel(bounds, clip, std::nullopt);
   useRare(rare);
   if (glyph.mode == TextMode::kStroke) {

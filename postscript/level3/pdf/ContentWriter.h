@@ -69,8 +69,10 @@ class ContentWriter {
   // An image mask: the paint comes through where it has ones.
   void drawMask(ObjectNumber object, const Matrix& toDevice, const Paint& paint, const ClipPointer& clip,
                 const RareParameters& rare);
-  // A glyph as text. `bounds` may be larger than what it paints, and `lineWidth`, in device space, is for
-  // outlined ones.
+  // Whether painting within a box can be seen.
+  bool isVisible(const Box& bounds, const ClipPointer& clip) const;
+  // A glyph as text, even when it cannot be seen. `bounds` may be larger than what it paints, and `lineWidth`,
+  // in device space, is for outlined ones.
   void showGlyph(const TextGlyph& glyph, const Box& bounds, const Paint& paint, const ClipPointer& clip,
                  const RareParameters& rare, double lineWidth = 0);
   void shade(ObjectNumber shading, const Matrix& toDevice, const Box& bounds, const ClipPointer& clip);
@@ -130,7 +132,6 @@ class ContentWriter {
 
   State initialState() const;
   State& state() { return levels_.back().state; }
-  bool isVisible(const Box& bounds, const ClipPointer& clip) const;
   bool needsClip(const Box& bounds, const ClipPointer& clip) const;
   std::size_t levelFor(const Clip* clip, bool isNeeded, const std::optional<Matrix>& pen) const;
   bool enterLevel(const Box& bounds, const ClipPointer& clip, const std::optional<Matrix>& pen);

@@ -40,6 +40,8 @@ struct GlyphPlace {
   GlyphKey key;
   // Character space to device space, with the origin that the glyph's outline has.
   Matrix toDevice;
+  // Around it, in device space, for painting.
+  Box bounds;
 };
 
 // A font as the job defined it, whatever instances are made of it: the glyphs that have been shown, and how
@@ -53,6 +55,9 @@ class Face {
 
   // The glyph, read when it is first asked for. May run procedures of the job. The reference stays valid.
   virtual FaceGlyph& glyph(const Object& font, const GlyphKey& key) = 0;
+  // Around what it may paint there, in device space; an empty box when it shows nothing.
+  virtual Box boundsOf(const FaceGlyph& glyph, const Matrix& toDevice) const = 0;
+  // REQUIRES: ink.content() was not null
   virtual void paint(FaceGlyph& glyph, const GlyphPlace& place, Ink& ink) = 0;
   // Adds its outline to a path in device space.
   virtual void appendOutline(FaceGlyph& glyph, const GlyphPlace& place, Path& path) = 0;

@@ -20,13 +20,6 @@ const Object* metricsEntry(const Object& metrics, const GlyphKey& key) {
   return metrics.asDictionary()->find(Object::integer(key.code));
 }
 
-// What of the clip must be open for a glyph; more than the glyph where its outline is empty.
-Box deviceBounds(const FaceGlyph& glyph, const Matrix& toDevice) {
-  Box bounds = glyph.bounds;
-  bounds.include(Point{0, 0});
-  return transformed(bounds, toDevice);
-}
-
 }  // namespace
 
 OutlineFace::OutlineFace(Fonts& fonts, const Object& font, std::shared_ptr<OutlineProgram> program)
@@ -131,17 +124,19 @@ std::u32string OutlineFace::meaningOf(const Object& font, const GlyphKey& key, G
   return text;
 }
 
+// More than the glyph where its outline is empty: a blank that can be seen is part of the text.
+Box OutlineFace::boundsOf(const FaceGlyph& glyph, const Matrix& toDevice) const {
+  if (!glyph.isShown) return {};
+  Box bounds = glyph.bounds;
+  bounds.include(Point{0, 0});
+  return transformed(bounds, toDevice);
+}
+
 void OutlineFace::paint(FaceGlyph& glyph, const GlyphPlace& place, Ink& ink) {
-  if (!glyph.isShown) return;
-  Graphics& graphics = fonts_.graphics();
-  ContentWriter* const content = ink.content();
-  if (content == nullptr) return;
-  const Box bounds = deviceBounds(glyph, place.toDevice);
-  if (!bounds.touches(content->area())) return;
   if (glyph.slot.font == 0) {
     const std::u32string text =
         glyph.isStandIn ? std::u32string() : meaningOf(place.font, place.key, glyph.index);
-    glyph.slot = program_->use(graphics.document().file(), glyph.index, place.key.code, text);
+    glyph.slot = program_->use(fonts_.graphics().document().file(), glyph.index, place.key.code, text);
   }
   TextGlyph text;
   text.font = glyph.slot.font;
@@ -150,10 +145,8 @@ void OutlineFace::paint(FaceGlyph& glyph, const GlyphPlace& place, Ink& ink) {
   text.width = glyph.width;
   const double unit = program_->unit();
   text.toDevice = Matrix::scaling(1 / unit, 1 / unit) * place.toDevice;
-  const GraphicsState& state = graphics.state();
   if (strokeWidth_ >= 0) text.mode = TextMode::kStroke;
-  const double lineWidth = strokeWidth_ >= 0 ? strokeWidth_ * place.toDevice.meanScale() : 0;
-  content->showGlyph(text, bounds, ink.paint(), state.clip, state.rare, lineWidth);
+  ink.show(text, place.bounds, strokeWidth_ >= 0 ? strokeWidth_ * place.toDevice.meanScale() : 0);
 }
 
 void OutlineFace::appendOutline(FaceGlyph& glyph, const GlyphPlace& place, Path& path) {

@@ -14,6 +14,7 @@ class OutlineFace : public Face {
   OutlineFace(Fonts& fonts, const Object& font, std::shared_ptr<OutlineProgram> program);
 
   FaceGlyph& glyph(const Object& font, const GlyphKey& key) final;
+  Box boundsOf(const FaceGlyph& glyph, const Matrix& toDevice) const final;
   void paint(FaceGlyph& glyph, const GlyphPlace& place, Ink& ink) final;
   void appendOutline(FaceGlyph& glyph, const GlyphPlace& place, Path& path) final;
   void trace(Tracer& tracer) const final;

@@ -51,7 +51,15 @@ bool Shower::takeTurn(const Object& procedure) {
 }
 
 Shower::Shower(Interpreter& interpreter, const ShowSettings& settings)
-    : interpreter_(interpreter), graphics_(graphicsOf(interpreter)), settings_(settings), ink_(graphics_) {}
+    : interpreter_(interpreter),
+      graphics_(graphicsOf(interpreter)),
+      settings_(settings),
+      ink_(graphics_),
+      scope_(interpreter.memory(), *this) {}
+
+void Shower::trace(Tracer& tracer) const {
+  for (const Held& held : held_) tracer.visit(held.character.font);
+}
 
 Point Shower::advanceOf(const TextCharacter& character, const FaceGlyph& glyph) const {
   const Point distance =
@@ -72,17 +80,33 @@ void Shower::place(const TextCharacter& character, FaceGlyph& glyph, Point start
   GraphicsState& state = graphics_.state();
   Point shift = glyph.shift;
   if (character.isVertical) shift = shift - glyph.vertical.origin;
-  Matrix toDevice = character.matrix * state.ctm;
-  const Point base = state.ctm.applyToDistance(character.matrix.apply(shift));
-  const Point origin = start + base;
-  toDevice.tx = origin.x;
-  toDevice.ty = origin.y;
-  const GlyphPlace where{character.font, character.key, toDevice};
-  if (settings_.target == ShowSettings::Target::kPage) {
-    character.face->paint(glyph, where, ink_);
-  } else {
-    character.face->appendOutline(glyph, where, state.path);
+  GlyphPlace place{character.font, character.key, character.matrix * state.ctm, {}};
+  const Point origin = start + state.ctm.applyToDistance(character.matrix.apply(shift));
+  place.toDevice.tx = origin.x;
+  place.toDevice.ty = origin.y;
+  if (settings_.target == ShowSettings::Target::kPath) {
+    character.face->appendOutline(glyph, place, state.path);
+  } else if (ink_.content() != nullptr) {
+    place.bounds = character.face->boundsOf(glyph, place.toDevice);
+    if (place.bounds.isEmpty()) return;
+    if (isSeen_ || isSeenFrom(place.bounds)) {
+      character.face->paint(glyph, place, ink_);
+    } else {
+      held_.push_back({character, &glyph, place.toDevice, place.bounds});
+    }
   }
+}
+
+// The first glyph that can be seen brings those before it with it.
+bool Shower::isSeenFrom(const Box& bounds) {
+  if (!ink_.canBeSeen(bounds)) return false;
+  isSeen_ = true;
+  for (const Held& held : held_) {
+    const TextCharacter& character = held.character;
+    character.face->paint(*held.glyph, {character.font, character.key, held.toDevice, held.bounds}, ink_);
+  }
+  held_.clear();
+  return true;
 }
 
 Point Shower::showNext(const TextCharacter& character) {
@@ -98,6 +122,8 @@ Point Shower::showNext(const TextCharacter& character) {
 
 Point Shower::show(TextCursor& cursor) {
   Point total;
+  isSeen_ = false;
+  held_.clear();
   const std::size_t shownBefore = count_;
   while (const TextCharacter* const character = cursor.next()) total = total + showNext(*character);
   noteDirection(cursor.character(), count_ - shownBefore);

@@ -26,8 +26,9 @@ struct ShowSettings {
   Object procedure;
 };
 
-// Shows characters one after the other: each at the current point, which it moves on.
-class Shower {
+// Shows characters one after the other: each at the current point, which it moves on. Of a string that can be
+// seen in part, what is clipped away is text, too.
+class Shower final : public Roots {
  public:
   Shower(Interpreter& interpreter, const ShowSettings& settings);
 
@@ -43,11 +44,22 @@ class Shower {
   void showWithProcedure(std::string_view bytes);
   void callWithWidths(TextCursor& cursor);
 
+  void trace(Tracer& tracer) const override;
+
  private:
+  // A glyph that cannot be seen, while none of its string has been.
+  struct Held {
+    TextCharacter character;
+    FaceGlyph* glyph;
+    Matrix toDevice;
+    Box bounds;
+  };
+
   bool takeTurn(const Object& procedure);
   Point advanceOf(const TextCharacter& character, const FaceGlyph& glyph) const;
   Point advanceWith(const TextCharacter& character, const FaceGlyph& glyph);
   void place(const TextCharacter& character, FaceGlyph& glyph, Point start);
+  bool isSeenFrom(const Box& bounds);
   // Shows one character at the current point and moves that on.
   Point showNext(const TextCharacter& character);
   // Which way characters like this one have been shown.
@@ -58,6 +70,9 @@ class Shower {
   const ShowSettings& settings_;
   Ink ink_;
   std::size_t count_ = 0;
+  std::vector<Held> held_;
+  bool isSeen_ = false;
+  RootsScope scope_;
 };
 
 }  // namespace quillpress::level3

@@ -131,17 +131,17 @@ void Type3Face::draw(const Object& font, const GlyphKey& key, Drawn& drawn) {
   glyph.slot = program_->use(file, description, captured.used);
 }
 
+Box Type3Face::boundsOf(const FaceGlyph& glyph, const Matrix& toDevice) const {
+  return glyph.isShown ? transformed(glyph.bounds, toDevice) : Box();
+}
+
 void Type3Face::paint(FaceGlyph& glyph, const GlyphPlace& place, Ink& ink) {
-  if (!glyph.isShown) return;
-  ContentWriter* const content = ink.content();
-  if (content == nullptr) return;
   TextGlyph text;
   text.font = glyph.slot.font;
   text.code = glyph.slot.code;
   text.width = glyph.width;
   text.toDevice = inverse_ * place.toDevice;
-  const GraphicsState& state = fonts_.graphics().state();
-  content->showGlyph(text, transformed(glyph.bounds, place.toDevice), ink.paint(), state.clip, state.rare);
+  ink.show(text, place.bounds);
 }
 
 // What the procedure fills and strokes; masks and images have no outline.

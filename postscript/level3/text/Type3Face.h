@@ -18,6 +18,7 @@ class Type3Face final : public Face {
   Type3Face(Fonts& fonts, const Object& font);
 
   FaceGlyph& glyph(const Object& font, const GlyphKey& key) override;
+  Box boundsOf(const FaceGlyph& glyph, const Matrix& toDevice) const override;
   void paint(FaceGlyph& glyph, const GlyphPlace& place, Ink& ink) override;
   void appendOutline(FaceGlyph& glyph, const GlyphPlace& place, Path& path) override;
 

@@ -28,8 +28,11 @@ Captured capture(Graphics& graphics, const CaptureSettings& settings, const std:
   Path box;
   box.appendRectangle(settings.box);
   const ClipPointer clip = Clip::within(nullptr, box.transformed(settings.spaceToDevice), FillRule::kNonzero);
-  ContentWriter content(graphics.document().file(),
-                        {inverseOf(settings.spaceToDevice), area, settings.beginsWithDefaults, clip});
+  ContentWriter::Settings contentSettings{inverseOf(settings.spaceToDevice), area,
+                                          settings.beginsWithDefaults, clip};
+  contentSettings.inlinesImages = settings.isGlyph;
+  if (settings.isGlyph) contentSettings.rare = graphics.state().rare;
+  ContentWriter content(graphics.document().file(), contentSettings);
   const GraphicsScope scope(graphics);
   const CanvasScope canvas(content);
   GraphicsState& state = graphics.state();

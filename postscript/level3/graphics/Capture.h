@@ -22,6 +22,8 @@ struct CaptureSettings {
   // Content begins with PDF's initial state, as a pattern's does.
   bool beginsWithDefaults = false;
   bool isUncoloured = false;
+  // A glyph's: small images stand in it, and the parameters in force are those of the text.
+  bool isGlyph = false;
 };
 Captured capture(Graphics& graphics, const CaptureSettings& settings, const std::function<void()>& paint);
 

@@ -40,7 +40,7 @@ Object permanentArray(Interpreter& interpreter, std::string_view text) {
 }  // namespace
 
 Graphics::Graphics(Interpreter& interpreter, PdfDocument& document)
-    : interpreter_(interpreter), document_(document), patterns_(*this) {
+    : interpreter_(interpreter), document_(document), patterns_(*this), strips_(document.file()) {
   state_.rendering = std::make_shared<RenderingParameters>();
   for (std::size_t kind = 0; kind < kDeviceNames.size(); ++kind) {
     deviceSpaces_[kind] = level3::deviceSpace(static_cast<ColourSpace::Kind>(kind),

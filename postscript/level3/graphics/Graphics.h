@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "postscript/level3/graphics/GraphicsState.h"
+#include "postscript/level3/graphics/ImageStrips.h"
 #include "postscript/level3/graphics/Patterns.h"
 #include "postscript/level3/graphics/Unkept.h"
 #include "postscript/level3/interpreter/Interpreter.h"
@@ -39,6 +40,7 @@ class Graphics final : public Interpreter::Extension {
   UnkeptCounter& unkept() { return unkept_; }
   Patterns& patterns() { return patterns_; }
   ImageSettings& images() { return images_; }
+  ImageStrips& strips() { return strips_; }
 
   GraphicsState& state() { return state_; }
   const GraphicsState& state() const { return state_; }
@@ -111,6 +113,7 @@ class Graphics final : public Interpreter::Extension {
   Patterns patterns_;
   UnkeptCounter unkept_;
   ImageSettings images_;
+  ImageStrips strips_;
   std::array<ColourSpacePointer, 3> deviceSpaces_;
   std::vector<KnownSpace> knownSpaces_;
 };

@@ -6,6 +6,7 @@
 #include "postscript/level3/graphics/ReducedImage.h"
 #include "postscript/level3/images/ImageObject.h"
 #include "postscript/level3/images/IndexedRows.h"
+#include "postscript/level3/images/InlineImage.h"
 #include "postscript/level3/images/InterleavedMask.h"
 #include "postscript/level3/images/PassedImage.h"
 
@@ -97,10 +98,80 @@ WrittenImage writeData(Graphics& graphics, const ImageDescription& description,
   auto* const fax = freshDecoder<CcittDecoder>(sources);
   if (fax != nullptr && canPassFax(description, fax->parameters())) return passFax(file, description, *fax);
   ImageRows rows(sources, description.layout);
-  const WrittenImage written = writeImage(
+  WrittenImage written = writeImage(
       file, description, [&] { return nextRow(graphics, rows); }, kMissingSample);
   if (rows.hasFailed()) raise(ErrorName::kIoError);
   return written;
+}
+
+// The bitmap of a glyph, which needs no object of its own.
+constexpr std::size_t kMostInlineBytes = 4096;
+
+WrittenImage writeInline(Graphics& graphics, ImageDescription description,
+                         const std::vector<SourcePointer>& sources) {
+  const ImageLayout layout = description.layout;
+  ImageRows rows(sources, layout);
+  std::string data;
+  int height = 0;
+  for (; height < layout.height; ++height) {
+    const Bytes row = nextRow(graphics, rows);
+    if (row.empty()) break;
+    data += textOf(row);
+  }
+  if (rows.hasFailed()) raise(ErrorName::kIoError);
+  if (height == 0) return {};
+  description.layout.height = height;
+  if (std::optional<std::string> image = inlineImage(description, data)) {
+    return {0, height, std::move(*image)};
+  }
+  Bytes rest = bytesOf(data);
+  const auto takeRow = [&] {
+    const Bytes row = rest.first(layout.rowBytes());
+    rest = rest.subspan(row.size());
+    return row;
+  };
+  return writeImage(graphics.document().file(), description, takeRow, kMissingSample);
+}
+
+bool isCoded(const std::vector<SourcePointer>& sources) {
+  return freshDecoder<DctDecoder>(sources) != nullptr || freshDecoder<CcittDecoder>(sources) != nullptr;
+}
+
+WrittenImage writeInlineOrAside(Graphics& graphics, const ImageDescription& description,
+                                const std::vector<SourcePointer>& sources, const Matrix& place) {
+  const bool isInline = !isCoded(sources) && graphics.state().device->canvas->content()->inlinesImages() &&
+                        canBeInline(description, kMostInlineBytes);
+  return isInline ? writeInline(graphics, description, sources)
+                  : writeData(graphics, description, sources, place);
+}
+
+// A row of a picture, or a line.
+bool isStrip(Graphics& graphics, const ImageDescription& description,
+             const std::vector<SourcePointer>& sources) {
+  const bool isReduced = graphics.images().quality != 0 || graphics.images().resolution != 0;
+  return description.layout.height == 1 && !isReduced && !isCoded(sources) &&
+         !graphics.state().device->canvas->content()->inlinesImages();
+}
+
+void paintStrip(Graphics& graphics, const ImageDescription& description,
+                const std::vector<SourcePointer>& sources, const ImageParameters& parameters) {
+  ImageRows rows(sources, description.layout);
+  const Bytes row = nextRow(graphics, rows);
+  if (rows.hasFailed()) raise(ErrorName::kIoError);
+  if (row.empty()) return;
+  ImageStrip strip;
+  if (description.isStencil) {
+    strip.paint = graphics.patterns().visiblePaint(*graphics.state().colour);
+    if (!strip.paint) return;
+  }
+  ContentWriter* const content = graphics.content();
+  if (content == nullptr) return;
+  const GraphicsState& state = graphics.state();
+  strip.description = description;
+  strip.place = placeOf(parameters, 1, state.ctm);
+  strip.clip = state.clip;
+  strip.rare = state.rare;
+  graphics.strips().add(*content, strip, row);
 }
 
 // Looked up here, because PDF cannot.
@@ -131,9 +202,13 @@ bool isEmpty(const ImageLayout& layout) {
 
 void draw(Graphics& graphics, const WrittenImage& image, const ImageParameters& parameters) {
   ContentWriter* const content = graphics.content();
-  if (image.number == 0 || content == nullptr) return;
+  if (image.height == 0 || content == nullptr) return;
   const GraphicsState& state = graphics.state();
   const Matrix place = placeOf(parameters, image.height, state.ctm);
+  if (!image.inlined.empty()) {
+    content->drawInline(image.inlined, place, nullptr, state.clip, state.rare);
+    return;
+  }
   content->draw(image.number, place, transformed(Box{0, 0, 1, 1}, place), state.clip, state.rare);
 }
 
@@ -210,26 +285,36 @@ void paintImage(Graphics& graphics, const ImageParameters& parameters, const Col
   if (!isShown(graphics, parameters)) return skipData(graphics, parameters);
   PdfFile& file = graphics.document().file();
   const std::vector<SourcePointer> sources = imageSources(graphics.interpreter(), parameters.sources);
-  const IndexedSpace* const indexed = tooLargeTable(parameters, space);
+  if (const IndexedSpace* const indexed = tooLargeTable(parameters, space)) {
+    draw(graphics, writeExpanded(graphics, parameters, *indexed, sources), parameters);
+    return;
+  }
+  const ImageDescription description = describe(parameters, *space, file);
+  if (isStrip(graphics, description, sources)) return paintStrip(graphics, description, sources, parameters);
   draw(graphics,
-       indexed != nullptr ? writeExpanded(graphics, parameters, *indexed, sources)
-                          : writeData(graphics, describe(parameters, *space, file), sources,
-                                      placeOf(parameters, parameters.layout.height, graphics.state().ctm)),
+       writeInlineOrAside(graphics, description, sources,
+                          placeOf(parameters, parameters.layout.height, graphics.state().ctm)),
        parameters);
 }
 
 void paintStencil(Graphics& graphics, const ImageParameters& parameters) {
   if (isEmpty(parameters.layout)) return;
   if (!isShown(graphics, parameters)) return skipData(graphics, parameters);
-  const WrittenImage image = writeData(graphics, describeStencil(parameters),
-                                       imageSources(graphics.interpreter(), parameters.sources), Matrix());
-  if (image.number == 0) return;
+  const ImageDescription description = describeStencil(parameters);
+  const std::vector<SourcePointer> sources = imageSources(graphics.interpreter(), parameters.sources);
+  if (isStrip(graphics, description, sources)) return paintStrip(graphics, description, sources, parameters);
+  const WrittenImage image = writeInlineOrAside(graphics, description, sources, Matrix());
+  if (image.height == 0) return;
   const std::optional<Paint> paint = graphics.patterns().visiblePaint(*graphics.state().colour);
   ContentWriter* const content = graphics.content();
   if (!paint || content == nullptr) return;
   const GraphicsState& state = graphics.state();
-  content->drawMask(image.number, placeOf(parameters, image.height, state.ctm), *paint, state.clip,
-                    state.rare);
+  const Matrix place = placeOf(parameters, image.height, state.ctm);
+  if (image.inlined.empty()) {
+    content->drawMask(image.number, place, *paint, state.clip, state.rare);
+  } else {
+    content->drawInline(image.inlined, place, &*paint, state.clip, state.rare);
+  }
 }
 
 void paintMaskedImage(Graphics& graphics, const ImageParameters& image, const ImageParameters& mask,

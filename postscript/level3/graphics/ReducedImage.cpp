@@ -79,7 +79,7 @@ WrittenImage writeJpegAnew(Graphics& graphics, const ImageDescription& descripti
   const std::vector<Byte> data = takeJpeg(decoder);
   ImageRows rows({std::make_shared<DctDecoder>(std::make_shared<MemorySource>(data), transform)},
                  description.layout);
-  const WrittenImage written = reduction.write(rows, quality, data.size());
+  WrittenImage written = reduction.write(rows, quality, data.size());
   if (written.number != 0) return written;
   DctDecoder again(std::make_shared<MemorySource>(data), transform);
   return passJpeg(graphics.document().file(), description, again);
@@ -96,7 +96,7 @@ std::optional<WrittenImage> writeReduced(Graphics& graphics, const ImageDescript
   if (jpeg != nullptr && canBeLossy(description))
     return writeJpegAnew(graphics, description, reduction, *jpeg, quality == 0 ? kUsualQuality : quality);
   ImageRows rows(sources, description.layout);
-  const WrittenImage written = reduction.write(rows, quality, std::numeric_limits<std::size_t>::max());
+  WrittenImage written = reduction.write(rows, quality, std::numeric_limits<std::size_t>::max());
   if (rows.hasFailed()) raise(ErrorName::kIoError);
   return written;
 }

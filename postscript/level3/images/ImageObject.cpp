@@ -48,11 +48,7 @@ std::string ImageDescription::entries(std::string_view filter) const {
   } else {
     text.entry("ColorSpace", colourSpace).integer("BitsPerComponent", layout.forPdf().bits);
   }
-  if (!decode.empty()) {
-    text.entry("Decode", arrayText(decode, [](std::string& to, double value) {
-                 appendNumber(to, value, kDecodeDecimals);
-               }));
-  }
+  if (!decode.empty()) text.entry("Decode", decodeText());
   if (interpolate) text.boolean("Interpolate", true);
   if (mask != 0) text.reference("Mask", mask);
   if (!colourKey.empty()) {
@@ -60,6 +56,10 @@ std::string ImageDescription::entries(std::string_view filter) const {
                                  [](std::string& to, unsigned value) { to += std::to_string(value); }));
   }
   return text.entries() + std::string(filter);
+}
+
+std::string ImageDescription::decodeText() const {
+  return arrayText(decode, [](std::string& to, double value) { appendNumber(to, value, kDecodeDecimals); });
 }
 
 void ImageObjectSink::take(Bytes bytes) {

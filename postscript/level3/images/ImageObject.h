@@ -27,6 +27,8 @@ struct ImageDescription {
 
   // The entries of its dictionary; `filter` is its data's, with its parameters.
   [[nodiscard]] std::string entries(std::string_view filter) const;
+  // The array; REQUIRES: there is one.
+  [[nodiscard]] std::string decodeText() const;
 };
 
 // Takes the data of an image into the file. Short data is held, and written once however often it comes;
@@ -54,8 +56,9 @@ class ImageObjectSink final : public ByteSink {
 };
 
 struct WrittenImage {
-  ObjectNumber number = 0;  // 0 when not one row came
-  int height = 0;           // less than it should have when the data ended early
+  ObjectNumber number = 0;   // 0 when not one row came, or it is inline
+  int height = 0;            // less than it should have when the data ended early
+  std::string inlined = {};  // the whole of it instead, for the content
 };
 
 // The next row of an image, borrowed until the next call; empty when there is none.

@@ -85,7 +85,7 @@ WrittenImage passJpeg(PdfFile& file, const ImageDescription& description, DctDec
       scanner, *source, [&](Bytes bytes) { header.insert(header.end(), bytes.begin(), bytes.end()); },
       [&] { return scanner.frame().has_value() || header.size() > kLongestHeader; });
   if (!fits(scanner, description.layout)) {
-    const WrittenImage written = decodeAfterAll(file, description, std::move(header), scanner, decoder);
+    WrittenImage written = decodeAfterAll(file, description, std::move(header), scanner, decoder);
     decoder.close();
     return written;
   }

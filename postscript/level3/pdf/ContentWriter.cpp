@@ -87,6 +87,7 @@ void ContentWriter::reset(const Settings& settings) {
   text_.clear();
   resources_.clear();
   pending_ = {};
+  later_ = nullptr;
   textWriter_ = {};
   textClip_.reset();
   levels_.clear();
@@ -95,6 +96,7 @@ void ContentWriter::reset(const Settings& settings) {
 
 ContentWriter::State ContentWriter::initialState() const {
   State state;
+  state.rare = settings_.rare;
   if (settings_.beginsWithDefaults || settings_.inheritsColour) {
     state.fill = Paint::gray(0);
     state.stroke = Paint::gray(0);
@@ -215,7 +217,13 @@ bool ContentWriter::enterLevel(const Box& bounds, const ClipPointer& clip, const
   return true;
 }
 
+void ContentWriter::paintLater(std::function<void()> paint) {
+  flushPending();
+  later_ = std::move(paint);
+}
+
 void ContentWriter::flushPending() {
+  if (later_) std::exchange(later_, nullptr)();
   if (textWriter_.isOpen()) {
     textWriter_.close(text_);
     spillIfLong();
@@ -352,24 +360,43 @@ bool ContentWriter::beginPainting(const Box& bounds, const ClipPointer& clip) {
   return true;
 }
 
-void ContentWriter::draw(ObjectNumber object, const Matrix& toDevice, const Box& bounds,
-                         const ClipPointer& clip, const RareParameters& rare) {
-  if (!beginPainting(bounds, clip)) return;
+bool ContentWriter::beginDrawing(const Matrix& toDevice, const Box& bounds, const Paint* paint,
+                                 const ClipPointer& clip, const RareParameters& rare) {
+  if (!beginPainting(bounds, clip)) return false;
+  if (paint != nullptr) useFill(*paint);
   useRare(rare);
   text_ += "q\n";
   appendMatrixNumbers(text_, toDevice * space_.fromDevice);
   text_ += " cm\n";
-  resources_.use(ResourceKind::kXObject, object, text_);
-  text_ += " Do\nQ\n";
+  return true;
+}
+
+void ContentWriter::endDrawing() {
+  text_ += "Q\n";
   spillIfLong();
+}
+
+void ContentWriter::draw(ObjectNumber object, const Matrix& toDevice, const Box& bounds,
+                         const ClipPointer& clip, const RareParameters& rare) {
+  if (!beginDrawing(toDevice, bounds, nullptr, clip, rare)) return;
+  resources_.use(ResourceKind::kXObject, object, text_);
+  text_ += " Do\n";
+  endDrawing();
 }
 
 void ContentWriter::drawMask(ObjectNumber object, const Matrix& toDevice, const Paint& paint,
                              const ClipPointer& clip, const RareParameters& rare) {
-  const Box bounds = transformed(Box{0, 0, 1, 1}, toDevice);
-  if (!beginPainting(bounds, clip)) return;
-  useFill(paint);
-  draw(object, toDevice, bounds, clip, rare);
+  if (!beginDrawing(toDevice, transformed(Box{0, 0, 1, 1}, toDevice), &paint, clip, rare)) return;
+  resources_.use(ResourceKind::kXObject, object, text_);
+  text_ += " Do\n";
+  endDrawing();
+}
+
+void ContentWriter::drawInline(std::string_view image, const Matrix& toDevice, const Paint* paint,
+                               const ClipPointer& clip, const RareParameters& rare) {
+  if (!beginDrawing(toDevice, transformed(Box{0, 0, 1, 1}, toDevice), paint, clip, rare)) return;
+  text_ += image;
+  endDrawing();
 }
 
 // Most glyphs are wholly visible, and filled as the one before: nothing has to be set for them.
@@ -412,8 +439,8 @@ void ContentWriter::shade(ObjectNumber shading, const Matrix& toDevice, const Bo
   appendMatrixNumbers(text_, toDevice * space_.fromDevice);
   text_ += " cm\n";
   resources_.use(ResourceKind::kShading, shading, text_);
-  text_ += " sh\nQ\n";
-  spillIfLong();
+  text_ += " sh\n";
+  endDrawing();
 }
 
 void ContentWriter::operand(double value, int decimals) {

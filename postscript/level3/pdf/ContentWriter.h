@@ -44,6 +44,10 @@ class ContentWriter {
     // The colour is the viewer's business, as in glyphs and patterns without colours of their own: black here
     // means that one.
     bool inheritsColour = false;
+    // Small images stand in it, since equal content is shared as a whole.
+    bool inlinesImages = false;
+    // What holds where the content is used, as far as that is known.
+    std::optional<RareParameters> rare = std::nullopt;
   };
   // Gets parts of the content that are complete, when there is much of it.
   using Spill = std::function<void(std::string_view)>;
@@ -69,13 +73,21 @@ class ContentWriter {
   // An image mask: the paint comes through where it has ones.
   void drawMask(ObjectNumber object, const Matrix& toDevice, const Paint& paint, const ClipPointer& clip,
                 const RareParameters& rare);
+  // An inline image, or with a paint an inline mask.
+  void drawInline(std::string_view image, const Matrix& toDevice, const Paint* paint, const ClipPointer& clip,
+                  const RareParameters& rare);
   // Whether painting within a box can be seen.
   bool isVisible(const Box& bounds, const ClipPointer& clip) const;
-  // A glyph as text, even when it cannot be seen. `bounds` may be larger than what it paints, and `lineWidth`,
-  // in device space, is for outlined ones.
+  // A glyph as text, even when it cannot be seen. `bounds` may be larger than what it paints, and
+  // `lineWidth`, in device space, is for outlined ones.
   void showGlyph(const TextGlyph& glyph, const Box& bounds, const Paint& paint, const ClipPointer& clip,
                  const RareParameters& rare, double lineWidth = 0);
   void shade(ObjectNumber shading, const Matrix& toDevice, const Box& bounds, const ClipPointer& clip);
+
+  // Something that may still grow: `paint` is called before anything else is painted, or by finish().
+  void paintLater(std::function<void()> paint);
+  // Whether that is still to come.
+  bool isPaintingLater() const { return static_cast<bool>(later_); }
 
   // For other painting: everything before is written, the clip is in force for what reaches `bounds`; false
   // when nothing of it can be seen. After setting what is needed, operators may be appended to text().
@@ -90,8 +102,9 @@ class ContentWriter {
   // Device space to the space that the content begins in; pattern matrices start from there.
   const Matrix& initialSpace() const { return settings_.fromDevice; }
   const Box& area() const { return settings_.area; }
+  bool inlinesImages() const { return settings_.inlinesImages; }
 
-  bool isEmpty() const { return !hasSpilled_ && text_.empty() && pending_.text.empty(); }
+  bool isEmpty() const { return !hasSpilled_ && text_.empty() && pending_.text.empty() && !later_; }
 
   // Ends the content; what has not been spilled is left in text().
   void finish();
@@ -138,6 +151,9 @@ class ContentWriter {
   void leaveLevels(std::size_t count);
   void writeClips(const Clip* clip, const Clip* until);
   void writeUnit();
+  bool beginDrawing(const Matrix& toDevice, const Box& bounds, const Paint* paint, const ClipPointer& clip,
+                    const RareParameters& rare);
+  void endDrawing();
   void flushPending();
   void spillIfLong();
   void addToPending(Operation operation, const Path& path, const Box& bounds, const ContentSpace& space);
@@ -158,6 +174,7 @@ class ContentWriter {
   std::optional<Matrix> unit_;
   std::vector<Level> levels_;
   Pending pending_;
+  std::function<void()> later_;
   TextWriter textWriter_;
   // The last glyph's clip, and what of the area it leaves.
   ClipPointer textClip_;

@@ -106,7 +106,9 @@ void Type3Face::draw(const Object& font, const GlyphKey& key, Drawn& drawn) {
   Captured captured;
   {
     const RunScope scope(fonts_, run);
-    captured = capture(graphics, {toPixels, reach}, [&] { runProcedure(font, key); });
+    CaptureSettings settings{toPixels, reach};
+    settings.isGlyph = true;
+    captured = capture(graphics, settings, [&] { runProcedure(font, key); });
   }
   FaceGlyph& glyph = drawn.glyph;
   glyph = {};

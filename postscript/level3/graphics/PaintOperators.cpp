@@ -65,7 +65,7 @@ void shFill(Interpreter& interpreter) {
   if (ContentWriter* content = graphics.content()) {
     const GraphicsState& state = graphics.state();
     const Box bounds = shading.bounds ? transformed(*shading.bounds, state.ctm) : content->area();
-    content->shade(shading.number, state.ctm, bounds, state.clip);
+    content->shade(shading.number, state.ctm, bounds, state.clip, state.rare);
   }
   interpreter.operands().pop();
 }

@@ -181,6 +181,14 @@ void currentOverprint(Interpreter& interpreter) {
   interpreter.operands().push(Object::boolean(stateOf(interpreter).rare.overprint));
 }
 
+// name ->       Not of the language, but programs that write for Ghostscript use it unasked.
+void setBlendMode(Interpreter& interpreter) {
+  const std::optional<BlendMode> mode = blendModeOf(interpreter.operands().top().asName()->text());
+  if (!mode) raise(ErrorName::kRangeCheck);
+  stateOf(interpreter).rare.blendMode = *mode;
+  interpreter.operands().pop();
+}
+
 constexpr OperatorRow kStateOperators[] = {
     {"gsave", "", gsave},
     {"grestore", "", grestore},
@@ -207,6 +215,7 @@ constexpr OperatorRow kStateOperators[] = {
     {"currentstrokeadjust", "", currentStrokeAdjust},
     {"setoverprint", "bool", setOverprint},
     {"currentoverprint", "", currentOverprint},
+    {".setblendmode", "name", setBlendMode},
 };
 
 }  // namespace

@@ -433,11 +433,8 @@ void ContentWriter::showGlyph(const TextGlyph& glyph, const Box& bounds, const P
 }
 
 void ContentWriter::shade(ObjectNumber shading, const Matrix& toDevice, const Box& bounds,
-                          const ClipPointer& clip) {
-  if (!beginPainting(bounds, clip)) return;
-  text_ += "q\n";
-  appendMatrixNumbers(text_, toDevice * space_.fromDevice);
-  text_ += " cm\n";
+                          const ClipPointer& clip, const RareParameters& rare) {
+  if (!beginDrawing(toDevice, bounds, nullptr, clip, rare)) return;
   resources_.use(ResourceKind::kShading, shading, text_);
   text_ += " sh\n";
   endDrawing();
@@ -517,6 +514,9 @@ void ContentWriter::useRare(const RareParameters& rare) {
   if (!state().rare || state().rare->strokeAdjust != rare.strokeAdjust) {
     parameters.boolean("SA", rare.strokeAdjust);
   }
+  // Where it is not known, it is that of whatever uses this content.
+  const BlendMode before = state().rare ? state().rare->blendMode : BlendMode::kNormal;
+  if (before != rare.blendMode) parameters.name("BM", nameOf(rare.blendMode));
   resources_.use(ResourceKind::kExtGState, file_.addShared(parameters.text()), text_);
   text_ += " gs\n";
   state().rare = rare;

@@ -9,6 +9,7 @@
 
 #include "postscript/level3/geometry/Clip.h"
 #include "postscript/level3/geometry/Stroking.h"
+#include "postscript/level3/pdf/BlendMode.h"
 #include "postscript/level3/pdf/ContentResources.h"
 #include "postscript/level3/pdf/Paint.h"
 #include "postscript/level3/pdf/PathText.h"
@@ -21,6 +22,7 @@ namespace quillpress::level3 {
 struct RareParameters {
   bool overprint = false;
   bool strokeAdjust = false;
+  BlendMode blendMode = BlendMode::kNormal;
 
   friend bool operator==(const RareParameters&, const RareParameters&) = default;
 };
@@ -82,7 +84,8 @@ class ContentWriter {
   // `lineWidth`, in device space, is for outlined ones.
   void showGlyph(const TextGlyph& glyph, const Box& bounds, const Paint& paint, const ClipPointer& clip,
                  const RareParameters& rare, double lineWidth = 0);
-  void shade(ObjectNumber shading, const Matrix& toDevice, const Box& bounds, const ClipPointer& clip);
+  void shade(ObjectNumber shading, const Matrix& toDevice, const Box& bounds, const ClipPointer& clip,
+             const RareParameters& rare);
 
   // Something that may still grow: `paint` is called before anything else is painted, or by finish().
   void paintLater(std::function<void()> paint);

@@ -6,6 +6,7 @@
 #include "postscript/level3/text/FontEntries.h"
 #include "postscript/level3/text/Fonts.h"
 #include "postscript/level3/text/GlyphText.h"
+#include "postscript/level3/text/TextCursor.h"
 
 namespace quillpress::level3 {
 
@@ -120,8 +121,13 @@ std::u32string OutlineFace::meaningOf(const Object& font, const GlyphKey& key, G
   if (text.empty()) text = ownText(index);
   if (text.empty() && key.name == nullptr) text = textOfCid(fonts_.interpreter(), font, key.code);
   // Where nothing tells, the code may: many a job names its glyphs by number and leaves them at their codes.
-  if (text.empty() && !isNotdef(key)) text = textOfCode(key);
+  if (text.empty() && !isNotdef(key) && hasCode(font, key)) text = textOfCode(key);
   return text;
+}
+
+// Not those that glyphshow asks for by names that are not in the font's Encoding.
+bool OutlineFace::hasCode(const Object& font, const GlyphKey& key) {
+  return key.name == nullptr || encodedName(fonts_.interpreter(), font, key.code) == key.name;
 }
 
 // More than the glyph where its outline is empty: a blank that can be seen is part of the text.
@@ -136,7 +142,8 @@ void OutlineFace::paint(FaceGlyph& glyph, const GlyphPlace& place, Ink& ink) {
   if (glyph.slot.font == 0) {
     const std::u32string text =
         glyph.isStandIn ? std::u32string() : meaningOf(place.font, place.key, glyph.index);
-    glyph.slot = program_->use(fonts_.graphics().document().file(), glyph.index, place.key.code, text);
+    const std::uint32_t code = hasCode(place.font, place.key) ? place.key.code : OutlineProgram::kNoCode;
+    glyph.slot = program_->use(fonts_.graphics().document().file(), glyph.index, code, text);
   }
   TextGlyph text;
   text.font = glyph.slot.font;

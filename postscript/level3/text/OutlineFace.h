@@ -42,6 +42,7 @@ class OutlineFace : public Face {
   void applyMetrics(const Object& font, const GlyphKey& key, FaceGlyph& glyph);
   void applyDeviceProcedure(const Object& font, const GlyphKey& key, FaceGlyph& glyph);
   std::u32string meaningOf(const Object& font, const GlyphKey& key, GlyphIndex index);
+  bool hasCode(const Object& font, const GlyphKey& key);
 
   std::shared_ptr<OutlineProgram> program_;
   // Outlined glyphs are drawn with lines of this width; below 0 when they are filled.

@@ -70,7 +70,8 @@ double OutlineProgram::width(GlyphIndex index) {
   return roundedWidth(glyph(index).advance.x * unit_ * kThousandths) / kThousandths;
 }
 
-std::uint32_t OutlineProgram::freeCode(const Part& part, std::uint32_t wanted) const {
+// A code that says nothing is better no printable one: readers take the code for the text.
+std::uint32_t OutlineProgram::freeCode(const Part& part, std::uint32_t wanted, bool hasText) const {
   const auto isFree = [&](std::uint32_t code) {
     return code >= part.codes.size() || !part.codes[code].isUsed;
   };
@@ -78,7 +79,7 @@ std::uint32_t OutlineProgram::freeCode(const Part& part, std::uint32_t wanted) c
   if (form_ == Form::kComposite)
     return static_cast<std::uint32_t>(std::max<std::size_t>(part.codes.size(), 1));
   if (wanted < capacity() && isFree(wanted)) return wanted;
-  for (std::uint32_t code = '!'; code < capacity(); ++code) {
+  for (std::uint32_t code = hasText ? '!' : 1; code < capacity(); ++code) {
     if (isFree(code)) return code;
   }
   std::uint32_t code = 0;
@@ -95,7 +96,7 @@ GlyphSlot OutlineProgram::use(PdfFile& file, GlyphIndex index, std::uint32_t cod
     parts_.push_back({file.reserve(), {}, 0});
   }
   Part& part = parts_.back();
-  const std::uint32_t chosen = freeCode(part, code);
+  const std::uint32_t chosen = freeCode(part, code, !text.empty());
   if (part.codes.size() <= chosen) part.codes.resize(chosen + 1);
   part.codes[chosen] = {index, text, true};
   ++part.count;

@@ -42,8 +42,9 @@ class OutlineProgram {
   // Text space units at font size 1, as Widths will say it.
   double width(GlyphIndex index);
 
-  // The slot of a glyph, made when it is first used; near to the code that the job shows it by, where that is
-  // free. `text` is what it means to a reader.
+  // The slot of a glyph, made when it is first used; at the code that the job shows it by, if there is one
+  // and it is free. `text` is what it means to a reader.
+  static constexpr std::uint32_t kNoCode = 0xffffffff;
   GlyphSlot use(PdfFile& file, GlyphIndex index, std::uint32_t code, const std::u32string& text);
 
   // Writes the fonts, with their subsets.
@@ -62,7 +63,7 @@ class OutlineProgram {
     std::size_t count = 0;
   };
 
-  std::uint32_t freeCode(const Part& part, std::uint32_t wanted) const;
+  std::uint32_t freeCode(const Part& part, std::uint32_t wanted, bool hasText) const;
   std::size_t capacity() const { return form_ == Form::kSimple ? 256 : 65535; }
   void writePart(PdfFile& file, const Part& part);
   FontSubset subsetOf(const Part& part, const std::string& name) const;

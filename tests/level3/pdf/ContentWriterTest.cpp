@@ -272,6 +272,23 @@ TEST_F(ContentWriterTest, OverprintBetweenGlyphsIsSet) {
       << content_.text();
 }
 
+TEST_F(ContentWriterTest, BlendModesAreSetAndTakenBack) {
+  RareParameters multiplied;
+  multiplied.blendMode = BlendMode::kMultiply;
+  fill({0, 0, 1, 1});
+  content_.fill(rectangle({20, 0, 21, 1}), FillRule::kNonzero, Paint::gray(0), nullptr, multiplied);
+  fill({40, 0, 41, 1});
+  EXPECT_EQ(finished(), "0 0 1 1 re\nf\n/G1 gs\n20 0 1 1 re\nf\n/G3 gs\n40 0 1 1 re\nf\n");
+}
+
+TEST_F(ContentWriterTest, ShadingsHaveTheParametersToo) {
+  RareParameters overprint;
+  overprint.overprint = true;
+  content_.shade(9, Matrix(), {0, 0, 10, 10}, nullptr, overprint);
+  content_.shade(9, Matrix(), {0, 0, 10, 10}, nullptr, {});
+  EXPECT_EQ(finished(), "/G1 gs\nq\n1 0 0 1 0 0 cm\n/S9 sh\nQ\n/G3 gs\nq\n1 0 0 1 0 0 cm\n/S9 sh\nQ\n");
+}
+
 TEST_F(ContentWriterTest, TheNextPageKnowsNothingOfTheTextBefore) {
   const ClipPointer clip = clipTo({0, 0, 100, 100});
   show('a', {10, 20}, 10, Paint::gray(0), clip);

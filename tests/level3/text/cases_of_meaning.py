@@ -57,6 +57,10 @@ CASES = [
     Case("names by number, uni of several", named("uni00410042", "uni0043"), "ABC"),
     Case("names by number, u", named("u0041", "u1D400", "u20AC"), "A\U0001d400\u20ac"),
     Case("names by number, lower case is no number", named("uni20ac", "A"), None),
+    # Codes below the blank are no text of anybody's.
+    Case("a glyph by a name that says nothing, without a code",
+         lambda: cs.font("Own", {"notehead": cs.TRIANGLE, "A": cs.NOTCH}, entries="/Encoding StandardEncoding def") +
+         "/Own 40 selectfont 10 30 moveto (A) show /notehead glyphshow\n", "A\x01"),
     Case("names with suffixes", named("A.sc", "one.oldstyle", "f.alt1"), "A1f"),
     Case("names of ligatures by parts", named("f_i", "f_f_l", "T_h"), "fifflTh"),
     Case("names of ligatures", named("fi", "fl", "ff"), "fiflff"),

@@ -36,7 +36,8 @@ PageDevice::PageDevice(Interpreter& interpreter, Graphics& graphics, PdfDocument
                [this](std::string_view part) {
                  contents_.push_back(document_.file().addSharedStream("", part, StreamData::kDeflate));
                }),
-      canvas_(std::make_shared<Canvas>(&content_)) {}
+      canvas_(std::make_shared<Canvas>(&content_)),
+      forms_(graphics) {}
 
 Object PageDevice::makeParameters(double width, double height) {
   const bool wasGlobal = interpreter_.memory().isGlobal();
@@ -263,6 +264,7 @@ void PageDevice::emitPage() {
 }
 
 void PageDevice::showPage() {
+  forms_.abandon();
   if (graphics_.state().device->isNull) {
     graphics_.initGraphics();
     return;

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "postscript/level3/device/MarkedForms.h"
 #include "postscript/level3/device/PageOrientation.h"
 #include "postscript/level3/graphics/Graphics.h"
 #include "postscript/level3/interpreter/Interpreter.h"
@@ -59,6 +60,7 @@ class PageDevice final : public Interpreter::Extension {
   void addAnnotation(ObjectNumber annotation) { annotations_.push_back(annotation); }
   void setPageEntry(std::string_view key, std::string_view value, bool isForAllPages);
   void setCropBox(const Box& box, bool isForAllPages);
+  MarkedForms& forms() { return forms_; }
 
   void trace(Tracer& tracer) const override { tracer.visit(initialParameters_); }
 
@@ -96,6 +98,7 @@ class PageDevice final : public Interpreter::Extension {
   std::optional<PageParts> heldPage_;
   std::function<void(std::size_t)> onPage_;
   PageOrientation orientation_;
+  MarkedForms forms_;
   std::size_t pagesShown_ = 0;
   bool holdsLastPage_ = false;
   bool turnsPages_ = false;

@@ -14,6 +14,13 @@ namespace quillpress::level3 {
 
 namespace {
 
+// A name that a job gives an object of the PDF is written in braces.
+std::string_view objectName(const Object& value) {
+  const bool isNamed = value.isProcedure() && value.length() == 1 && value.elements()[0].isName();
+  if (!isNamed) raise(ErrorName::kTypeCheck);
+  return value.elements()[0].asName()->text();
+}
+
 // The keys and values between the mark and the kind.
 class Pairs {
  public:
@@ -63,6 +70,8 @@ class Marker {
     if (kind == "PAGES") return markPage(true);
     if (kind == "DOCVIEW") return markView();
     if (kind == "Metadata") return markMetadata();
+    if (kind == "BP") return beginForm();
+    if (kind == "EP") return device_.forms().end();
     return false;
   }
 
@@ -225,6 +234,17 @@ class Marker {
     return true;
   }
 
+  bool beginForm() {
+    const Object* box = pairs_.find("BBox");
+    if (box == nullptr) raise(ErrorName::kUndefined);
+    const std::vector<double> corners = numbersOf(*box);
+    if (corners.size() != 4) raise(ErrorName::kRangeCheck);
+    const Object* name = pairs_.find("_objdef");
+    device_.forms().begin(name != nullptr ? objectName(*name) : "",
+                          Box::ofCorners({corners[0], corners[1]}, {corners[2], corners[3]}));
+    return true;
+  }
+
   Interpreter& interpreter_;
   Graphics& graphics_;
   PageDevice& device_;
@@ -232,7 +252,17 @@ class Marker {
   const Pairs& pairs_;
 };
 
-// mark key1 value1 ... keyn valuen kind ->
+// False for kinds that are not kept.
+bool mark(Interpreter& interpreter, std::string_view kind, std::span<const Object> operands) {
+  if (kind == "SP") {
+    if (operands.size() != 1) raise(ErrorName::kRangeCheck);
+    return pageDeviceOf(interpreter).forms().show(objectName(operands.front()));
+  }
+  const Pairs pairs(operands);
+  return Marker(interpreter, pairs).mark(kind);
+}
+
+// mark key1 value1 ... keyn valuen kind ->   or  mark {name} /SP ->
 void pdfMark(Interpreter& interpreter) {
   ObjectStack& operands = interpreter.operands();
   std::size_t count = 0;
@@ -242,8 +272,7 @@ void pdfMark(Interpreter& interpreter) {
   const Object& kind = operands.top();
   if (!kind.isName()) raise(ErrorName::kTypeCheck);
   const std::span<const Object> list = operands.last(count);
-  const Pairs pairs(list.first(count - 1));
-  if (!Marker(interpreter, pairs).mark(kind.asName()->text())) {
+  if (!mark(interpreter, kind.asName()->text(), list.first(count - 1))) {
     graphicsOf(interpreter).unkept().add(Unkept::kPdfMark);
   }
   operands.pop(count + 1);

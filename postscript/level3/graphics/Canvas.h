@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 
 #include "postscript/level3/geometry/Box.h"
 #include "postscript/level3/graphics/TextDirections.h"
@@ -22,6 +23,8 @@ class Canvas {
   Path* outlines() const { return outlines_; }
   // Of the text that is shown here.
   TextDirections& textDirections() { return textDirections_; }
+  // Gives back where painting went before.
+  ContentWriter* redirect(ContentWriter* content) { return std::exchange(content_, content); }
   void close() {
     content_ = nullptr;
     outlines_ = nullptr;

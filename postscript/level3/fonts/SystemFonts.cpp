@@ -86,6 +86,50 @@ constexpr NamedFamily kExact[] = {
     {"d050000l", &kDingbats},
 };
 
+// What the same fonts were called before 2016; programs and font maps still have these names.
+struct FormerName {
+  std::string_view name;
+  std::string_view file;
+};
+
+constexpr FormerName kFormerNames[] = {
+    {"URWGothicL-Book", "URWGothic-Book"},
+    {"URWGothicL-Demi", "URWGothic-Demi"},
+    {"URWGothicL-BookObli", "URWGothic-BookOblique"},
+    {"URWGothicL-DemiObli", "URWGothic-DemiOblique"},
+    {"URWBookmanL-Ligh", "URWBookman-Light"},
+    {"URWBookmanL-DemiBold", "URWBookman-Demi"},
+    {"URWBookmanL-LighItal", "URWBookman-LightItalic"},
+    {"URWBookmanL-DemiBoldItal", "URWBookman-DemiItalic"},
+    {"CenturySchL-Roma", "C059-Roman"},
+    {"CenturySchL-Bold", "C059-Bold"},
+    {"CenturySchL-Ital", "C059-Italic"},
+    {"CenturySchL-BoldItal", "C059-BdIta"},
+    {"Dingbats", "D050000L"},
+    {"NimbusSanL-Regu", "NimbusSans-Regular"},
+    {"NimbusSanL-Bold", "NimbusSans-Bold"},
+    {"NimbusSanL-ReguItal", "NimbusSans-Italic"},
+    {"NimbusSanL-BoldItal", "NimbusSans-BoldItalic"},
+    {"NimbusSanL-ReguCond", "NimbusSansNarrow-Regular"},
+    {"NimbusSanL-BoldCond", "NimbusSansNarrow-Bold"},
+    {"NimbusSanL-ReguCondItal", "NimbusSansNarrow-Oblique"},
+    {"NimbusSanL-BoldCondItal", "NimbusSansNarrow-BoldOblique"},
+    {"NimbusRomNo9L-Regu", "NimbusRoman-Regular"},
+    {"NimbusRomNo9L-Medi", "NimbusRoman-Bold"},
+    {"NimbusRomNo9L-ReguItal", "NimbusRoman-Italic"},
+    {"NimbusRomNo9L-MediItal", "NimbusRoman-BoldItalic"},
+    {"NimbusMonL-Regu", "NimbusMonoPS-Regular"},
+    {"NimbusMonL-Bold", "NimbusMonoPS-Bold"},
+    {"NimbusMonL-ReguObli", "NimbusMonoPS-Italic"},
+    {"NimbusMonL-BoldObli", "NimbusMonoPS-BoldItalic"},
+    {"URWPalladioL-Roma", "P052-Roman"},
+    {"URWPalladioL-Bold", "P052-Bold"},
+    {"URWPalladioL-Ital", "P052-Italic"},
+    {"URWPalladioL-BoldItal", "P052-BoldItalic"},
+    {"StandardSymL", "StandardSymbolsPS"},
+    {"URWChanceryL-MediItal", "Z003-MediumItalic"},
+};
+
 // What part of a name tells of the family, in the order in which it is looked for.
 constexpr NamedFamily kGuesses[] = {
     {"dingbat", &kDingbats},
@@ -197,6 +241,8 @@ std::optional<SystemFont> SystemFonts::fontOfFile(std::string_view name, bool is
 }
 
 std::optional<SystemFont> SystemFonts::findExactly(std::string_view fontName) const {
+  const auto* const former = std::ranges::find(kFormerNames, fontName, &FormerName::name);
+  if (former != std::end(kFormerNames)) return fontOfFile(former->file, true);
   const std::string name = simplified(fontName);
   for (const NamedFamily& each : kExact) {
     if (!name.starts_with(each.name)) continue;

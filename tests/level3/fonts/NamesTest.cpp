@@ -157,6 +157,15 @@ TEST(SystemFonts, StandardNamesHaveTheirOwnFont) {
       {"Symbol", "StandardSymbolsPS"},
       {"ZapfDingbats", "D050000L"},
       {"NimbusSans-Bold", "NimbusSans-Bold"},
+      {"NimbusRomNo9L-Medi", "NimbusRoman-Bold"},
+      {"NimbusSanL-Regu", "NimbusSans-Regular"},
+      {"NimbusSanL-BoldCondItal", "NimbusSansNarrow-BoldOblique"},
+      {"NimbusMonL-ReguObli", "NimbusMonoPS-Italic"},
+      {"URWPalladioL-Roma", "P052-Roman"},
+      {"CenturySchL-BoldItal", "C059-BdIta"},
+      {"URWChanceryL-MediItal", "Z003-MediumItalic"},
+      {"StandardSymL", "StandardSymbolsPS"},
+      {"Dingbats", "D050000L"},
   };
   for (const auto& [name, file] : kNames) {
     const auto font = fonts.find(name);

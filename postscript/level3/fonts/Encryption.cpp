@@ -8,10 +8,13 @@ std::string decrypted(std::string_view bytes, std::uint16_t key) {
   constexpr std::uint32_t kFactor = 52845;
   constexpr std::uint32_t kSummand = 22719;
   std::string result(bytes.size(), '\0');
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    const auto cipher = static_cast<std::uint8_t>(bytes[i]);
-    result[i] = static_cast<char>(cipher ^ key >> 8);
-    key = static_cast<std::uint16_t>((cipher + std::uint32_t{key}) * kFactor + kSummand);
+  // Not through the string: its address would be read again after each byte, which could have changed it.
+  char* plain = result.data();
+  std::uint32_t state = key;
+  for (const char byte : bytes) {
+    const std::uint32_t cipher = static_cast<std::uint8_t>(byte);
+    *plain++ = static_cast<char>(cipher ^ state >> 8);
+    state = ((cipher + state) * kFactor + kSummand) & 0xffff;
   }
   return result;
 }

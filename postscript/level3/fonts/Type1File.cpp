@@ -58,7 +58,7 @@ std::string bytesOfHex(std::string_view text) {
 std::string privatePart(std::string_view encrypted) {
   while (!encrypted.empty() && isSpace(encrypted[0])) encrypted.remove_prefix(1);
   const bool isHex = encrypted.size() >= 4 && std::ranges::all_of(encrypted.substr(0, 4), isHexDigit);
-  std::string plain = decrypted(isHex ? bytesOfHex(encrypted) : std::string(encrypted), kEexecKey);
+  std::string plain = isHex ? decrypted(bytesOfHex(encrypted), kEexecKey) : decrypted(encrypted, kEexecKey);
   plain.erase(0, 4);
   return plain;
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <fstream>
-#include <iterator>
 #include <sstream>
 
 #include "postscript/level3/fonts/Encodings.h"
@@ -92,8 +91,14 @@ class DictionaryBuilder {
 };
 
 std::string contentsOf(const std::filesystem::path& path) {
+  std::error_code error;
+  const std::uintmax_t size = std::filesystem::file_size(path, error);
+  if (error) return {};
+  std::string bytes(size, '\0');
   std::ifstream stream(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+  stream.read(bytes.data(), static_cast<std::streamsize>(size));
+  bytes.resize(static_cast<std::size_t>(stream.gcount()));
+  return bytes;
 }
 
 // "/FontBBox {-168 -281 1000 924} readonly def", in the clear part of the file.

@@ -92,7 +92,7 @@ class DictionaryBuilder {
 
 std::string contentsOf(const std::filesystem::path& path) {
   std::error_code error;
-  const std::uintmax_t size = std::filesystem::file_size(path, error);
+  const auto size = static_cast<std::size_t>(std::filesystem::file_size(path, error));
   if (error) return {};
   std::string bytes(size, '\0');
   std::ifstream stream(path, std::ios::binary);

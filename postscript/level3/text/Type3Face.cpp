@@ -126,11 +126,12 @@ void Type3Face::draw(const Object& font, const GlyphKey& key, Drawn& drawn) {
   Type3Program::Description description;
   description.procedure = file.addSharedStream("", heading(run) + captured.content, StreamData::kDeflate);
   description.advance = run.advance.x;
+  description.isMask = run.isMask;
   if (run.isMask) description.bounds = run.bounds;
   if (key.name != nullptr) description.name = key.name->text();
   description.text = textOfGlyph(fonts_.interpreter(), font, key);
   description.code = key.code;
-  glyph.slot = program_->use(file, description, captured.used);
+  glyph.slot = program_->use(file, description, captured.used, home_);
 }
 
 Box Type3Face::boundsOf(const FaceGlyph& glyph, const Matrix& toDevice) const {

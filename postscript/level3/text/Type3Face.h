@@ -43,6 +43,7 @@ class Type3Face final : public Face {
   Matrix matrix_;
   Matrix inverse_;
   bool hasGlyphProcedure_;
+  ObjectNumber home_ = 0;  // see Type3Program::use()
   std::unordered_map<Key, Drawn, KeyHash> glyphs_;
   RecentGlyphs<Drawn> recent_;
 };

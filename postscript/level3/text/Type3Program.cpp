@@ -1,5 +1,6 @@
 #include "postscript/level3/text/Type3Program.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "postscript/level3/fonts/ToUnicodeMap.h"
@@ -9,25 +10,38 @@ namespace quillpress::level3 {
 
 namespace {
 
-constexpr std::size_t kCodes = 256;
 constexpr int kWidthPlaces = 5;
 
 }  // namespace
 
-GlyphSlot Type3Program::use(PdfFile& file, const Description& glyph, const ContentResources& resources) {
-  const std::tuple key(glyph.procedure, glyph.advance, glyph.text);
+Type3Program::Part& Type3Program::partFor(PdfFile& file, const Description& glyph, ObjectNumber home) {
+  if (!glyph.keepsCode()) {
+    if (!parts_.empty() && parts_.back().count < kCodes) return parts_.back();
+  } else if (home != 0) {
+    const auto fits = [&](const Part& each) { return each.isFree(glyph.code); };
+    const auto own = std::ranges::find(parts_, home, &Part::number);
+    if (own != parts_.end() && fits(*own)) return *own;
+    const auto other = std::ranges::find_if(parts_, fits);
+    if (other != parts_.end()) return *other;
+  }
+  return parts_.emplace_back(Part{file.reserve(), 0, {}, {}, {}});
+}
+
+GlyphSlot Type3Program::use(PdfFile& file, const Description& glyph, const ContentResources& resources,
+                            ObjectNumber& home) {
+  const std::tuple key(glyph.procedure, glyph.advance, glyph.text, glyph.keepsCode() ? glyph.code : kCodes);
   const auto known = slots_.find(key);
-  if (known != slots_.end()) return known->second;
-  if (parts_.empty() || parts_.back().count == kCodes) parts_.push_back({file.reserve(), 0, {}, {}, {}});
-  Part& part = parts_.back();
-  const auto isFree = [&](std::uint32_t code) {
-    return code >= part.codes.size() || part.codes[code].procedure == 0;
-  };
+  if (known != slots_.end()) {
+    if (home == 0) home = known->second.font;
+    return known->second;
+  }
+  Part& part = partFor(file, glyph, home);
+  if (glyph.keepsCode()) home = part.number;
   std::uint32_t code = glyph.code;
-  if (code >= kCodes || !isFree(code)) {
+  if (code >= kCodes || !part.isFree(code)) {
     code = '!';
-    while (code < kCodes && !isFree(code)) ++code;
-    for (code = code % kCodes; !isFree(code);) ++code;
+    while (code < kCodes && !part.isFree(code)) ++code;
+    for (code = code % kCodes; !part.isFree(code);) ++code;
   }
   if (part.codes.size() <= code) part.codes.resize(code + 1);
   part.codes[code] = glyph;

@@ -48,6 +48,13 @@ def procedures(first, second, show="<4142> show", entries=""):
     return TYPE_3.format(first=first, encoding=f"dup 65 {first} put dup 66 {second} put", show=show, entries=entries)
 
 
+def two_by_code(first, second):
+    """Fonts of which nothing but the codes tells the text, with glyphs of their own at the same codes."""
+    font = TYPE_3.replace("BuildGlyph", "BuildChar").format(first=102, encoding="", entries="", show="({word}) show")
+    upper = font.replace("{word}", first).replace("/Own", "/Upper").replace("10 30 moveto", "10 55 moveto")
+    return upper + font.replace("{word}", second).replace("500 700 rectfill", "400 500 rectfill").replace("10 30", "10 10")
+
+
 CASES = [
     Case("names of the glyph list", named("Aacute", "germandbls", "Euro"), "\u00c1\u00df\u20ac"),
     Case("names of Greek letters", named("Gamma", "alpha", "omega"), "\u0393\u03b1\u03c9"),
@@ -57,6 +64,7 @@ CASES = [
     Case("names by number, uni of several", named("uni00410042", "uni0043"), "ABC"),
     Case("names by number, u", named("u0041", "u1D400", "u20AC"), "A\U0001d400\u20ac"),
     Case("names by number, lower case is no number", named("uni20ac", "A"), None),
+    Case("codes of two fonts whose glyphs have no names", lambda: two_by_code("first", "strife"), "first strife"),
     # Codes below the blank are no text of anybody's.
     Case("a glyph by a name that says nothing, without a code",
          lambda: cs.font("Own", {"notehead": cs.TRIANGLE, "A": cs.NOTCH}, entries="/Encoding StandardEncoding def") +

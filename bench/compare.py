@@ -150,6 +150,14 @@ class Bench:
         self.report.ratio(library, ghostscript, limit)
         job.unlink()
 
+    def text(self):
+        job = self.job("text")
+        line, ghostscript = self.quillpress(job), self.ghostscript(job, "ghostscript", [])
+        self.time(line, ghostscript)
+        self.report.ratio(line, ghostscript, 0.20)
+        self.report.bar("file of command line / ghostscript", line.size() / ghostscript.size(), 1)
+        job.unlink()
+
     def growth(self, what, few, many):
         jobs_of_both = [self.job(f"{what}-{count}") for count in (few, many)]
         short, long = map(self.library, jobs_of_both)
@@ -176,6 +184,7 @@ def main():
         bench.image("image-binary", 0.35)
         bench.language("language", 0.60)
         bench.language("tokens", 0.75)
+        bench.text()
         bench.growth("images", 10000, 40000)
         bench.growth("patterns", 10000, 40000)
         bench.growth("walks", 2000, 8000)

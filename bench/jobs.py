@@ -119,6 +119,54 @@ def write_tokens(output, size=TOKEN_BYTES):
         size -= len(line)
 
 
+TEXT_PAGES = 39
+TEXT_LINES = 50
+TEXT_WORDS = 22  # a line; 39 pages of 1,100 words are 42,900 shows
+TEXT_PROLOGUE = b"""%!PS-Adobe-3.0
+%%Title: (Benchmark)
+/b { bind def } bind def /a { moveto } b /w { 0 rmoveto } b /s { show } b
+/font { 8 dict begin /FontType 3 def /FontMatrix [0.02 0 0 0.02 0 0] def /FontBBox [0 0 50 50] def
+  /Encoding 256 array def 0 1 255 { Encoding exch /.notdef put } for /Bitmaps exch def
+  /BuildChar { 3 dict begin exch /Bitmaps get exch get aload pop /data exch def /height exch def /width exch def
+    width 2 add 0 0 0 width height setcachedevice width height true [1 0 0 -1 0 height] { data } imagemask end } b
+  currentdict end definefont pop } b
+"""
+
+
+def write_text(output):
+    """A document in bitmap fonts, as TeX's driver writes them: a show for each word, and the way to the next."""
+    numbers = random.Random(4)
+    output.write(TEXT_PROLOGUE)
+    for font in range(3):
+        glyphs = []
+        for code in range(256):
+            width, height = numbers.randrange(14, 40), numbers.randrange(20, 45)
+            if not 65 <= code < 123:
+                glyphs.append("[1 1 <00>]")
+                continue
+            # Blots of black, as letters are, rather than noise.
+            row = numbers.getrandbits(width)
+            rows = []
+            for _ in range(height):
+                row ^= 1 << numbers.randrange(width)
+                rows.append((row << -width % 8).to_bytes((width + 7) // 8, "big").hex())
+            glyphs.append(f"[{width} {height} <{''.join(rows)}>]")
+        output.write(f"/F{font} [{' '.join(glyphs)}] font\n".encode())
+    letters = [code for code in range(65, 123) if chr(code).isalpha()]
+    for number in range(1, TEXT_PAGES + 1):
+        output.write(f"%%Page: {number} {number}\n0.12 0.12 scale\n".encode())
+        for line in range(TEXT_LINES):
+            font = numbers.choice((0, 0, 0, 1, 2))
+            output.write(f"/F{font} findfont 50 scalefont setfont 500 {6000 - 110 * line} a\n".encode())
+            words = []
+            for _ in range(TEXT_WORDS):
+                word = "".join(chr(numbers.choice(letters)) for _ in range(numbers.randrange(1, 6)))
+                words.append(f"({word})s {numbers.randrange(14, 24)} w")
+            output.write((" ".join(words) + "\n").encode())
+        output.write(b"showpage\n")
+    output.write(b"%%Trailer\n%%EOF\n")
+
+
 def write_images(output, count):
     """Images of 64 by 64 samples, no two alike, each too large to stand in the page text."""
     output.write(b"%%!PS\n/row 4096 string def /n 0 def %d {\n" % count)
@@ -149,6 +197,7 @@ KINDS = {
     "image-binary": lambda output: write_image(output, BINARY_SIDE, "readstring", counted=True),
     "language": write_language,
     "tokens": write_tokens,
+    "text": write_text,
     **{f"images-{count}": lambda output, count=count: write_images(output, count) for count in (10000, 40000)},
     **{f"patterns-{count}": lambda output, count=count: write_patterns(output, count) for count in (10000, 40000)},
     **{f"walks-{count}": lambda output, count=count: write_walks(output, count) for count in (2000, 8000)},

@@ -76,7 +76,7 @@ class PreflightTest(ArchiveTest):
     """One run for all files, as Java takes its time to start."""
 
     def jobs(self):
-        """Every drawing and every text of the full language's tests that part 1 can have."""
+        """Every drawing and every text of the full language's tests that PDF/A-1 can have."""
         for page in sorted((LEVEL3 / "pages").iterdir()):
             if page.name != TRANSPARENT_PAGE:
                 yield page.name, page.read_bytes()

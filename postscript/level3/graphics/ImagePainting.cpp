@@ -104,7 +104,7 @@ WrittenImage writeData(Graphics& graphics, const ImageDescription& description,
   return written;
 }
 
-// The bitmap of a glyph, which needs no object of its own.
+// Of the bitmap of a glyph.
 constexpr std::size_t kMostInlineBytes = 4096;
 
 WrittenImage writeInline(Graphics& graphics, ImageDescription description,

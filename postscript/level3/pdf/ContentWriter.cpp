@@ -376,20 +376,22 @@ void ContentWriter::endDrawing() {
   spillIfLong();
 }
 
-void ContentWriter::draw(ObjectNumber object, const Matrix& toDevice, const Box& bounds,
-                         const ClipPointer& clip, const RareParameters& rare) {
-  if (!beginDrawing(toDevice, bounds, nullptr, clip, rare)) return;
+void ContentWriter::drawObject(ObjectNumber object, const Matrix& toDevice, const Box& bounds,
+                               const Paint* paint, const ClipPointer& clip, const RareParameters& rare) {
+  if (!beginDrawing(toDevice, bounds, paint, clip, rare)) return;
   resources_.use(ResourceKind::kXObject, object, text_);
   text_ += " Do\n";
   endDrawing();
 }
 
+void ContentWriter::draw(ObjectNumber object, const Matrix& toDevice, const Box& bounds,
+                         const ClipPointer& clip, const RareParameters& rare) {
+  drawObject(object, toDevice, bounds, nullptr, clip, rare);
+}
+
 void ContentWriter::drawMask(ObjectNumber object, const Matrix& toDevice, const Paint& paint,
                              const ClipPointer& clip, const RareParameters& rare) {
-  if (!beginDrawing(toDevice, transformed(Box{0, 0, 1, 1}, toDevice), &paint, clip, rare)) return;
-  resources_.use(ResourceKind::kXObject, object, text_);
-  text_ += " Do\n";
-  endDrawing();
+  drawObject(object, toDevice, transformed(Box{0, 0, 1, 1}, toDevice), &paint, clip, rare);
 }
 
 void ContentWriter::drawInline(std::string_view image, const Matrix& toDevice, const Paint* paint,

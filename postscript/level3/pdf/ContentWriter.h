@@ -157,6 +157,8 @@ class ContentWriter {
   bool beginDrawing(const Matrix& toDevice, const Box& bounds, const Paint* paint, const ClipPointer& clip,
                     const RareParameters& rare);
   void endDrawing();
+  void drawObject(ObjectNumber object, const Matrix& toDevice, const Box& bounds, const Paint* paint,
+                  const ClipPointer& clip, const RareParameters& rare);
   void flushPending();
   void spillIfLong();
   void addToPending(Operation operation, const Path& path, const Box& bounds, const ContentSpace& space);

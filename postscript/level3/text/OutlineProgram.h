@@ -42,9 +42,10 @@ class OutlineProgram {
   // Text space units at font size 1, as Widths will say it.
   double width(GlyphIndex index);
 
+  // For a glyph that the job shows by no code.
+  static constexpr std::uint32_t kNoCode = 0xffffffff;
   // The slot of a glyph, made when it is first used; at the code that the job shows it by, if there is one
   // and it is free. `text` is what it means to a reader.
-  static constexpr std::uint32_t kNoCode = 0xffffffff;
   GlyphSlot use(PdfFile& file, GlyphIndex index, std::uint32_t code, const std::u32string& text);
 
   // Writes the fonts, with their subsets.

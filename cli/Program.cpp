@@ -5,6 +5,7 @@
 #include "cli/base/Errors.h"
 #include "cli/base/Messages.h"
 #include "cli/base/Names.h"
+#include "cli/base/OptionGroups.h"
 #include "cli/base/Tasks.h"
 #include "cli/batch/Batch.h"
 #include "cli/manual/Completions.h"

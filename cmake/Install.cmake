@@ -61,6 +61,8 @@ if(QUILLPRESS_COMMAND_LINE)
   file(RELATIVE_PATH libraryFolder /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
   set_target_properties(quillpress-cli PROPERTIES INSTALL_RPATH "$ORIGIN/${libraryFolder}")
   install(TARGETS quillpress-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} ${program})
+  set_target_properties(quillpress_command PROPERTIES INSTALL_RPATH "$ORIGIN")
+  install(TARGETS quillpress_command LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} ${program} NAMELINK_SKIP)
   # CUPS has one folder for its filters on every machine.
   file(RELATIVE_PATH libraryFolder /lib/cups/filter /${CMAKE_INSTALL_LIBDIR})
   set_target_properties(quillpress-filter PROPERTIES INSTALL_RPATH "$ORIGIN/${libraryFolder}")

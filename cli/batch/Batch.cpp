@@ -222,11 +222,6 @@ class Batch {
 
 }  // namespace
 
-bool wantsBatch(const Options& options) {
-  return !options.batch.empty() || options.workers > 0 || options.skipExisting || !options.report.empty() ||
-         options.shard != Shard();
-}
-
 bool hasServedBatch(const Options& options) {
   return WorkerProcess::serve([&options](const Task& task) { return work(options, task); });
 }

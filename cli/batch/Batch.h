@@ -8,9 +8,6 @@
 
 namespace quillpress::cli {
 
-// Whether the options ask for several processes, or for anything that belongs to a run of many jobs.
-bool wantsBatch(const Options& options);
-
 // Whether this process is one of the workers of such a run. It has done its work then.
 bool hasServedBatch(const Options& options);
 

@@ -78,10 +78,4 @@ void FinishedOutput::commit() {
   }
 }
 
-bool wantsFinishing(const Options& options) {
-  return !options.pages.isEverything() || options.rotation != 0 || options.title || options.author ||
-         options.subject || options.keywords || options.linearize || !options.pdfVersion.empty() ||
-         options.encrypt || options.archive != ArchivePart::kNone || PagePattern::parse(options.output);
-}
-
 }  // namespace quillpress::cli

@@ -8,10 +8,6 @@
 
 namespace quillpress::cli {
 
-// Whether the options ask for anything that is done to a PDF when it is complete: pages chosen or turned,
-// texts of its information, encryption and such, or a file for each page.
-bool wantsFinishing(const Options& options);
-
 // An output that takes a PDF, and hands on what the options make of it. The PDF waits in a file without a
 // name. REQUIRES: the options outlive it.
 class FinishedOutput final : public Output {

@@ -1,21 +1,13 @@
 #include "cli/task/TaskRunner.h"
 
-#include <array>
-#include <chrono>
-#include <cstdio>
-#include <memory>
-#include <new>
-
 #include "cli/base/Errors.h"
-#include "cli/base/Messages.h"
-#include "cli/base/Names.h"
-#include "cli/base/ProgressLine.h"
+#include "cli/base/OptionGroups.h"
 #include "cli/driver/DriverConversion.h"
 #include "cli/finish/FinishedOutput.h"
 #include "cli/full/FullConversion.h"
-#include "cli/job/JobFile.h"
 #include "cli/run/RunProgram.h"
 #include "cli/spool/AtomicOutput.h"
+#include "cli/task/JobTask.h"
 
 namespace quillpress::cli {
 
@@ -27,63 +19,24 @@ std::unique_ptr<Output> openOutput(const Options& options) {
   return std::make_unique<FinishedOutput>(options);
 }
 
-void convert(const Options& options, TaskResult& result) {
-  JobFile job(options.job);
-  // Before anything is opened for writing, which might already empty the job.
-  if (job.isSameAs(options.output)) throw UsageError("the output would replace the job itself");
-  const std::unique_ptr<Output> output = openOutput(options);
+void convert(const Options& options, JobFile& job, Output& output, TaskResult& result) {
   if (options.dialect == Dialect::kFull) {
-    convertFully(options, job, *output, result);
+    convertFully(options, job, output, result);
   } else {
-    convertDriverJob(options, job, *output, result);
+    convertDriverJob(options, job, output, result);
   }
-  if (result.code == ExitCode::kDone && output->hasWarned()) result.code = ExitCode::kCutOff;
-  result.bytes = output->bytesWritten();
-}
-
-// The one place where exceptions become results.
-void fail(TaskResult& result, ExitCode code, const std::string& message) {
-  say(message);
-  result.code = code;
-  result.error = message;
-}
-
-void sayWhatBecame(const Options& options, const TaskResult& result) {
-  const bool isWritten = result.code != ExitCode::kConversion && result.error.empty();
-  if (!isWritten) return;
-  std::array<char, 40> time{};
-  std::snprintf(time.data(), time.size(), "%.2f s", result.milliseconds / 1000);
-  std::string text = jobName(options.job) + ": " + counted(result.pages, "page");
-  if (result.bytes > 0) text += ", " + roughSize(result.bytes);
-  say(text + " to " + outputName(options.output) + " in " + time.data());
 }
 
 }  // namespace
 
 TaskResult runTask(const Options& options) {
-  const auto begin = std::chrono::steady_clock::now();
-  TaskResult result;
-  try {
+  return runGuarded(options, [&options](TaskResult& result) {
     if (options.run) {
       result.code = interpretProgram(options);
     } else {
-      convert(options, result);
+      convertJob(options, {openOutput, convert}, result);
     }
-  } catch (const UsageError& error) {
-    fail(result, ExitCode::kUsage, error.what());
-  } catch (const InputError& error) {
-    fail(result, ExitCode::kInput, jobName(options.job) + " " + error.what());
-  } catch (const ArchiveError& error) {
-    fail(result, ExitCode::kConversion, jobName(options.job) + ": " + error.what());
-  } catch (const OutputError& error) {
-    fail(result, ExitCode::kOutput, outputName(options.output) + " " + error.what());
-  } catch (const std::bad_alloc&) {
-    fail(result, ExitCode::kConversion, jobName(options.job) + ": out of memory");
-  }
-  const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - begin;
-  result.milliseconds = taken.count();
-  if (options.verbose && !options.run) sayWhatBecame(options, result);
-  return result;
+  });
 }
 
 }  // namespace quillpress::cli

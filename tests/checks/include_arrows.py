@@ -80,6 +80,8 @@ COMMAND_LINE = {
     "cli/task": ["cli/base", "cli/job", "cli/spool", "cli/run", "cli/full", "cli/finish", "cli/driver"],
     "cli/batch": ["cli/base", "cli/spool", "cli/task"],
     "cli/manual": ["cli/base"],
+    "cli/quick": ["cli", "cli/base", "cli/spool", "cli/full", "cli/task", "cli/whole"],
+    "cli/whole": ["cli"],
     "cli/cups": ["cli/base", "cli/task"],
     "cli": ["cli/base", "cli/task", "cli/batch", "cli/manual"],
 }

@@ -80,22 +80,25 @@ class Packages(unittest.TestCase):
 
     def test_the_command_line(self):
         names = files("quillpress")
-        for name in ("bin/quillpress", "lib/cups/filter/pstopdf-quillpress", "share/cups/mime/quillpress.convs",
-                     "share/man/man1/quillpress.1.gz", "share/zsh/site-functions/_quillpress",
-                     "share/bash-completion/completions/quillpress", "share/doc/quillpress/README.md"):
+        for name in ("bin/quillpress", "lib/libquillpress-command.so.1.0.0", "lib/cups/filter/pstopdf-quillpress",
+                     "share/cups/mime/quillpress.convs", "share/man/man1/quillpress.1.gz",
+                     "share/zsh/site-functions/_quillpress", "share/bash-completion/completions/quillpress",
+                     "share/doc/quillpress/README.md"):
             self.assertIn("./usr/" + name, names)
         self.assertRegex(field("quillpress", "Depends"), r"libquillpress1 \(= 1\.0\.0\).*libqpdf")
         for program in ("bin/quillpress", "lib/cups/filter/pstopdf-quillpress"):
             self.assertNotRegex(run("objdump", "-p", root / "usr" / program), "RPATH|RUNPATH")
 
     def test_nothing_has_debug_information(self):
-        for path in [*root.rglob("*.so.1"), *root.rglob("*.a"), root / "usr/bin/quillpress"]:
+        for path in [*root.rglob("*.so.1"), *root.rglob("*.so.1.0.0"), *root.rglob("*.a"), root / "usr/bin/quillpress"]:
             self.assertNotIn(".debug_info", run("objdump", "-h", path), path)
 
     def test_the_program_runs(self):
         libraries = next(root.rglob("libquillpress.so.1")).parent
         run(root / "usr/bin/quillpress", JOB, "-o", root / "demo.pdf", LD_LIBRARY_PATH=str(libraries))
         self.assertEqual((root / "demo.pdf").read_bytes()[:5], b"%PDF-")
+        run(root / "usr/bin/quillpress", JOB, "-o", root / "demo.pdf", "--linearize", LD_LIBRARY_PATH=str(libraries))
+        self.assertIn(b"/Linearized", (root / "demo.pdf").read_bytes()[:200])
 
 
 if __name__ == "__main__":

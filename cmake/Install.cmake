@@ -56,16 +56,24 @@ quillpress_install_pkg_config(quillpress "PostScript of a printer driver to PDF 
 quillpress_install_pkg_config(quillpress-document "PostScript jobs to PDF files"
   "-llcms2 -ldeflate -ljpeg -lz -lstdc++ -lm")
 
+# quillpress_find_libraries(target installed built): where the loader finds the libraries of a file that is installed in one
+# folder, and how they lie in the build folder, wherever all of it is moved to. The linker writes both at once: CMake ends
+# what it is to change later with an empty entry, and that is the current folder to a loader.
+function(quillpress_find_libraries target installed built)
+  file(RELATIVE_PATH relative /${installed} /${CMAKE_INSTALL_LIBDIR})
+  set(folders "$ORIGIN/${built}" "$ORIGIN/${relative}")
+  list(TRANSFORM folders REPLACE "/$" "")
+  list(REMOVE_DUPLICATES folders)
+  set_target_properties(${target} PROPERTIES BUILD_WITH_INSTALL_RPATH ON INSTALL_RPATH "${folders}")
+endfunction()
+
 if(QUILLPRESS_COMMAND_LINE)
-  # The command line finds the libraries beside it, wherever all are installed.
-  file(RELATIVE_PATH libraryFolder /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
-  set_target_properties(quillpress-cli PROPERTIES INSTALL_RPATH "$ORIGIN/${libraryFolder}")
+  quillpress_find_libraries(quillpress-cli ${CMAKE_INSTALL_BINDIR} ../lib)
   install(TARGETS quillpress-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} ${program})
-  set_target_properties(quillpress_command PROPERTIES INSTALL_RPATH "$ORIGIN")
+  quillpress_find_libraries(quillpress_command ${CMAKE_INSTALL_LIBDIR} "")
   install(TARGETS quillpress_command LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} ${program} NAMELINK_SKIP)
   # CUPS has one folder for its filters on every machine.
-  file(RELATIVE_PATH libraryFolder /lib/cups/filter /${CMAKE_INSTALL_LIBDIR})
-  set_target_properties(quillpress-filter PROPERTIES INSTALL_RPATH "$ORIGIN/${libraryFolder}")
+  quillpress_find_libraries(quillpress-filter lib/cups/filter ../lib)
   install(TARGETS quillpress-filter RUNTIME DESTINATION lib/cups/filter ${program})
   install(FILES cli/cups/quillpress.convs DESTINATION ${CMAKE_INSTALL_DATADIR}/cups/mime ${program})
   install(FILES cli/cups/quillpress.ppd DESTINATION ${CMAKE_INSTALL_DATADIR}/ppd/quillpress ${program})

@@ -38,7 +38,7 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
     compress(${manuals})
   endif()
   # The libraries are where every program looks.
-  file(GLOB programs ${root}/bin/* ${root}/lib/cups/filter/*)
+  file(GLOB_RECURSE programs ${root}/bin/* ${root}/lib/cups/filter/* ${root}/lib/libquillpress-command.so.*)
   foreach(program IN LISTS programs)
     file(RPATH_REMOVE FILE ${program})
   endforeach()

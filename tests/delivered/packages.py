@@ -86,8 +86,9 @@ class Packages(unittest.TestCase):
                      "share/doc/quillpress/README.md"):
             self.assertIn("./usr/" + name, names)
         self.assertRegex(field("quillpress", "Depends"), r"libquillpress1 \(= 1\.0\.0\).*libqpdf")
-        for program in ("bin/quillpress", "lib/cups/filter/pstopdf-quillpress"):
-            self.assertNotRegex(run("objdump", "-p", root / "usr" / program), "RPATH|RUNPATH")
+        programs = [root / "usr" / name for name in ("bin/quillpress", "lib/cups/filter/pstopdf-quillpress")]
+        for program in [*programs, *root.rglob("libquillpress-command.so.*")]:
+            self.assertNotRegex(run("objdump", "-p", program), "RPATH|RUNPATH")
 
     def test_nothing_has_debug_information(self):
         for path in [*root.rglob("*.so.1"), *root.rglob("*.so.1.0.0"), *root.rglob("*.a"), root / "usr/bin/quillpress"]:

@@ -42,7 +42,7 @@ class QuickStartTest(support.CommandLineTest):
     def test_without_the_rest_a_rework_says_what_is_missing(self):
         result = self.run_without_the_rest("--linearize")
         self.assertEqual(result.code, 1)
-        self.assertRegex(result.err, r"^quillpress: the rest of the program is missing: libquillpress-command\.so\.\d")
+        self.assertRegex(result.err, r"^quillpress: the rest of the program is missing: .*/libquillpress-command\.so\.\d")
         self.assertFalse(os.path.exists(self.path("job.pdf")))
 
     def test_both_files_know_the_same_options(self):

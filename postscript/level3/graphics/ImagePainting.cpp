@@ -88,24 +88,31 @@ Bytes nextRow(Graphics& graphics, ImageRows& rows) {
   return rows.next();
 }
 
-// Stencils stay as they are, wherever their place is.
+// Of the bitmap of a glyph.
+constexpr std::size_t kMostInlineBytes = 4096;
+
+bool inlinesImages(Graphics& graphics) {
+  return graphics.state().device->canvas->content()->inlinesImages();
+}
+
+// Stencils stay as they are, wherever their place is. Of coded data so many bytes may stay inline.
 WrittenImage writeData(Graphics& graphics, const ImageDescription& description,
-                       const std::vector<SourcePointer>& sources, const Matrix& place) {
+                       const std::vector<SourcePointer>& sources, const Matrix& place,
+                       std::size_t mostInlineBytes = 0) {
   PdfFile& file = graphics.document().file();
   auto* const jpeg = freshDecoder<DctDecoder>(sources);
   if (const auto reduced = writeReduced(graphics, description, sources, jpeg, place)) return *reduced;
   if (jpeg != nullptr && canPassJpeg(description)) return passJpeg(file, description, *jpeg);
   auto* const fax = freshDecoder<CcittDecoder>(sources);
-  if (fax != nullptr && canPassFax(description, fax->parameters())) return passFax(file, description, *fax);
+  if (fax != nullptr && canPassFax(description, fax->parameters())) {
+    return passFax(file, description, *fax, mostInlineBytes);
+  }
   ImageRows rows(sources, description.layout);
   WrittenImage written = writeImage(
       file, description, [&] { return nextRow(graphics, rows); }, kMissingSample);
   if (rows.hasFailed()) raise(ErrorName::kIoError);
   return written;
 }
-
-// Of the bitmap of a glyph.
-constexpr std::size_t kMostInlineBytes = 4096;
 
 WrittenImage writeInline(Graphics& graphics, ImageDescription description,
                          const std::vector<SourcePointer>& sources) {
@@ -139,18 +146,17 @@ bool isCoded(const std::vector<SourcePointer>& sources) {
 
 WrittenImage writeInlineOrAside(Graphics& graphics, const ImageDescription& description,
                                 const std::vector<SourcePointer>& sources, const Matrix& place) {
-  const bool isInline = !isCoded(sources) && graphics.state().device->canvas->content()->inlinesImages() &&
-                        canBeInline(description, kMostInlineBytes);
+  const std::size_t most = inlinesImages(graphics) ? kMostInlineBytes : 0;
+  const bool isInline = !isCoded(sources) && canBeInline(description) && isWithin(description.layout, most);
   return isInline ? writeInline(graphics, description, sources)
-                  : writeData(graphics, description, sources, place);
+                  : writeData(graphics, description, sources, place, most);
 }
 
 // A row of a picture, or a line.
 bool isStrip(Graphics& graphics, const ImageDescription& description,
              const std::vector<SourcePointer>& sources) {
   const bool isReduced = graphics.images().quality != 0 || graphics.images().resolution != 0;
-  return description.layout.height == 1 && !isReduced && !isCoded(sources) &&
-         !graphics.state().device->canvas->content()->inlinesImages();
+  return description.layout.height == 1 && !isReduced && !isCoded(sources) && !inlinesImages(graphics);
 }
 
 void paintStrip(Graphics& graphics, const ImageDescription& description,

@@ -16,15 +16,17 @@ std::string_view shortName(std::string_view colourSpace) {
 
 }  // namespace
 
-bool canBeInline(const ImageDescription& description, std::size_t mostBytes) {
-  const ImageLayout& layout = description.layout;
-  const bool isPlain = description.mask == 0 && description.colourKey.empty() && layout.bits <= 8 &&
-                       (description.isStencil || !shortName(description.colourSpace).empty());
-  return isPlain && layout.rowBytes() <= mostBytes &&
-         layout.rowBytes() * static_cast<std::size_t>(layout.height) <= mostBytes;
+bool canBeInline(const ImageDescription& description) {
+  return description.mask == 0 && description.colourKey.empty() && description.layout.bits <= 8 &&
+         (description.isStencil || !shortName(description.colourSpace).empty());
 }
 
-std::optional<std::string> inlineImage(const ImageDescription& description, std::string_view data) {
+bool isWithin(const ImageLayout& layout, std::size_t bytes) {
+  return layout.rowBytes() <= bytes && layout.rowBytes() * static_cast<std::size_t>(layout.height) <= bytes;
+}
+
+std::optional<std::string> inlineImage(const ImageDescription& description, std::string_view data,
+                                       std::string_view filter) {
   if (data.find("EI") != std::string_view::npos) return std::nullopt;
   const ImageLayout& layout = description.layout;
   std::string text = "BI/W ";
@@ -41,6 +43,7 @@ std::optional<std::string> inlineImage(const ImageDescription& description, std:
   }
   if (!description.decode.empty()) text += "/D" + description.decodeText();
   if (description.interpolate) text += "/I true";
+  text += filter;
   text += " ID ";
   text += data;
   text += "\nEI\n";

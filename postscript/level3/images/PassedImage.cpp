@@ -1,6 +1,7 @@
 #include "postscript/level3/images/PassedImage.h"
 
 #include "postscript/level3/images/ImageRows.h"
+#include "postscript/level3/images/InlineImage.h"
 #include "postscript/level3/images/JpegScanner.h"
 #include "postscript/level3/images/TeeSource.h"
 
@@ -50,15 +51,17 @@ WrittenImage decodeAfterAll(PdfFile& file, const ImageDescription& description, 
       file, description, [&] { return rows.next(); }, 0);
 }
 
-std::string faxFilter(const CcittParameters& parameters, int rows) {
+// An inline image has its rows in one place only, and `rows` is nothing.
+std::string faxParameters(const CcittParameters& parameters, std::optional<int> rows) {
   DictionaryText text;
   if (parameters.k != 0) text.integer("K", parameters.k < 0 ? -1 : 1);
   if (parameters.endOfLine) text.boolean("EndOfLine", true);
   if (parameters.encodedByteAlign) text.boolean("EncodedByteAlign", true);
-  text.integer("Columns", parameters.columns).integer("Rows", rows);
+  text.integer("Columns", parameters.columns);
+  if (rows) text.integer("Rows", *rows);
   if (!parameters.endOfBlock) text.boolean("EndOfBlock", false);
   if (parameters.blackIs1) text.boolean("BlackIs1", true);
-  return "/Filter/CCITTFaxDecode/DecodeParms" + text.text();
+  return text.text();
 }
 
 }  // namespace
@@ -105,7 +108,8 @@ bool canPassFax(const ImageDescription& description, const CcittParameters& para
          parameters.damagedRowsBeforeError == 0;
 }
 
-WrittenImage passFax(PdfFile& file, const ImageDescription& description, CcittDecoder& decoder) {
+WrittenImage passFax(PdfFile& file, const ImageDescription& description, CcittDecoder& decoder,
+                     std::size_t mostInlineBytes) {
   const CcittParameters& parameters = decoder.parameters();
   const auto data = std::make_shared<MemorySink>();
   const auto tee = std::make_shared<TeeSource>(decoder.below(), data);
@@ -120,8 +124,16 @@ WrittenImage passFax(PdfFile& file, const ImageDescription& description, CcittDe
   if (rows == 0) return {};
   ImageDescription shortened = description;
   shortened.layout.height = rows;
-  const std::string entries = shortened.entries(faxFilter(parameters, rows));
-  return {file.addSharedStream(entries, textOf(data->bytes()), StreamData::kPlain), rows};
+  const std::string_view coded = textOf(data->bytes());
+  if (coded.size() <= mostInlineBytes && canBeInline(shortened)) {
+    const std::string filter = "/F/CCF/DP" + faxParameters(parameters, std::nullopt);
+    if (std::optional<std::string> image = inlineImage(shortened, coded, filter)) {
+      return {0, rows, std::move(*image)};
+    }
+  }
+  const std::string entries =
+      shortened.entries("/Filter/CCITTFaxDecode/DecodeParms" + faxParameters(parameters, rows));
+  return {file.addSharedStream(entries, coded, StreamData::kPlain), rows};
 }
 
 }  // namespace quillpress::level3

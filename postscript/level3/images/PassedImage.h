@@ -15,7 +15,9 @@ WrittenImage passJpeg(PdfFile& file, const ImageDescription& description, DctDec
 std::vector<Byte> takeJpeg(DctDecoder& decoder);
 bool canPassJpeg(const ImageDescription& description);
 
-WrittenImage passFax(PdfFile& file, const ImageDescription& description, CcittDecoder& decoder);
+// Inline when it may be and has no more than so many bytes of data.
+WrittenImage passFax(PdfFile& file, const ImageDescription& description, CcittDecoder& decoder,
+                     std::size_t mostInlineBytes);
 bool canPassFax(const ImageDescription& description, const CcittParameters& parameters);
 
 }  // namespace quillpress::level3

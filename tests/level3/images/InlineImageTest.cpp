@@ -38,25 +38,30 @@ TEST(InlineImageTest, InterpolationIsKept) {
   EXPECT_EQ(inlineImage(description, "a"), "BI/W 8/H 1/IM true/I true ID a\nEI\n");
 }
 
+TEST(InlineImageTest, CodedDataSaysHow) {
+  EXPECT_EQ(inlineImage(stencil(8, 1), "a", "/F/CCF/DP<</K -1>>"),
+            "BI/W 8/H 1/IM true/F/CCF/DP<</K -1>> ID a\nEI\n");
+}
+
 TEST(InlineImageTest, DataThatCouldEndItIsLeftToAnObject) {
   EXPECT_FALSE(inlineImage(stencil(8, 6), "ab EI "));
 }
 
 TEST(InlineImageTest, OnlySoManyBytesStandInContent) {
-  EXPECT_TRUE(canBeInline(stencil(80, 10), 100));
-  EXPECT_FALSE(canBeInline(stencil(81, 10), 100));
-  EXPECT_FALSE(canBeInline(stencil(1'000'000'000, 1'000'000'000), 4096));
+  EXPECT_TRUE(isWithin(stencil(80, 10).layout, 100));
+  EXPECT_FALSE(isWithin(stencil(81, 10).layout, 100));
+  EXPECT_FALSE(isWithin(stencil(1'000'000'000, 1'000'000'000).layout, 4096));
 }
 
 TEST(InlineImageTest, WhatNeedsAnObjectStaysOne) {
-  EXPECT_FALSE(canBeInline(coloured("[/Indexed/DeviceRGB 1 3 0 R]", 1), 100));
-  EXPECT_FALSE(canBeInline(coloured("/DeviceGray", 1, 12), 100));
+  EXPECT_FALSE(canBeInline(coloured("[/Indexed/DeviceRGB 1 3 0 R]", 1)));
+  EXPECT_FALSE(canBeInline(coloured("/DeviceGray", 1, 12)));
   ImageDescription description = coloured("/DeviceGray", 1);
   description.colourKey = {0, 1};
-  EXPECT_FALSE(canBeInline(description, 100));
+  EXPECT_FALSE(canBeInline(description));
   description.colourKey.clear();
   description.mask = 7;
-  EXPECT_FALSE(canBeInline(description, 100));
+  EXPECT_FALSE(canBeInline(description));
 }
 
 }  // namespace

@@ -80,7 +80,7 @@ TEST_F(PassedImageTest, FaxDataGoesIntoTheFileByteForByte) {
   const CcittParameters parameters{.k = -1, .columns = 20};
   const SourcePointer source = inPieces(withMore(fax()), 3);
   CcittDecoder decoder(source, parameters);
-  const WrittenImage image = passFax(file_, faxImage(6), decoder);
+  const WrittenImage image = passFax(file_, faxImage(6), decoder, 0);
   EXPECT_EQ(image.height, 6);
   EXPECT_TRUE(holds(fax()));
   EXPECT_TRUE(holds("/K -1"));
@@ -90,8 +90,19 @@ TEST_F(PassedImageTest, FaxDataGoesIntoTheFileByteForByte) {
 TEST_F(PassedImageTest, ShortFaxDataMakesAShortImage) {
   const CcittParameters parameters{.k = -1, .columns = 20};
   CcittDecoder decoder(inPieces(fax(), 100), parameters);
-  EXPECT_EQ(passFax(file_, faxImage(9), decoder).height, 6);
+  EXPECT_EQ(passFax(file_, faxImage(9), decoder, 0).height, 6);
   EXPECT_TRUE(holds("/Rows 6"));
+}
+
+TEST_F(PassedImageTest, AFewBytesOfFaxDataStayInTheContent) {
+  const CcittParameters parameters{.k = -1, .columns = 20};
+  CcittDecoder decoder(inPieces(fax(), 100), parameters);
+  const WrittenImage image = passFax(file_, faxImage(6), decoder, fax().size());
+  EXPECT_EQ(image.number, 0U);
+  EXPECT_EQ(image.height, 6);
+  EXPECT_NE(image.inlined.find("/F/CCF/DP<</K -1/Columns 20>> ID " + fax() + "\nEI\n"), std::string::npos);
+  CcittDecoder again(inPieces(fax(), 100), parameters);
+  EXPECT_NE(passFax(file_, faxImage(6), again, fax().size() - 1).number, 0U);
 }
 
 TEST_F(PassedImageTest, FaxDataOfAnotherWidthIsDecoded) {

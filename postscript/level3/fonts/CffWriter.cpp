@@ -79,6 +79,7 @@ class CffWriter {
 
   std::vector<std::string> charstrings();
   std::string simpleCharset();
+  std::string compositeCharset() const;
   std::string encoding() const;
   std::string fontDictionarySelection() const;
   std::string privateDict(std::size_t fontDictionary) const;
@@ -89,6 +90,7 @@ class CffWriter {
   const CffSource& source_;
   FontSubset subset_;
   std::vector<OutputGlyph> glyphs_;
+  std::vector<std::uint16_t> cids_;  // of all glyphs but the first
   std::unordered_set<std::string> namesInUse_;
   std::unordered_set<GlyphIndex> placed_;
   std::vector<std::string> strings_;
@@ -102,6 +104,9 @@ void CffWriter::collectGlyphs() {
   addNotdef();
   if (request_.isComposite) {
     for (const GlyphIndex glyph : request_.glyphs) addInOrder(glyph);
+    cids_ = request_.cids;
+    while (cids_.size() + 1 < glyphs_.size()) cids_.push_back(static_cast<std::uint16_t>(cids_.size() + 1));
+    cids_.resize(glyphs_.size() - 1);
     return;
   }
   std::vector<SubsetRequest::Code> encoding = request_.encoding;
@@ -227,14 +232,7 @@ FontSubset CffWriter::writeComposite() {
   const double registry = stringNumber("Adobe");
   const double ordering = stringNumber("Identity");
   const std::string strings = indexOf(strings_) + indexOf({});
-  std::string charset;
-  if (glyphs_.size() > 1) {  // one range from 1
-    append8(charset, 2);
-    append16(charset, 1);
-    append16(charset, static_cast<std::uint32_t>(glyphs_.size() - 2));
-  } else {
-    append8(charset, 0);
-  }
+  const std::string charset = compositeCharset();
   const std::string selection = fontDictionarySelection();
   const std::string glyphs = indexOf(charstrings());
   std::vector<std::string> privates;
@@ -255,7 +253,7 @@ FontSubset CffWriter::writeComposite() {
     const double ros[] = {registry, ordering, 0};
     dict.numbers(CffKey::kRos, ros);
     dict.numbers(CffKey::kFontBBox, fontBox());
-    dict.number(CffKey::kCidCount, static_cast<double>(glyphs_.size()));
+    dict.number(CffKey::kCidCount, cids_.empty() ? 1 : cids_.back() + 1);
     dict.places(CffKey::kCharset, {end});
     end += charset.size();
     dict.places(CffKey::kFdSelect, {end});
@@ -299,6 +297,20 @@ std::string CffWriter::simpleCharset() {
   std::string bytes;
   append8(bytes, 0);
   for (std::size_t i = 1; i < glyphs_.size(); ++i) append16(bytes, stringNumber(glyphs_[i].name));
+  return bytes;
+}
+
+// Format 2: ranges of CIDs that follow each other, the first and how many more.
+std::string CffWriter::compositeCharset() const {
+  std::string bytes;
+  append8(bytes, cids_.empty() ? 0 : 2);
+  for (std::size_t first = 0; first < cids_.size();) {
+    std::size_t end = first + 1;
+    while (end < cids_.size() && cids_[end] == cids_[end - 1] + 1) ++end;
+    append16(bytes, cids_[first]);
+    append16(bytes, static_cast<std::uint32_t>(end - first - 1));
+    first = end;
+  }
   return bytes;
 }
 

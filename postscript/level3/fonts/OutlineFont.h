@@ -50,9 +50,11 @@ struct SubsetRequest {
   std::vector<GlyphIndex> glyphs;
   // For simple fonts: what the font's own encoding (Type 1) or character map (TrueType) says. May be empty.
   std::vector<Code> encoding;
-  // Whether it is for a composite font: Type1C becomes CIDFontType0C, with CIDs equal to the subset's
-  // indices.
+  // Whether it is for a composite font: Type1C becomes CIDFontType0C.
   bool isComposite = false;
+  // For a composite font: the CIDs of `glyphs`, above 0 and rising; when there are none, from 1 on. (TrueType
+  // has no room for them: the PDF tells what glyph a CID has.)
+  std::vector<std::uint16_t> cids = {};
 };
 
 struct FontSubset {

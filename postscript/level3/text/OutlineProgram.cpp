@@ -70,14 +70,15 @@ double OutlineProgram::width(GlyphIndex index) {
   return roundedWidth(glyph(index).advance.x * unit_ * kThousandths) / kThousandths;
 }
 
-// A code that says nothing is better no printable one: readers take the code for the text.
-std::uint32_t OutlineProgram::freeCode(const Part& part, std::uint32_t wanted, bool hasText) const {
-  const auto isFree = [&](std::uint32_t code) {
-    return code >= part.codes.size() || !part.codes[code].isUsed;
-  };
-  // Composite fonts number their glyphs in the order of their coming, .notdef first.
-  if (form_ == Form::kComposite)
-    return static_cast<std::uint32_t>(std::max<std::size_t>(part.codes.size(), 1));
+// Readers take the code for the text where nothing tells another one. A code of ours that says nothing is
+// therefore better no printable one.
+std::uint32_t OutlineProgram::freeCode(Part& part, std::uint32_t wanted, bool hasText) const {
+  const auto isFree = [&](std::uint32_t code) { return !part.codes.contains(code); };
+  if (form_ == Form::kComposite) {
+    if (!hasText && wanted > 0 && wanted <= capacity() && isFree(wanted)) return wanted;
+    while (!isFree(part.nextCid)) ++part.nextCid;
+    return part.nextCid;
+  }
   if (wanted < capacity() && isFree(wanted)) return wanted;
   for (std::uint32_t code = hasText ? '!' : 1; code < capacity(); ++code) {
     if (isFree(code)) return code;
@@ -91,15 +92,10 @@ GlyphSlot OutlineProgram::use(PdfFile& file, GlyphIndex index, std::uint32_t cod
                               const std::u32string& text) {
   const auto known = slots_.find(index);
   if (known != slots_.end()) return known->second;
-  if (parts_.empty() || parts_.back().count == capacity() ||
-      (form_ == Form::kComposite && parts_.back().codes.size() > capacity())) {
-    parts_.push_back({file.reserve(), {}, 0});
-  }
+  if (parts_.empty() || parts_.back().codes.size() == capacity()) parts_.push_back({file.reserve(), {}});
   Part& part = parts_.back();
   const std::uint32_t chosen = freeCode(part, code, !text.empty());
-  if (part.codes.size() <= chosen) part.codes.resize(chosen + 1);
-  part.codes[chosen] = {index, text, true};
-  ++part.count;
+  part.codes.emplace(chosen, Used{index, text});
   const GlyphSlot slot{part.number, chosen, static_cast<std::uint8_t>(form_ == Form::kSimple ? 1 : 2)};
   slots_.emplace(index, slot);
   return slot;
@@ -109,7 +105,8 @@ GlyphSlot OutlineProgram::use(PdfFile& file, GlyphIndex index, std::uint32_t cod
 std::string OutlineProgram::taggedName(const Part& part) const {
   Fingerprinter prints;
   prints.add(name_);
-  for (const Used& used : part.codes) {
+  for (const auto& [code, used] : part.codes) {
+    prints.add({reinterpret_cast<const char*>(&code), sizeof code});
     prints.add({reinterpret_cast<const char*>(&used.glyph), sizeof used.glyph});
   }
   std::uint64_t bits = prints.finish().low + part.number;
@@ -124,11 +121,12 @@ FontSubset OutlineProgram::subsetOf(const Part& part, const std::string& name) c
   SubsetRequest request;
   request.fontName = name;
   request.isComposite = form_ == Form::kComposite;
-  for (std::size_t code = 0; code < part.codes.size(); ++code) {
-    if (!part.codes[code].isUsed) continue;
-    request.glyphs.push_back(part.codes[code].glyph);
+  for (const auto& [code, used] : part.codes) {
+    request.glyphs.push_back(used.glyph);
     if (form_ == Form::kSimple) {
-      request.encoding.push_back({static_cast<std::uint8_t>(code), part.codes[code].glyph});
+      request.encoding.push_back({static_cast<std::uint8_t>(code), used.glyph});
+    } else {
+      request.cids.push_back(static_cast<std::uint16_t>(code));
     }
   }
   return font_->subset(request);
@@ -136,9 +134,7 @@ FontSubset OutlineProgram::subsetOf(const Part& part, const std::string& name) c
 
 ObjectNumber OutlineProgram::writeToUnicode(PdfFile& file, const Part& part) const {
   ToUnicodeMap map(form_ == Form::kSimple ? 1 : 2);
-  for (std::size_t code = 0; code < part.codes.size(); ++code) {
-    map.add(static_cast<std::uint32_t>(code), part.codes[code].text);
-  }
+  for (const auto& [code, used] : part.codes) map.add(code, used.text);
   if (map.isEmpty()) return 0;
   return file.addSharedStream("", map.cmap(), StreamData::kDeflate);
 }
@@ -146,9 +142,7 @@ ObjectNumber OutlineProgram::writeToUnicode(PdfFile& file, const Part& part) con
 ObjectNumber OutlineProgram::writeDescriptor(PdfFile& file, const Part& part, const FontSubset& subset,
                                              const std::string& name) {
   Box bounds;
-  for (const Used& used : part.codes) {
-    if (used.isUsed) bounds.include(glyph(used.glyph).bounds());
-  }
+  for (const auto& [code, used] : part.codes) bounds.include(glyph(used.glyph).bounds());
   if (bounds.isEmpty()) bounds = {0, 0, 0, 0};
   const double scale = unit_ * kThousandths;
   const auto bound = [&](double value) { return std::clamp(value * scale, -kMostBound, kMostBound); };
@@ -171,33 +165,29 @@ ObjectNumber OutlineProgram::writeDescriptor(PdfFile& file, const Part& part, co
 
 void OutlineProgram::writeSimple(PdfFile& file, const Part& part, const FontSubset& subset,
                                  const std::string& name) {
-  std::size_t first = 0;
-  while (first < part.codes.size() && !part.codes[first].isUsed) ++first;
+  const std::uint32_t first = part.codes.begin()->first;
   std::string widths = "[";
   std::string differences = "[";
-  bool isInRow = false;
-  for (std::size_t code = first; code < part.codes.size(); ++code) {
-    const Used& used = part.codes[code];
-    if (code > first) widths += ' ';
-    appendNumber(widths, used.isUsed ? width(used.glyph) * kThousandths : 0, kEmPlaces);
+  std::uint32_t widthsEnd = first;
+  std::uint32_t namesEnd = first;
+  for (const auto& [code, used] : part.codes) {
+    for (; widthsEnd < code; ++widthsEnd) widths += widths.size() > 1 ? " 0" : "0";
+    if (widths.size() > 1) widths += ' ';
+    appendNumber(widths, width(used.glyph) * kThousandths, kEmPlaces);
+    widthsEnd = code + 1;
     const auto place = subset.indices.find(used.glyph);
-    const bool hasName = used.isUsed && place != subset.indices.end() && place->second < subset.names.size();
-    if (!hasName) {
-      isInRow = false;
-      continue;
-    }
-    if (!isInRow) {
+    if (place == subset.indices.end() || place->second >= subset.names.size()) continue;
+    if (differences.size() == 1 || code != namesEnd) {
       if (differences.size() > 1) differences += ' ';
       appendInteger(differences, static_cast<std::int64_t>(code));
     }
-    isInRow = true;
     appendName(differences, subset.names[place->second]);
+    namesEnd = code + 1;
   }
   DictionaryText text;
   const bool isTrueType = subset.kind == FontFileKind::kTrueType;
   text.name("Type", "Font").name("Subtype", isTrueType ? "TrueType" : "Type1").name("BaseFont", name);
-  text.integer("FirstChar", static_cast<std::int64_t>(first));
-  text.integer("LastChar", static_cast<std::int64_t>(part.codes.size()) - 1);
+  text.integer("FirstChar", first).integer("LastChar", part.codes.rbegin()->first);
   text.entry("Widths", widths + "]");
   text.reference("FontDescriptor", writeDescriptor(file, part, subset, name));
   if (!isTrueType) {
@@ -211,29 +201,27 @@ void OutlineProgram::writeSimple(PdfFile& file, const Part& part, const FontSubs
 void OutlineProgram::writeComposite(PdfFile& file, const Part& part, const FontSubset& subset,
                                     const std::string& name) {
   // CIDs are codes; what glyph a CID has is told where the subset has put it elsewhere.
-  std::string places;
+  std::string places((std::size_t{part.codes.rbegin()->first} + 1) * 2, '\0');
   std::string widths = "[";
   bool isIdentity = true;
-  bool isInRow = false;
-  for (std::size_t code = 0; code < part.codes.size(); ++code) {
-    const Used& used = part.codes[code];
+  std::uint32_t rowEnd = 0;
+  for (const auto& [code, used] : part.codes) {
     const auto found = subset.indices.find(used.glyph);
-    const std::uint16_t place =
-        used.isUsed && found != subset.indices.end() ? found->second : std::uint16_t{0};
-    places += static_cast<char>(place >> 8);
-    places += static_cast<char>(place & 0xff);
+    const std::uint16_t place = found != subset.indices.end() ? found->second : std::uint16_t{0};
+    places[2 * code] = static_cast<char>(place >> 8);
+    places[2 * code + 1] = static_cast<char>(place & 0xff);
     isIdentity = isIdentity && place == code;
-    if (!used.isUsed) continue;
-    if (!isInRow) {
-      appendInteger(widths, static_cast<std::int64_t>(code));
-      widths += '[';
-    } else {
+    if (code == rowEnd) {
       widths += ' ';
+    } else {
+      if (rowEnd > 0) widths += ']';
+      appendInteger(widths, code);
+      widths += '[';
     }
-    isInRow = true;
+    rowEnd = code + 1;
     appendNumber(widths, width(used.glyph) * kThousandths, kEmPlaces);
   }
-  widths += isInRow ? "]]" : "]";
+  widths += "]]";
   const bool isTrueType = subset.kind == FontFileKind::kTrueType;
   DictionaryText descendant;
   descendant.name("Type", "Font").name("Subtype", isTrueType ? "CIDFontType2" : "CIDFontType0");

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <array>
+#include <map>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -55,16 +55,16 @@ class OutlineProgram {
   struct Used {
     GlyphIndex glyph = 0;
     std::u32string text;
-    bool isUsed = false;
   };
   // A font of the PDF.
   struct Part {
     ObjectNumber number = 0;
-    std::vector<Used> codes;
-    std::size_t count = 0;
+    std::map<std::uint32_t, Used> codes;
+    // In a composite font, none below is free.
+    std::uint32_t nextCid = 1;
   };
 
-  std::uint32_t freeCode(const Part& part, std::uint32_t wanted, bool hasText) const;
+  std::uint32_t freeCode(Part& part, std::uint32_t wanted, bool hasText) const;
   std::size_t capacity() const { return form_ == Form::kSimple ? 256 : 65535; }
   void writePart(PdfFile& file, const Part& part);
   FontSubset subsetOf(const Part& part, const std::string& name) const;

@@ -79,6 +79,19 @@ TEST_P(CffOfSystem, CompositeSubsetIsACidFont) {
   EXPECT_EQ(CffFont(third.bytes).glyph(2).path, again.glyph(2).path);
 }
 
+TEST_P(CffOfSystem, CompositeSubsetHasTheCidsAskedFor) {
+  SubsetRequest request{"ABCDEF+Subset", {3, 4, 5, 6}, {}, true};
+  request.cids = {7, 8, 300, 65535};
+  const FontSubset subset = font_.subset(request);
+  ASSERT_TRUE(FreeTypeFont(subset.bytes).isOpen());
+  const CffFont again(subset.bytes);
+  for (std::size_t i = 0; i < request.cids.size(); ++i) {
+    EXPECT_EQ(again.glyphOfCid(request.cids[i]), i + 1);
+    EXPECT_EQ(again.glyph(static_cast<GlyphIndex>(i + 1)).path, font_.glyph(request.glyphs[i]).path);
+  }
+  EXPECT_FALSE(again.glyphOfCid(9));
+}
+
 TEST_P(CffOfSystem, SubsetKeepsItsEncoding) {
   SubsetRequest request{"ABCDEF+Subset", {}, {}, false};
   request.encoding = {{65, 5}, {66, 6}, {200, 5}, {0, 9}};

@@ -49,6 +49,12 @@ def cid0(show, glyphs=SHAPES, ordering="Identity", name="Identity-H", **more):
                     (cid_fonts.composed("Made", "Cid", name) + USE_OWN + show).encode())
 
 
+def cid2_without_characters(cids):
+    """TrueType glyphs that no table tells the characters of."""
+    return lambda: (cid_type2("Cid", LIBERATION, tables=()) + cid_fonts.composed("Made", "Cid") +
+                    f"/Made 40 selectfont 10 30 moveto <{''.join(f'{cid:04x}' for cid in cids)}> show\n")
+
+
 def cid2(string, path=LIBERATION, name="Identity-H", size=40, at="10 30", **more):
     return lambda: (cid_type2("Cid", path, **more) + cid_fonts.composed("Made", "Cid", name) +
                     f"/Made {size} selectfont {at} moveto {hex_cids(path, string)} show\n")
@@ -131,6 +137,10 @@ CASES = [
     Case("CIDFont of type 0, binary", cid0("<000100020003> show", form="Binary"), None),
     Case("CIDFont of type 0, subroutines and two font dictionaries",
          cid0("<00010002> show", SHARED, subrs=SQUARE, matrices=(cid_fonts.UPRIGHT, "0.0005 0 0 0.0005 0 0")), None),
+    # What readers take for the text then is the CID.
+    Case("CIDFont of type 0, CIDs that nothing tells the meaning of",
+         cid0("<004100500042> show", {0: SHAPES[0], 65: SHAPES[1], 80: SHAPES[2], 66: SHAPES[3]}), "APB"),
+    Case("CIDFont of type 2, CIDs that nothing tells the meaning of", cid2_without_characters((36, 46, 37)), "$.%"),
     Case("CIDFont of type 0, CID without a glyph", cid0("<000100990002> show"), None, warning="lack",
          alike=cid0("<000100000002> show")),
     Case("CIDFont of type 0, vertical without metrics for it", cid0("<00010002> show", name="Identity-V"), None),

@@ -131,7 +131,7 @@ def added(name, path, text):
     return "\n".join(lines) + "\n"
 
 
-def cid_type2(name, path, cids=None):
+def cid_type2(name, path, cids=None, tables=("cmap",)):
     """A CIDFont whose CIDs are glyph numbers."""
     font = Sfnt(path)
     return (f"16 dict begin /CIDFontName /{name} def /CIDFontType 2 def /FontType 42 def /PaintType 0 def\n"
@@ -139,7 +139,7 @@ def cid_type2(name, path, cids=None):
             "/CIDSystemInfo 3 dict dup begin /Registry (Adobe) def /Ordering (Identity) def /Supplement 0 def end def\n"
             "/Encoding 256 array 0 1 255 {1 index exch /.notdef put} for def\n"
             f"/CharStrings 1 dict dup begin /.notdef 0 def end def /GDBytes 2 def /CIDMap {cids or 0} def\n"
-            f"/sfnts {strings(font.without(more=('cmap',)))} def\nCIDFontName currentdict end /CIDFont defineresource pop\n")
+            f"/sfnts {strings(font.without(more=tables))} def\nCIDFontName currentdict end /CIDFont defineresource pop\n")
 
 
 def hex_cids(path, text):

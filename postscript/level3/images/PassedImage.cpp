@@ -11,6 +11,9 @@ namespace {
 
 // The header of JPEG data is somewhere in here, or it is not worth passing on.
 constexpr std::size_t kLongestHeader = 1U << 20;
+// Behind inline data, for readers that take a word of it at a time, and look for the end of the image behind
+// that.
+constexpr std::string_view kSlack("\0\0\0\0", 4);
 
 // Moves what the scanner takes from the source to `take`, until it has seen enough.
 template <typename Take, typename Until>
@@ -51,17 +54,34 @@ WrittenImage decodeAfterAll(PdfFile& file, const ImageDescription& description, 
       file, description, [&] { return rows.next(); }, 0);
 }
 
-// An inline image has its rows in one place only, and `rows` is nothing.
-std::string faxParameters(const CcittParameters& parameters, std::optional<int> rows) {
+std::string faxParameters(const CcittParameters& parameters, int rows) {
   DictionaryText text;
   if (parameters.k != 0) text.integer("K", parameters.k < 0 ? -1 : 1);
   if (parameters.endOfLine) text.boolean("EndOfLine", true);
   if (parameters.encodedByteAlign) text.boolean("EncodedByteAlign", true);
-  text.integer("Columns", parameters.columns);
-  if (rows) text.integer("Rows", *rows);
+  text.integer("Columns", parameters.columns).integer("Rows", rows);
   if (!parameters.endOfBlock) text.boolean("EndOfBlock", false);
   if (parameters.blackIs1) text.boolean("BlackIs1", true);
   return text.text();
+}
+
+// Whether two-dimensional data ends with its mark, 000000000001 twice, and fewer than eight bits behind it.
+bool endsWithMark(std::string_view data) {
+  constexpr std::uint32_t kMark = 0x001001;
+  constexpr std::uint32_t kMarkBits = 0xffffff;
+  if (data.size() < 4) return false;
+  std::uint32_t last = 0;
+  for (const char byte : data.substr(data.size() - 4)) last = last << 8 | static_cast<unsigned char>(byte);
+  for (int behind = 0; behind < 8; ++behind) {
+    const bool isFilled = (last & ((1U << behind) - 1)) == 0;
+    if (isFilled && (last >> behind & kMarkBits) == kMark) return true;
+  }
+  return false;
+}
+
+// Some readers go on behind an inline image where its filter has come to its end, so that has to be certain.
+bool endsCertainly(const CcittParameters& parameters, std::string_view data) {
+  return parameters.k < 0 && (!parameters.endOfBlock || endsWithMark(data));
 }
 
 }  // namespace
@@ -125,14 +145,15 @@ WrittenImage passFax(PdfFile& file, const ImageDescription& description, CcittDe
   ImageDescription shortened = description;
   shortened.layout.height = rows;
   const std::string_view coded = textOf(data->bytes());
-  if (coded.size() <= mostInlineBytes && canBeInline(shortened)) {
-    const std::string filter = "/F/CCF/DP" + faxParameters(parameters, std::nullopt);
-    if (std::optional<std::string> image = inlineImage(shortened, coded, filter)) {
+  const std::string filterParameters = faxParameters(parameters, rows);
+  if (coded.size() <= mostInlineBytes && canBeInline(shortened) && endsCertainly(parameters, coded)) {
+    const std::string filter = "/F/CCF/DP" + filterParameters;
+    if (std::optional<std::string> image =
+            inlineImage(shortened, std::string(coded).append(kSlack), filter)) {
       return {0, rows, std::move(*image)};
     }
   }
-  const std::string entries =
-      shortened.entries("/Filter/CCITTFaxDecode/DecodeParms" + faxParameters(parameters, rows));
+  const std::string entries = shortened.entries("/Filter/CCITTFaxDecode/DecodeParms" + filterParameters);
   return {file.addSharedStream(entries, coded, StreamData::kPlain), rows};
 }
 

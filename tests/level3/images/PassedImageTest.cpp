@@ -100,9 +100,19 @@ TEST_F(PassedImageTest, AFewBytesOfFaxDataStayInTheContent) {
   const WrittenImage image = passFax(file_, faxImage(6), decoder, fax().size());
   EXPECT_EQ(image.number, 0U);
   EXPECT_EQ(image.height, 6);
-  EXPECT_NE(image.inlined.find("/F/CCF/DP<</K -1/Columns 20>> ID " + fax() + "\nEI\n"), std::string::npos);
+  const std::string text =
+      "/F/CCF/DP<</K -1/Columns 20/Rows 6>> ID " + fax() + std::string(4, '\0') + "\nEI\n";
+  EXPECT_NE(image.inlined.find(text), std::string::npos);
   CcittDecoder again(inPieces(fax(), 100), parameters);
   EXPECT_NE(passFax(file_, faxImage(6), again, fax().size() - 1).number, 0U);
+}
+
+TEST_F(PassedImageTest, FaxDataWithoutAMarkStaysInTheContentWhereNoneIsExpected) {
+  const std::string data = fax().substr(0, fax().size() - 4);
+  CcittDecoder unmarked(inPieces(data, 100), {.k = -1, .columns = 20, .endOfBlock = false});
+  EXPECT_NE(passFax(file_, faxImage(5), unmarked, 100).inlined.find("/EndOfBlock false"), std::string::npos);
+  CcittDecoder cut(inPieces(data, 100), {.k = -1, .columns = 20});
+  EXPECT_NE(passFax(file_, faxImage(5), cut, 100).number, 0U);
 }
 
 TEST_F(PassedImageTest, FaxDataOfAnotherWidthIsDecoded) {

@@ -44,9 +44,10 @@ class PageTurningTest(support.CommandLineTest):
         self.assertEqual(self.turns("%!\n" + FONT + upwards + text(0, 4) + "showpage\n"), [0])
         self.assertEqual(self.turns("%!\n" + FONT + upwards + text(0, 2) + "showpage\n"), [90])
 
-    def test_widths_that_are_asked_for_do_not_count(self):
-        job = "%!\n" + FONT + "gsave 90 rotate (abcdef) stringwidth pop pop grestore " + text(0, 1) + "showpage\n"
-        self.assertEqual(self.turns(job), [0])
+    def test_text_whose_width_is_asked_for_counts(self):
+        measured = "gsave 90 rotate (abcdef) stringwidth pop pop grestore "
+        self.assertEqual(self.turns("%!\n" + FONT + measured + text(0, 5) + "showpage\n"), [90])
+        self.assertEqual(self.turns("%!\n" + FONT + measured + text(0, 7) + "showpage\n"), [0])
 
     def test_text_within_glyphs_does_not_count(self):
         font = ("/Outer 8 dict dup begin /FontType 3 def /FontMatrix [1 0 0 1 0 0] def /FontBBox [0 0 9 9] def\n"

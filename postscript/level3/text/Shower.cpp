@@ -130,8 +130,8 @@ Point Shower::show(TextCursor& cursor) {
   return total;
 }
 
+// Text whose width is asked for counts, too: it is about to be shown that way, and Ghostscript counts it.
 void Shower::noteDirection(const TextCharacter& character, std::size_t characters) {
-  if (settings_.target == ShowSettings::Target::kWidth) return;
   const GraphicsState& state = graphics_.state();
   const Point direction = (character.matrix * state.ctm).applyToDistance({1, 0});
   state.device->canvas->textDirections().note(direction, characters);

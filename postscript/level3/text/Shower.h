@@ -62,7 +62,7 @@ class Shower final : public Roots {
   bool isSeenFrom(const Box& bounds);
   // Shows one character at the current point and moves that on.
   Point showNext(const TextCharacter& character);
-  // Which way characters like this one have been shown.
+  // Which way characters like this one have been shown or measured.
   void noteDirection(const TextCharacter& character, std::size_t characters);
 
   Interpreter& interpreter_;

@@ -20,14 +20,28 @@ bool isSpace(char character) {
 }
 
 bool isDelimiter(char character) {
-  return std::string_view("()<>[]{}/%").find(character) != std::string_view::npos;
+  switch (character) {
+    case '(':
+    case ')':
+    case '<':
+    case '>':
+    case '[':
+    case ']':
+    case '{':
+    case '}':
+    case '/':
+    case '%':
+      return true;
+    default:
+      return false;
+  }
 }
 
 bool isHexDigit(char character) {
   return std::string_view("0123456789abcdefABCDEF").find(character) != std::string_view::npos;
 }
 
-// The segments of a .pfb file in one; other files as they are.
+// The segments of a .pfb file in one; nothing of other files.
 std::string withoutSegments(std::string_view bytes) {
   std::string result;
   ByteReader reader(bytes);
@@ -39,7 +53,7 @@ std::string withoutSegments(std::string_view bytes) {
     for (unsigned shift = 0; shift < 32; shift += 8) size |= static_cast<std::size_t>(reader.u8()) << shift;
     result += reader.take(std::min(size, reader.left()));
   }
-  return result.empty() ? std::string(bytes) : result;
+  return result;
 }
 
 std::string bytesOfHex(std::string_view text) {
@@ -54,13 +68,11 @@ std::string bytesOfHex(std::string_view text) {
   return bytes;
 }
 
-// What follows `eexec`, as plain bytes: binary, or hexadecimal digits.
+// What follows `eexec`, as plain bytes behind four that mean nothing: binary, or hexadecimal digits.
 std::string privatePart(std::string_view encrypted) {
   while (!encrypted.empty() && isSpace(encrypted[0])) encrypted.remove_prefix(1);
   const bool isHex = encrypted.size() >= 4 && std::ranges::all_of(encrypted.substr(0, 4), isHexDigit);
-  std::string plain = isHex ? decrypted(bytesOfHex(encrypted), kEexecKey) : decrypted(encrypted, kEexecKey);
-  plain.erase(0, 4);
-  return plain;
+  return isHex ? decrypted(bytesOfHex(encrypted), kEexecKey) : decrypted(encrypted, kEexecKey);
 }
 
 // The words of a PostScript text: names with their slash, brackets, numbers. Strings and comments are passed
@@ -147,11 +159,14 @@ class Words {
 class Type1Reader {
  public:
   Type1File read(std::string_view bytes) {
-    const std::string text = withoutSegments(bytes);
+    const std::string joined = withoutSegments(bytes);
+    const std::string_view text = joined.empty() ? bytes : joined;
     const std::size_t clearEnd = text.find("eexec");
     if (clearEnd == std::string::npos) throw FontError("a Type 1 font has no encrypted part");
-    readClear(std::string_view(text).substr(0, clearEnd));
-    readPrivate(privatePart(std::string_view(text).substr(clearEnd + 5)));
+    readClear(text.substr(0, clearEnd));
+    file_.privatePart = std::make_unique<const std::string>(privatePart(text.substr(clearEnd + 5)));
+    const std::string_view plain = *file_.privatePart;
+    readPrivate(plain.substr(std::min<std::size_t>(4, plain.size())));
     if (file_.charstrings.empty()) throw FontError("a Type 1 font has no charstrings");
     return std::move(file_);
   }
@@ -271,7 +286,7 @@ void Type1Reader::readSubroutines(Words& words) {
 void Type1Reader::readCharstrings(Words& words) {
   for (std::string_view word = words.next(); !word.empty() && word != "end"; word = words.next()) {
     if (!word.starts_with('/')) continue;
-    const std::string name(word.substr(1));
+    const std::string_view name = word.substr(1);
     const auto size = words.size();
     if (!size) continue;
     words.next();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -17,7 +18,9 @@ struct Type1File {
   // StandardEncoding unless the file has one of its own; "" where a code has no glyph.
   std::array<std::string, 256> encoding;
   // Names and charstrings, in the file's order.
-  std::vector<std::pair<std::string, std::string>> charstrings;
+  std::vector<std::pair<std::string_view, std::string_view>> charstrings;
+  // Where they are.
+  std::unique_ptr<const std::string> privatePart;
 };
 
 Type1File readType1File(std::string_view bytes);

@@ -232,7 +232,7 @@ TEST_F(CidFontTest, SubsetIsReadByFreeType) {
 TEST_F(CidFontTest, AddedGlyphsGoFirst) {
   CidFont font(data_);
   std::string entry(1, '\0');
-  font.add(10, entry + file_.charstrings[20].second);
+  font.add(10, entry + std::string(file_.charstrings[20].second));
   EXPECT_EQ(font.glyph(10).path, font.glyph(20).path);
   EXPECT_TRUE(font.hasAdded(10));
 }

@@ -1,6 +1,6 @@
-#include "postscript/level3/fonts/Encryption.h"
-
 #include <gtest/gtest.h>
+
+#include "postscript/level3/fonts/Encryption.h"
 
 namespace quillpress::level3 {
 namespace {

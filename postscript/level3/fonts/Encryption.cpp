@@ -29,8 +29,8 @@ std::string decrypted(std::string_view bytes, std::uint16_t key) {
   std::uint32_t state = key;
   // Four bytes at a time: what the bytes add to the keys does not wait for the key before them. Overflow of
   // more than 16 bits does no harm to those.
-  constexpr std::uint32_t kTwice = kFactor * kFactor;
-  constexpr std::uint32_t kThrice = kTwice * kFactor;
+  constexpr std::uint32_t kSquare = kFactor * kFactor;
+  constexpr std::uint32_t kCube = kSquare * kFactor;
   for (; end - cipher >= 4; cipher += 4, plain += 4) {
     const std::uint32_t first = keyBehind(cipher[0], 0);
     const std::uint32_t second = keyBehind(cipher[1], first);
@@ -38,9 +38,9 @@ std::string decrypted(std::string_view bytes, std::uint16_t key) {
     const std::uint32_t fourth = keyBehind(cipher[3], third);
     plain[0] = plainByte(cipher[0], state);
     plain[1] = plainByte(cipher[1], state * kFactor + first);
-    plain[2] = plainByte(cipher[2], state * kTwice + second);
-    plain[3] = plainByte(cipher[3], state * kThrice + third);
-    state = state * (kThrice * kFactor) + fourth;
+    plain[2] = plainByte(cipher[2], state * kSquare + second);
+    plain[3] = plainByte(cipher[3], state * kCube + third);
+    state = state * (kCube * kFactor) + fourth;
   }
   for (; cipher != end; ++cipher) {
     *plain++ = plainByte(*cipher, state);

@@ -12,15 +12,9 @@ namespace quillpress::level3 {
 
 namespace {
 
-// Beyond this, single precision does not tell pixels apart, and sums of coordinates could overflow.
-constexpr double kGreatestCoordinate = 1e15;
-
 // Spaces that a job uses in turn; one that makes a new array each time is read each time.
 constexpr std::size_t kMostKnownSpaces = 16;
 
-// Paths longer than this are counted against the memory of the job, each time that they have grown by as
-// much.
-constexpr std::size_t kLongPath = 1UL << 16;
 // With what painting a path takes for a while: an outline of it, say.
 constexpr std::size_t kBytesPerSegment = 128;
 
@@ -159,24 +153,12 @@ ColourSpacePointer Graphics::colourSpace(const Object& description) {
   return space;
 }
 
-Point Graphics::currentPoint() const {
-  const std::optional<Point> point = state_.path.currentPoint();
-  if (!point) raise(ErrorName::kNoCurrentPoint);
-  return *point;
-}
-
-void Graphics::requireInBounds(Point point) const {
-  if (!(std::abs(point.x) < kGreatestCoordinate && std::abs(point.y) < kGreatestCoordinate)) {
-    raise(ErrorName::kUndefinedResult);
-  }
+// Those that are beyond the numbers, in a long path, or within setbbox.
+void Graphics::requireUncommon(Point point) const {
+  if (!isCoordinate(point.x) || !isCoordinate(point.y)) raise(ErrorName::kUndefinedResult);
   if (state_.path.segmentCount() % kLongPath == kLongPath - 1) requireRoomForPaths();
   // A little room for what single precision does to corners of the box.
   if (state_.pathBounds && !state_.pathBounds->grownBy(0.01).contains(point)) raise(ErrorName::kRangeCheck);
-}
-
-void Graphics::moveTo(Point device) {
-  requireInBounds(device);
-  state_.path.moveTo(device);
 }
 
 void Graphics::lineTo(Point device) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -30,6 +31,9 @@ class Graphics final : public Interpreter::Extension {
  public:
   static constexpr Interpreter::Slot kSlot = Interpreter::Slot::kGraphics;
 
+  // Paths longer than this are counted against the memory of the job, each time that they have grown by as
+  // much.
+  static constexpr std::size_t kLongPath = 1UL << 16;
   // gsave deeper than this is a limitcheck.
   static constexpr std::size_t kMostStates = 100'000;
 
@@ -61,8 +65,15 @@ class Graphics final : public Interpreter::Extension {
   void initClip();
 
   // ---- The path. Throw nocurrentpoint where one is needed, rangecheck beyond setbbox.
-  Point currentPoint() const;
-  void moveTo(Point device);
+  Point currentPoint() const {
+    const std::optional<Point> point = state_.path.currentPoint();
+    if (!point) raise(ErrorName::kNoCurrentPoint);
+    return *point;
+  }
+  void moveTo(Point device) {
+    requireInBounds(device);
+    state_.path.moveTo(device);
+  }
   void lineTo(Point device);
   void curveTo(Point control1, Point control2, Point end);
   void clipTo(const Path& path, FillRule rule);
@@ -103,7 +114,18 @@ class Graphics final : public Interpreter::Extension {
     ColourSpacePointer space;
   };
 
-  void requireInBounds(Point point) const;
+  void requireInBounds(Point point) const {
+    const bool isShort = state_.path.segmentCount() < kLongPath;
+    if (!isShort || state_.pathBounds || !isCoordinate(point.x) || !isCoordinate(point.y)) {
+      requireUncommon(point);
+    }
+  }
+  static bool isCoordinate(double value) {
+    // Beyond this, single precision does not tell pixels apart, and sums of coordinates could overflow.
+    constexpr double kGreatest = 1e15;
+    return std::abs(value) < kGreatest;
+  }
+  void requireUncommon(Point point) const;
   void requireRoomForPaths() const;
 
   Interpreter& interpreter_;

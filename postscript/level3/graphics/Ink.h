@@ -24,6 +24,9 @@ class Ink {
     const GraphicsState& state = graphics_.state();
     content_->showGlyph(glyph, bounds, *paint_, state.clip, state.rare, lineWidth);
   }
+  // False when it has to be shown in full. REQUIRES: content() is what the last glyph was shown in, in the
+  // same colour, with the same matrix but for its place.
+  bool showNext(const NextGlyph& glyph) { return content_->showNext(glyph, graphics_.state().clip); }
 
  private:
   void lookUp();

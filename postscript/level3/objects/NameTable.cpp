@@ -57,11 +57,13 @@ Name* NameTable::pinned(std::string_view text) {
   return name;
 }
 
-Name* NameTable::intern(std::string_view text) {
+Name* NameTable::lookUp(std::string_view text) {
   if (text.size() > kMaxLength) raise(ErrorName::kLimitCheck);
   const std::uint32_t hash = hashOf(text);
   Name* const known = slots_[place(text, hash)];
-  return known != nullptr ? known : add(text, hash);
+  Name* const name = known != nullptr ? known : add(text, hash);
+  if (text.size() == 1) short_[static_cast<unsigned char>(text.front())] = name;
+  return name;
 }
 
 Name* NameTable::find(std::string_view text) const {
@@ -96,6 +98,7 @@ void NameTable::rehash(std::size_t size) {
 }
 
 void NameTable::sweep() {
+  short_ = {};
   for (Name*& name : slots_) {
     if (name == nullptr) continue;
     if (name->isMarked || name->isPinned) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string_view>
 #include <vector>
@@ -24,7 +25,12 @@ class NameTable {
   Name* pinned(std::string_view text);
 
   // For what a job names: the name goes when nothing refers to it at a collection.
-  Name* intern(std::string_view text);
+  Name* intern(std::string_view text) {
+    if (text.size() == 1) {
+      if (Name* const known = short_[static_cast<unsigned char>(text.front())]) return known;
+    }
+    return lookUp(text);
+  }
 
   // The name, or nullptr when nobody has used it.
   [[nodiscard]] Name* find(std::string_view text) const;
@@ -37,10 +43,13 @@ class NameTable {
 
  private:
   [[nodiscard]] std::size_t place(std::string_view text, std::uint32_t hash) const;
+  Name* lookUp(std::string_view text);
   Name* add(std::string_view text, std::uint32_t hash);
   void rehash(std::size_t size);
 
   std::vector<Name*> slots_;  // open addressing, a power of two
+  // Those of one character, where they are known: prologues name so what pages ask for all the time.
+  std::array<Name*, 256> short_{};
   std::size_t count_ = 0;
   std::size_t bytes_ = 0;
 };

@@ -13,6 +13,19 @@ namespace {
 // this.
 constexpr std::size_t kSmallestThreshold = 8UL * 1024 * 1024;
 
+#if defined(__has_feature)
+#define QUILLPRESS_CHECKS_ADDRESSES __has_feature(address_sanitizer)
+#elif defined(__SANITIZE_ADDRESS__)
+#define QUILLPRESS_CHECKS_ADDRESSES 1
+#else
+#define QUILLPRESS_CHECKS_ADDRESSES 0
+#endif
+
+// Under AddressSanitizer every value has memory of its own, so that use of one that was collected is seen.
+constexpr bool isSmall(std::size_t bytes) {
+  return QUILLPRESS_CHECKS_ADDRESSES == 0 && bytes <= SmallBlocks::kLargest;
+}
+
 std::uint32_t checkedLength(std::size_t length) {
   if (length > Object::kMaxLength) raise(ErrorName::kLimitCheck);
   return static_cast<std::uint32_t>(length);
@@ -38,11 +51,24 @@ void VirtualMemory::account(std::size_t bytes) {
   if (!wanted && wantsCollection() && notifyPressure_) notifyPressure_();
 }
 
+// Null when the machine has none.
+void* VirtualMemory::memoryFor(std::size_t bytes) {
+  return isSmall(bytes) ? smallBlocks_.take(bytes) : ::operator new(bytes, std::nothrow);
+}
+
+void VirtualMemory::release(void* memory, std::size_t bytes) {
+  if (isSmall(bytes)) {
+    smallBlocks_.give(memory, bytes);
+  } else {
+    ::operator delete(memory);
+  }
+}
+
 template <typename T, typename... Arguments>
 T* VirtualMemory::allocate(std::size_t tail, Arguments&&... arguments) {
   const std::size_t bytes = sizeof(T) + tail;
   reserve(bytes);
-  void* const memory = ::operator new(bytes, std::nothrow);
+  void* const memory = memoryFor(bytes);
   if (memory == nullptr) raise(ErrorName::kVmError);
   T* const storage = new (memory) T(std::forward<Arguments>(arguments)...);
   storage->isGlobal_ = isGlobal_;
@@ -225,15 +251,17 @@ void VirtualMemory::destroy(Storage* storage) {
   switch (storage->kind()) {
     case StorageKind::kString:
     case StorageKind::kArray:
+      release(storage, sizeOf(*storage));
       break;
     case StorageKind::kDictionary:
       static_cast<Dictionary*>(storage)->~Dictionary();
+      release(storage, sizeof(Dictionary));
       break;
     case StorageKind::kForeign:
       static_cast<ForeignStorage*>(storage)->~ForeignStorage();
+      release(storage, sizeof(ForeignStorage));
       break;
   }
-  ::operator delete(storage);
 }
 
 }  // namespace quillpress::level3

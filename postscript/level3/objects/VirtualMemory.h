@@ -12,6 +12,7 @@
 #include "postscript/level3/objects/Journal.h"
 #include "postscript/level3/objects/NameTable.h"
 #include "postscript/level3/objects/Object.h"
+#include "postscript/level3/objects/SmallBlocks.h"
 #include "postscript/level3/objects/Storage.h"
 #include "postscript/level3/objects/Tracer.h"
 
@@ -130,11 +131,14 @@ class VirtualMemory {
   void reserve(std::size_t bytes);
   void account(std::size_t bytes);
   void insert(Dictionary& dictionary, const Object& key, const Object& value);
-  static void destroy(Storage* storage);
+  void* memoryFor(std::size_t bytes);
+  void release(void* memory, std::size_t bytes);
+  void destroy(Storage* storage);
   static std::size_t sizeOf(const Storage& storage);
   void sweep();
 
   NameTable names_;
+  SmallBlocks smallBlocks_;
   std::vector<Storage*> storages_;
   DictionaryStack dictionaryStack_;
   std::vector<Journal> journals_;  // the innermost save is last

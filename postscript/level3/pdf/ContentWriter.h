@@ -84,6 +84,10 @@ class ContentWriter {
   // `lineWidth`, in device space, is for outlined ones.
   void showGlyph(const TextGlyph& glyph, const Box& bounds, const Paint& paint, const ClipPointer& clip,
                  const RareParameters& rare, double lineWidth = 0);
+  // False when more has to be said for it than its code and place; it is for showGlyph() then. REQUIRES: the
+  // last glyph that this writer has shown was filled with the same paint and rare parameters, and had the
+  // same matrix but for its place.
+  bool showNext(const NextGlyph& glyph, const ClipPointer& clip);
   void shade(ObjectNumber shading, const Matrix& toDevice, const Box& bounds, const ClipPointer& clip,
              const RareParameters& rare);
 

@@ -1,6 +1,7 @@
 #include "postscript/level3/pdf/Fingerprint.h"
 
 #include <bit>
+#include <cstring>
 
 namespace quillpress::level3 {
 
@@ -11,6 +12,10 @@ constexpr std::uint64_t kLowFactor = 0xC4CEB9FE1A85EC53U;
 
 std::uint64_t wordAt(const char* bytes) {
   std::uint64_t word = 0;
+  if constexpr (std::endian::native == std::endian::little) {
+    std::memcpy(&word, bytes, sizeof word);
+    return word;
+  }
   for (int index = 0; index < 8; ++index) {
     word |= static_cast<std::uint64_t>(static_cast<unsigned char>(bytes[index])) << (8 * index);
   }

@@ -14,7 +14,6 @@ constexpr int kMatrixPlaces = 6;
 constexpr double kThousand = 1000;
 // Farther apart, two strings are shorter than one with a large number in it.
 constexpr double kFarthestAdjustment = 20'000;
-constexpr std::size_t kLongestRun = 2000;
 
 double rounded(double value, int decimals) {
   const double scale = powerOfTen(decimals);
@@ -42,17 +41,17 @@ void TextWriter::open(std::string& content) {
 }
 
 void TextWriter::flushRun(std::string& content) {
-  if (run_.empty() && parts_.empty()) return;
+  if (runLength_ == 0 && parts_.empty()) return;
   if (parts_.empty()) {
-    appendString(content, run_);
+    appendString(content, run());
     content += "Tj\n";
   } else {
     content += '[';
     content += parts_;
-    if (!run_.empty()) appendString(content, run_);
+    if (runLength_ != 0) appendString(content, run());
     content += "]TJ\n";
   }
-  run_.clear();
+  runLength_ = 0;
   parts_.clear();
 }
 
@@ -82,7 +81,7 @@ void TextWriter::useFont(std::string& content, ContentResources& resources, Text
 }
 
 // A line in the same direction as the last is told by its distance, any other by a matrix.
-void TextWriter::moveTo(std::string& content, const ContentSpace& space, Point origin) {
+void TextWriter::beginLine(std::string& content, const ContentSpace& space, Point origin) {
   flushRun(content);
   pen_ = 0;
   const Linear& linear = shape_.linear;
@@ -139,8 +138,8 @@ void TextWriter::adjust(double gap) {
   const int decimals = shape_.size / kThousand > shape_.tolerance ? 1 : 0;
   const double adjustment = rounded(-gap * kThousand / shape_.size, decimals);
   if (adjustment == 0) return;
-  if (!run_.empty()) appendString(parts_, run_);
-  run_.clear();
+  if (runLength_ != 0) appendString(parts_, run());
+  runLength_ = 0;
   appendNumber(parts_, adjustment, decimals);
   pen_ -= adjustment * shape_.size / kThousand;
 }
@@ -154,19 +153,33 @@ void TextWriter::show(std::string& content, ContentResources& resources, TextSta
   if (state.font != glyph.font || state.size != shape_.units || state.mode != glyph.mode) {
     useFont(content, resources, state, glyph);
   }
-  const Point origin = space.fromDevice.apply({glyph.toDevice.tx, glyph.toDevice.ty});
+  moveTo(content, space, space.fromDevice.apply({glyph.toDevice.tx, glyph.toDevice.ty}),
+         shape_.linear == linear_);
+  add(glyph.code, glyph.codeBytes, glyph.width);
+}
+
+void TextWriter::showNext(std::string& content, const ContentSpace& space, const NextGlyph& glyph) {
+  moveTo(content, space, space.fromDevice.apply(glyph.origin), true);
+  add(glyph.code, glyph.codeBytes, glyph.width);
+}
+
+// Along the line, if the place is on it, or to a new one.
+void TextWriter::moveTo(std::string& content, const ContentSpace& space, Point origin, bool hasSameAxes) {
   const Point distance = shape_.inverse.applyToDistance(origin - line_);
   const double gap = distance.x - pen_;
-  const bool isOnLine = shape_.linear == linear_ && std::abs(distance.y) <= shape_.tolerance &&
-                        std::abs(gap) <= shape_.farthest && run_.size() < kLongestRun;
+  const bool isOnLine = hasSameAxes && std::abs(distance.y) <= shape_.tolerance &&
+                        std::abs(gap) <= shape_.farthest && runLength_ < kLongestRun;
   if (!isOnLine) {
-    moveTo(content, space, origin);
+    beginLine(content, space, origin);
   } else if (std::abs(gap) > shape_.tolerance) {
     adjust(gap);
   }
-  if (glyph.codeBytes == 2) run_ += static_cast<char>(glyph.code >> 8);
-  run_ += static_cast<char>(glyph.code & 0xff);
-  pen_ += glyph.width * shape_.size;
+}
+
+void TextWriter::add(std::uint32_t code, std::uint8_t codeBytes, double width) {
+  if (codeBytes == 2) run_[runLength_++] = static_cast<char>(code >> 8);
+  run_[runLength_++] = static_cast<char>(code & 0xff);
+  pen_ += width * shape_.size;
 }
 
 }  // namespace quillpress::level3

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "postscript/level3/geometry/Box.h"
 #include "postscript/level3/pdf/ContentResources.h"
@@ -24,6 +26,18 @@ struct TextGlyph {
   Matrix toDevice;
 };
 
+// A glyph that differs from the last one in its place and code alone.
+struct NextGlyph {
+  ObjectNumber font = 0;
+  std::uint32_t code = 0;
+  std::uint8_t codeBytes = 1;
+  double width = 0;  // as a TextGlyph's
+  // In device space, as the rest.
+  Point origin;
+  // How far from there it paints at most, in each direction.
+  double reach = 0;
+};
+
 // The part of the text state that outlives a text object.
 struct TextState {
   ObjectNumber font = 0;
@@ -42,10 +56,18 @@ class TextWriter {
   void show(std::string& content, ContentResources& resources, TextState& state, const ContentSpace& space,
             const TextGlyph& glyph);
 
+  // Whether the last glyph is in the text object, so that others may follow it.
+  bool hasLast() const { return isOpen_ && shape_.isShown; }
+  // REQUIRES: hasLast(); the font is that of the last glyph.
+  void showNext(std::string& content, const ContentSpace& space, const NextGlyph& glyph);
+
   // Ends the text object, if there is one.
   void close(std::string& content);
 
  private:
+  static constexpr std::size_t kLongestRun = 2000;
+  static constexpr std::size_t kMostCodeBytes = 2;
+
   struct Linear {
     double a = 1;
     double b = 0;
@@ -73,8 +95,11 @@ class TextWriter {
   static Shape shapeOf(const TextGlyph& glyph, const ContentSpace& space);
   void open(std::string& content);
   void useFont(std::string& content, ContentResources& resources, TextState& state, const TextGlyph& glyph);
-  void moveTo(std::string& content, const ContentSpace& space, Point origin);
+  void moveTo(std::string& content, const ContentSpace& space, Point origin, bool hasSameAxes);
+  void beginLine(std::string& content, const ContentSpace& space, Point origin);
+  void add(std::uint32_t code, std::uint8_t codeBytes, double width);
   void adjust(double gap);
+  std::string_view run() const { return {run_.data(), runLength_}; }
   void flushRun(std::string& content);
 
   bool isOpen_ = false;
@@ -86,7 +111,8 @@ class TextWriter {
   double pen_ = 0;
   // The strings and adjustments of a TJ, and the string that is being gathered.
   std::string parts_;
-  std::string run_;
+  std::array<char, kLongestRun + kMostCodeBytes> run_;
+  std::size_t runLength_ = 0;
 };
 
 }  // namespace quillpress::level3

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <optional>
 
 #include "postscript/level3/graphics/Ink.h"
@@ -24,6 +25,9 @@ struct FaceGlyph {
   Point shift;
   VerticalMetrics vertical;
   Box bounds;
+  // How far from the current point what it fills reaches, in each direction; below 0 when it has to be
+  // painted each time as if it were new.
+  double reach = -1;
   GlyphSlot slot;
   // PDF's idea of the advance: text space units at font size 1.
   double width = 0;
@@ -32,6 +36,10 @@ struct FaceGlyph {
   // Nothing is shown for glyphs that are missing, or .notdef without an outline.
   bool isShown = false;
 };
+
+inline double reachOf(const Box& bounds) {
+  return std::max({-bounds.left, -bounds.bottom, bounds.right, bounds.top, 0.0});
+}
 
 // Where a glyph goes.
 struct GlyphPlace {

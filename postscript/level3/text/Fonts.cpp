@@ -11,6 +11,11 @@
 
 namespace quillpress::level3 {
 
+bool TextLine::isFor(const GraphicsState& state, const Matrix& characterMatrix) const {
+  return content != nullptr && colour == state.colour && rare == state.rare && ctm.a == state.ctm.a &&
+         ctm.b == state.ctm.b && ctm.c == state.ctm.c && ctm.d == state.ctm.d && matrix == characterMatrix;
+}
+
 Fonts::Fonts(Interpreter& interpreter, Graphics& graphics)
     : interpreter_(interpreter),
       graphics_(graphics),
@@ -53,16 +58,26 @@ bool Fonts::isComposite(const Object& font) const {
   return type != nullptr && type->isInteger() && type->asInteger() == 0;
 }
 
-Matrix Fonts::matrixOf(const Object& font) const {
-  const Object* const entry = font.asDictionary()->find(fontMatrix_);
-  const std::optional<Matrix> matrix = entry == nullptr ? std::nullopt : matrixIn(*entry);
-  if (!matrix) raise(ErrorName::kInvalidFont);
-  return *matrix;
-}
-
-Object Fonts::encodingOf(const Object& font) const {
-  const Object* const encoding = font.asDictionary()->find(encoding_);
-  return encoding != nullptr && encoding->isArray() ? *encoding : Object();
+const ShownFont& Fonts::shown(const Object& font) {
+  if (!font.isDictionary()) raise(ErrorName::kInvalidFont);
+  const Dictionary& dictionary = *font.asDictionary();
+  // Those that definefont has seen can no longer change.
+  if (shown_.font.isDictionary() && shown_.font.asDictionary() == &dictionary && !dictionary.isWritable()) {
+    return shown_;
+  }
+  ShownFont shown;
+  shown.font = font;
+  shown.isComposite = isComposite(font);
+  const Object* const matrix = dictionary.find(fontMatrix_);
+  const std::optional<Matrix> read = matrix == nullptr ? std::nullopt : matrixIn(*matrix);
+  if (!read) raise(ErrorName::kInvalidFont);
+  shown.matrix = *read;
+  if (!shown.isComposite) {
+    shown.face = faceOf(font);
+    const Object* const encoding = dictionary.find(encoding_);
+    if (encoding != nullptr && encoding->isArray()) shown.encoding = *encoding;
+  }
+  return shown_ = std::move(shown);
 }
 
 std::shared_ptr<Face> Fonts::makeFace(const Object& font) {
@@ -156,6 +171,7 @@ std::vector<std::string> Fonts::substitutedFonts() const {
 
 void Fonts::trace(Tracer& tracer) const {
   for (const auto& [number, face] : faces_) face->trace(tracer);
+  tracer.visit(shown_.font);
 }
 
 void Fonts::onSave(std::uint32_t serial) {
@@ -165,6 +181,7 @@ void Fonts::onSave(std::uint32_t serial) {
 // Fonts defined since the save are gone, save those in global memory, which are read again when they are
 // used.
 void Fonts::onRestore(std::uint32_t serial) {
+  shown_ = {};
   const auto save = saves_.find(serial);
   if (save == saves_.end()) return;
   lastFound_ = nullptr;

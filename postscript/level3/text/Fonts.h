@@ -17,6 +17,33 @@ namespace quillpress::level3 {
 
 struct GlyphRun;
 
+// What a font's dictionary has for all of its characters.
+struct ShownFont {
+  Object font;
+  bool isComposite = false;
+  Matrix matrix;
+  // Of a base font; the encoding is a null object when it is no array.
+  std::shared_ptr<Face> face;
+  Object encoding;
+};
+
+// What the glyph that was shown last has in common with those that may follow it without further ado.
+struct TextLine {
+  // Where it was shown; null when nothing may follow.
+  const ContentWriter* content = nullptr;
+  ColourPointer colour;
+  RareParameters rare;
+  Matrix ctm;
+  // The character's.
+  Matrix matrix;
+  // From the current point to a glyph's origin, in device space.
+  Point shift;
+  // How far a distance in character space reaches at most, in device space.
+  double scale = 0;
+
+  bool isFor(const GraphicsState& state, const Matrix& characterMatrix) const;
+};
+
 // All fonts of a job: what belongs to the number in a font's dictionary (FID), the programs that go into the
 // PDF, and what stood in for fonts that were not there.
 class Fonts final : public Interpreter::Extension {
@@ -36,12 +63,10 @@ class Fonts final : public Interpreter::Extension {
   // The FontMatrix that the font was defined with.
   Matrix definedMatrix(const Object& font) const;
 
-  // Entries that every show asks for. REQUIRES: a dictionary, for all of them.
+  // REQUIRES: a dictionary
   bool isComposite(const Object& font) const;
-  // Throws invalidfont.
-  Matrix matrixOf(const Object& font) const;
-  // A null object when it is no array.
-  Object encodingOf(const Object& font) const;
+  // Borrowed: valid until another font is asked for. Throws invalidfont.
+  const ShownFont& shown(const Object& font);
 
   // The program for a content, made when there is none yet.
   std::shared_ptr<OutlineProgram> program(const Fingerprint& content,
@@ -56,6 +81,8 @@ class Fonts final : public Interpreter::Extension {
   // CMaps by number, as their dictionaries have it. Null when there is none.
   std::int64_t newCMap();
   CMap* cmap(std::int64_t number);
+
+  TextLine& line() { return line_; }
 
   // The glyph whose procedure is running; null when none is.
   GlyphRun* run() { return run_; }
@@ -105,6 +132,8 @@ class Fonts final : public Interpreter::Extension {
   std::unordered_map<const Dictionary*, Substitution> substitutions_;
   std::vector<std::unique_ptr<CMap>> cmaps_;
   std::map<std::uint32_t, std::int64_t> saves_;
+  ShownFont shown_;
+  TextLine line_;
   std::size_t missingGlyphs_ = 0;
   GlyphRun* run_ = nullptr;
   bool hasTurnEnded_ = false;

@@ -65,6 +65,9 @@ void OutlineFace::measure(const Object& font, const GlyphKey& key, FaceGlyph& gl
   glyph.vertical = outline.vertical.value_or(VerticalMetrics{outline.advance, {0, 0}});
   applyMetrics(font, key, glyph);
   applyDeviceProcedure(font, key, glyph);
+  const bool isFilled = strokeWidth_ < 0;
+  if (glyph.isShown && isFilled && glyph.shift == Point())
+    glyph.reach = glyph.bounds.isEmpty() ? 0 : reachOf(glyph.bounds);
 }
 
 // Metrics: a width, [sidebearing width] along the baseline, or [sbx sby wx wy]; the outline moves with its

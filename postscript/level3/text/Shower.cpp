@@ -55,6 +55,7 @@ Shower::Shower(Interpreter& interpreter, const ShowSettings& settings)
       graphics_(graphicsOf(interpreter)),
       settings_(settings),
       ink_(graphics_),
+      line_(fontsOf(interpreter).line()),
       scope_(interpreter.memory(), *this) {}
 
 void Shower::trace(Tracer& tracer) const {
@@ -75,6 +76,36 @@ Point Shower::advanceWith(const TextCharacter& character, const FaceGlyph& glyph
   return advance;
 }
 
+bool Shower::continuesLine(const TextCharacter& character) const {
+  return settings_.target == ShowSettings::Target::kPage && line_.isFor(graphics_.state(), character.matrix);
+}
+
+// Most glyphs differ from the one before in their code and place alone.
+bool Shower::addToLine(const TextCharacter& character, const FaceGlyph& glyph, Point start) {
+  const bool canFollow = isOnLine_ && line_.content == ink_.content() && glyph.reach >= 0 &&
+                         glyph.slot.font != 0 && !character.isVertical && held_.empty();
+  if (!canFollow) return false;
+  const bool follows = ink_.showNext({glyph.slot.font, glyph.slot.code, glyph.slot.codeBytes, glyph.width,
+                                      start + line_.shift, glyph.reach * line_.scale});
+  if (follows) isSeen_ = true;
+  return follows;
+}
+
+// Others may follow the glyph that has been painted.
+void Shower::beginLine(const TextCharacter& character, const FaceGlyph& glyph, const Matrix& toDevice) {
+  const GraphicsState& state = graphics_.state();
+  isOnLine_ = glyph.reach >= 0 && !character.isVertical;
+  line_.content = isOnLine_ ? ink_.content() : nullptr;
+  if (!isOnLine_) return;
+  line_.colour = state.colour;
+  line_.rare = state.rare;
+  line_.ctm = state.ctm;
+  line_.matrix = character.matrix;
+  line_.shift = state.ctm.applyToDistance(character.matrix.apply({}));
+  line_.scale =
+      std::max(std::abs(toDevice.a) + std::abs(toDevice.c), std::abs(toDevice.b) + std::abs(toDevice.d));
+}
+
 // Paints the glyph, or adds it to the path.
 void Shower::place(const TextCharacter& character, FaceGlyph& glyph, Point start) {
   GraphicsState& state = graphics_.state();
@@ -91,6 +122,7 @@ void Shower::place(const TextCharacter& character, FaceGlyph& glyph, Point start
     if (place.bounds.isEmpty()) return;
     if (isSeen_ || isSeenFrom(place.bounds)) {
       character.face->paint(glyph, place, ink_);
+      beginLine(character, glyph, place.toDevice);
     } else {
       held_.push_back({character, &glyph, place.toDevice, place.bounds});
     }
@@ -115,17 +147,21 @@ Point Shower::showNext(const TextCharacter& character) {
   if (settings_.target == ShowSettings::Target::kWidth) return advance;
   // Adding an outline ends with a current point of its own.
   const Point start = graphics_.currentPoint();
-  if (glyph != nullptr) place(character, *glyph, start);
+  if (glyph != nullptr && !addToLine(character, *glyph, start)) place(character, *glyph, start);
   graphics_.moveTo(start + graphics_.state().ctm.applyToDistance(advance));
   return advance;
 }
 
 Point Shower::show(TextCursor& cursor) {
   Point total;
+  isOnLine_ = continuesLine(cursor.character());
   isSeen_ = false;
   held_.clear();
   const std::size_t shownBefore = count_;
-  while (const TextCharacter* const character = cursor.next()) total = total + showNext(*character);
+  while (const TextCharacter* const character = cursor.next()) {
+    if (cursor.isComposite()) isOnLine_ = continuesLine(*character);
+    total = total + showNext(*character);
+  }
   noteDirection(cursor.character(), count_ - shownBefore);
   return total;
 }
@@ -140,6 +176,7 @@ void Shower::noteDirection(const TextCharacter& character, std::size_t character
 void Shower::showGlyph(const TextCharacter& character) {
   // What a face says of a glyph may run a job's procedure; the font must live as long.
   const Rooted font(interpreter_.memory(), character.font);
+  isOnLine_ = continuesLine(character);
   showNext(character);
   noteDirection(character, 1);
 }

@@ -28,6 +28,8 @@ struct ShowSettings {
 
 // Shows characters one after the other: each at the current point, which it moves on. Of a string that can be
 // seen in part, what is clipped away is text, too.
+struct TextLine;
+
 class Shower final : public Roots {
  public:
   Shower(Interpreter& interpreter, const ShowSettings& settings);
@@ -59,6 +61,9 @@ class Shower final : public Roots {
   Point advanceOf(const TextCharacter& character, const FaceGlyph& glyph) const;
   Point advanceWith(const TextCharacter& character, const FaceGlyph& glyph);
   void place(const TextCharacter& character, FaceGlyph& glyph, Point start);
+  bool continuesLine(const TextCharacter& character) const;
+  bool addToLine(const TextCharacter& character, const FaceGlyph& glyph, Point start);
+  void beginLine(const TextCharacter& character, const FaceGlyph& glyph, const Matrix& toDevice);
   bool isSeenFrom(const Box& bounds);
   // Shows one character at the current point and moves that on.
   Point showNext(const TextCharacter& character);
@@ -69,6 +74,9 @@ class Shower final : public Roots {
   Graphics& graphics_;
   const ShowSettings& settings_;
   Ink ink_;
+  TextLine& line_;
+  // Its glyphs and the next of this string have all in common that the graphics state and the font say.
+  bool isOnLine_ = false;
   std::size_t count_ = 0;
   std::vector<Held> held_;
   bool isSeen_ = false;

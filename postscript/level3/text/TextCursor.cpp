@@ -39,13 +39,11 @@ TextCursor::TextCursor(Interpreter& interpreter, const Object& font, std::string
     : interpreter_(interpreter), font_(font), bytes_(std::move(bytes)), scope_(interpreter.memory(), *this) {
   character_.font = font;
   if (font.isNull()) return;
-  if (!font.isDictionary()) raise(ErrorName::kInvalidFont);
-  Fonts& fonts = fontsOf(interpreter);
-  isComposite_ = fonts.isComposite(font);
-  character_.matrix = fonts.matrixOf(font);
-  if (isComposite_) return;
-  character_.face = fonts.faceOf(font);
-  encoding_ = fonts.encodingOf(font);
+  const ShownFont& shown = fontsOf(interpreter).shown(font);
+  isComposite_ = shown.isComposite;
+  character_.matrix = shown.matrix;
+  character_.face = shown.face;
+  encoding_ = shown.encoding;
 }
 
 void TextCursor::trace(Tracer& tracer) const {

@@ -33,7 +33,9 @@ class TextCursor final : public Roots {
 
   // Null at the end. Throws rangecheck where a composite font cannot read on.
   const TextCharacter* next();
-  // The one that next() has given last.
+  // Whether characters may be of different fonts.
+  bool isComposite() const { return isComposite_; }
+  // The one that next() has given last; before that, what all characters of a base font have in common.
   const TextCharacter& character() const { return character_; }
 
   void trace(Tracer& tracer) const override;

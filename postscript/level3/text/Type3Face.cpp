@@ -118,8 +118,10 @@ void Type3Face::draw(const Object& font, const GlyphKey& key, Drawn& drawn) {
   glyph.vertical = run.hasVertical ? run.vertical : VerticalMetrics{run.advance, {0, 0}};
   glyph.width = run.advance.x * matrix_.a;
   glyph.isShown = true;
+  if (run.isMask && !run.bounds.isEmpty()) glyph.reach = reachOf(run.bounds);
   if (!run.hasWidth && captured.content.empty()) {
     glyph.isShown = false;
+    glyph.reach = -1;
     return;
   }
   PdfFile& file = graphics.document().file();

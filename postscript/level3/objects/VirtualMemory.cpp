@@ -10,8 +10,8 @@ namespace quillpress::level3 {
 namespace {
 
 // A collection walks over everything alive, so it waits until as much again has been allocated, and at least
-// this.
-constexpr std::size_t kSmallestThreshold = 8UL * 1024 * 1024;
+// this: memory that is used again is at hand, while new pages of the machine's are not.
+constexpr std::size_t kSmallestThreshold = 1024UL * 1024;
 
 #if defined(__has_feature)
 #define QUILLPRESS_CHECKS_ADDRESSES __has_feature(address_sanitizer)

@@ -36,6 +36,10 @@ class ContentWriterTest : public ::testing::Test {
     glyph.toDevice = {size, 0, 0, size, at.x, at.y};
     content_.showGlyph(glyph, {at.x, at.y, at.x + size / 2, at.y + size / 2}, paint, clip, rare);
   }
+  // The same glyph by its code and place alone.
+  bool follow(char code, Point at, ObjectNumber font = 7, const ClipPointer& clip = nullptr) {
+    return content_.showNext({font, static_cast<unsigned char>(code), 1, 0.5, at, 5}, clip);
+  }
   std::string finished() {
     content_.finish();
     return content_.text();
@@ -205,6 +209,41 @@ TEST_F(ContentWriterTest, GlyphsThatFollowEachOtherAreOneString) {
   show('b', {15, 20});
   show('c', {20, 20});
   EXPECT_EQ(finished(), "BT\n/F7 10 Tf\n10 20 Td\n(abc)Tj\nET\n");
+}
+
+TEST_F(ContentWriterTest, GlyphsFollowByCodeAndPlaceAlone) {
+  show('a', {10, 20});
+  EXPECT_TRUE(follow('b', {15, 20}));
+  EXPECT_TRUE(follow('c', {21, 20}));
+  EXPECT_TRUE(follow('d', {10, 40}));
+  EXPECT_EQ(finished(), "BT\n/F7 10 Tf\n10 20 Td\n[(ab)-100(c)]TJ\n0 20 Td\n(d)Tj\nET\n");
+}
+
+TEST_F(ContentWriterTest, NothingFollowsWhereNoTextIsOpen) {
+  EXPECT_FALSE(follow('a', {15, 20}));
+  show('a', {10, 20});
+  fill({0, 0, 10, 10});
+  EXPECT_FALSE(follow('b', {15, 20}));
+}
+
+TEST_F(ContentWriterTest, NoGlyphOfAnotherFontFollows) {
+  show('a', {10, 20});
+  EXPECT_FALSE(follow('b', {15, 20}, 8));
+}
+
+TEST_F(ContentWriterTest, NoGlyphFollowsOneThatIsTooSmallToBeShown) {
+  show('a', {10, 20});
+  show('b', {15, 20}, 1e-9);
+  EXPECT_FALSE(follow('c', {20, 20}));
+}
+
+TEST_F(ContentWriterTest, NoGlyphFollowsThatMayReachBeyondTheClip) {
+  const ClipPointer clip = clipTo({0, 0, 100, 100});
+  show('a', {10, 20}, 10, Paint::gray(0), clip);
+  EXPECT_FALSE(follow('b', {15, 20}));
+  EXPECT_TRUE(follow('b', {95, 20}, 7, clip));
+  EXPECT_FALSE(follow('c', {96, 20}, 7, clip));
+  EXPECT_FALSE(follow('c', {10, 4}, 7, clip));
 }
 
 TEST_F(ContentWriterTest, SpacingBetweenGlyphsIsInThousandthsOfTheSize) {

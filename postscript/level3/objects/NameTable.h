@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -26,12 +27,12 @@ class NameTable {
 
   // For what a job names: the name goes when nothing refers to it at a collection.
   Name* intern(std::string_view text) {
-    if (text.size() == 1) {
-      if (Name* const known = short_[static_cast<unsigned char>(text.front())]) return known;
-    }
-    return lookUp(text);
+    Name* const name = text.size() == 1 ? known(static_cast<std::uint8_t>(text.front())) : nullptr;
+    return name != nullptr ? name : lookUp(text);
   }
 
+  // The name of one character, or nullptr when it is not at hand.
+  [[nodiscard]] Name* known(std::uint8_t character) const { return short_[character]; }
   // The name, or nullptr when nobody has used it.
   [[nodiscard]] Name* find(std::string_view text) const;
 

@@ -92,6 +92,11 @@ void Scanner::setUserName(std::size_t index, Name* name) {
 bool Scanner::scan(ByteSource& source, Object& token, bool reportsComments) {
   reportsComments_ = reportsComments && commentListener_ != nullptr;
   isSequence_ = false;
+  const Bytes block = source.peek();
+  if (const Byte* const end = shortToken(block.data(), block.data() + block.size(), token)) {
+    source.consume(static_cast<std::size_t>(end - block.data()));
+    return true;
+  }
   ScanInput input(source);
   switch (next(input, token)) {
     case Kind::kObject:
@@ -230,22 +235,36 @@ void Scanner::reportComment(ScanInput& input) {
   commentListener_(comment);
 }
 
-Object Scanner::readRegular(ScanInput& input) {
-  // Most tokens are short names and small integers that lie whole in the block.
-  const Byte* const start = input.cursor();
+// Most tokens are integers, and names of one character that were there before, and lie whole in the block
+// with one space behind them. Where such a one ends, and that space; null for all others.
+const Byte* Scanner::shortToken(const Byte* start, const Byte* limit, Object& token) const {
+  constexpr std::ptrdiff_t kMostDigits = 18;
   const Byte* place = start;
-  const Byte* const limit = input.limit();
   std::int64_t value = 0;
-  while (place != limit && static_cast<Byte>(*place - '0') < 10 && place - start < 18) {
+  while (place != limit && static_cast<Byte>(*place - '0') < 10 && place - start < kMostDigits) {
     value = value * 10 + (*place - '0');
     ++place;
   }
-  if (place != start && place != limit && !isRegular(*place)) {
-    input.advanceTo(place);
-    skipSpaceBehind(input);
-    return Object::integer(value);
+  const bool isInteger = place != start;
+  if (!isInteger && place != limit && isRegular(*place)) ++place;
+  if (place == start || place == limit || isRegular(*place) || *place == '\r') return nullptr;
+  if (isInteger) {
+    token = Object::integer(value);
+  } else {
+    Name* const name = memory_.names().known(*start);
+    if (name == nullptr) return nullptr;
+    token = Object::executableName(name);
   }
-  const Object token = regularToken(readCharacters(input));
+  return isSpace(*place) ? place + 1 : place;
+}
+
+Object Scanner::readRegular(ScanInput& input) {
+  Object token;
+  if (const Byte* const end = shortToken(input.cursor(), input.limit(), token)) {
+    input.advanceTo(end);
+    return token;
+  }
+  token = regularToken(readCharacters(input));
   skipSpaceBehind(input);
   return token;
 }

@@ -65,6 +65,7 @@ class Scanner final : public Roots {
   }
   void skipComment(ScanInput& input);
   void reportComment(ScanInput& input);
+  const Byte* shortToken(const Byte* start, const Byte* limit, Object& token) const;
   Object readRegular(ScanInput& input);
   Object regularToken(std::string_view text);
   // The regular characters ahead; in `text_` when they cross the end of a block.

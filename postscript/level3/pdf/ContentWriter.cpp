@@ -434,16 +434,6 @@ void ContentWriter::showGlyph(const TextGlyph& glyph, const Box& bounds, const P
   textWriter_.show(text_, resources_, state().text, space_, glyph);
 }
 
-bool ContentWriter::showNext(const NextGlyph& glyph, const ClipPointer& clip) {
-  const Point origin = glyph.origin;
-  const double reach = glyph.reach;
-  const bool canFollow =
-      textWriter_.hasLast() && clip == textClip_ && state().text.font == glyph.font &&
-      textArea_.contains(Box{origin.x - reach, origin.y - reach, origin.x + reach, origin.y + reach});
-  if (canFollow) textWriter_.showNext(text_, space_, glyph);
-  return canFollow;
-}
-
 void ContentWriter::shade(ObjectNumber shading, const Matrix& toDevice, const Box& bounds,
                           const ClipPointer& clip, const RareParameters& rare) {
   if (!beginDrawing(toDevice, bounds, nullptr, clip, rare)) return;

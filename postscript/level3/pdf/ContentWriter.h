@@ -192,4 +192,14 @@ class ContentWriter {
   bool hasSpilled_ = false;
 };
 
+inline bool ContentWriter::showNext(const NextGlyph& glyph, const ClipPointer& clip) {
+  const Point origin = glyph.origin;
+  const double reach = glyph.reach;
+  const bool canFollow =
+      textWriter_.hasLast() && clip == textClip_ && state().text.font == glyph.font &&
+      textArea_.contains(Box{origin.x - reach, origin.y - reach, origin.x + reach, origin.y + reach});
+  if (canFollow) textWriter_.showNext(text_, space_, glyph);
+  return canFollow;
+}
+
 }  // namespace quillpress::level3

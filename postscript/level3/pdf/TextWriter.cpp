@@ -158,28 +158,4 @@ void TextWriter::show(std::string& content, ContentResources& resources, TextSta
   add(glyph.code, glyph.codeBytes, glyph.width);
 }
 
-void TextWriter::showNext(std::string& content, const ContentSpace& space, const NextGlyph& glyph) {
-  moveTo(content, space, space.fromDevice.apply(glyph.origin), true);
-  add(glyph.code, glyph.codeBytes, glyph.width);
-}
-
-// Along the line, if the place is on it, or to a new one.
-void TextWriter::moveTo(std::string& content, const ContentSpace& space, Point origin, bool hasSameAxes) {
-  const Point distance = shape_.inverse.applyToDistance(origin - line_);
-  const double gap = distance.x - pen_;
-  const bool isOnLine = hasSameAxes && std::abs(distance.y) <= shape_.tolerance &&
-                        std::abs(gap) <= shape_.farthest && runLength_ < kLongestRun;
-  if (!isOnLine) {
-    beginLine(content, space, origin);
-  } else if (std::abs(gap) > shape_.tolerance) {
-    adjust(gap);
-  }
-}
-
-void TextWriter::add(std::uint32_t code, std::uint8_t codeBytes, double width) {
-  if (codeBytes == 2) run_[runLength_++] = static_cast<char>(code >> 8);
-  run_[runLength_++] = static_cast<char>(code & 0xff);
-  pen_ += width * shape_.size;
-}
-
 }  // namespace quillpress::level3

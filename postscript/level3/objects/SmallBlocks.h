@@ -28,7 +28,9 @@ class SmallBlocks {
   }
 
  private:
-  static constexpr std::size_t kStep = alignof(std::max_align_t);
+  // A multiple of what every value needs. Not std::max_align_t's, whose alignment depends on the headers that a
+  // file includes where they are those of MinGW.
+  static constexpr std::size_t kStep = 16;
   struct Free {
     Free* next;
   };

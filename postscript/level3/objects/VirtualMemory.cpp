@@ -66,6 +66,7 @@ void VirtualMemory::release(void* memory, std::size_t bytes) {
 
 template <typename T, typename... Arguments>
 T* VirtualMemory::allocate(std::size_t tail, Arguments&&... arguments) {
+  static_assert(alignof(T) <= alignof(std::uint64_t));
   const std::size_t bytes = sizeof(T) + tail;
   reserve(bytes);
   void* const memory = memoryFor(bytes);

@@ -21,7 +21,9 @@ ExitCode parseAndRun(int argc, const char* const* argv, const std::function<Exit
   texts.reserve(arguments.size());
   for (const std::string& argument : arguments) texts.push_back(argument.c_str());
   const auto options = parseOptions(static_cast<int>(texts.size()), texts.data(), exit);
-  return options ? run(*options) : exit;
+  if (!options) return exit;
+  if (options->quiet || options->noWarnings) muteWarnings();
+  return run(*options);
 }
 
 }  // namespace

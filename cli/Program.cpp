@@ -49,7 +49,6 @@ ExitCode runAsBatch(const Options& options, const std::vector<Task>& tasks) {
 
 ExitCode runProgram(const Options& options) {
   if (!options.generated.empty()) return generate(options.generated);
-  if (options.quiet || options.noWarnings) muteWarnings();
   if (hasServedBatch(options)) return ExitCode::kDone;
   std::vector<Task> tasks;
   try {

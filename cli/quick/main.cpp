@@ -12,7 +12,6 @@ int main(int argc, char** argv) {
   return cli::runCommand(argc, argv, [argc, argv](const cli::Options& options) {
     const auto task = cli::plainTask(options);
     if (!task) return static_cast<cli::ExitCode>(cli::runWholeProgram(argc, argv));
-    if (options.quiet || options.noWarnings) cli::muteWarnings();
     return cli::runPlainTask(*task).code;
   });
 }

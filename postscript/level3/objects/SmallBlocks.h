@@ -28,8 +28,8 @@ class SmallBlocks {
   }
 
  private:
-  // A multiple of what every value needs. Not std::max_align_t's, whose alignment depends on the headers that a
-  // file includes where they are those of MinGW.
+  // A multiple of what every value needs. Not std::max_align_t's, whose alignment depends on the headers that
+  // a file includes where they are those of MinGW.
   static constexpr std::size_t kStep = 16;
   struct Free {
     Free* next;

@@ -19,13 +19,21 @@ constexpr int kMostIndexedColours = 4095;
 // Indexed on Separation on CIEBased is as deep as the language goes.
 constexpr int kDeepestBaseSpace = 4;
 
-class Reader {
+// Procedures of the job run while it reads, so it keeps what it has read so far.
+class Reader final : public Roots {
  public:
-  explicit Reader(Interpreter& interpreter) : interpreter_(interpreter) {}
+  explicit Reader(Interpreter& interpreter)
+      : interpreter_(interpreter), scope_(interpreter.memory(), *this) {}
+
+  void trace(Tracer& tracer) const override {
+    for (const Object& array : arrays_) tracer.visit(array);
+    for (const ColourSpacePointer& space : spaces_) space->trace(tracer);
+  }
 
   ColourSpacePointer read(const Object& description, int depth) {
     if (depth > kDeepestBaseSpace) raise(ErrorName::kRangeCheck);
     const Object array = asArray(description);
+    arrays_.push_back(array);
     if (array.length() == 0) raise(ErrorName::kRangeCheck);
     const Object& family = array.elements()[0];
     if (!family.isName()) raise(ErrorName::kTypeCheck);
@@ -72,7 +80,8 @@ class Reader {
     if (!highest.isInteger()) raise(ErrorName::kTypeCheck);
     if (highest.asInteger() < 0 || highest.asInteger() > kMostIndexedColours) raise(ErrorName::kRangeCheck);
     const int count = static_cast<int>(highest.asInteger());
-    const Object& lookup = element(array, 3);
+    const Object lookup = element(array, 3);
+    spaces_.push_back(base);
     std::string table;
     if (lookup.isString()) {
       table = stringTable(lookup, *base, count);
@@ -135,7 +144,8 @@ class Reader {
 
   ColourSpacePointer inkSpace(Kind kind, const Object& array, std::vector<std::string> names, int depth) {
     ColourSpacePointer alternative = readAlternative(array, depth);
-    const Object& procedure = element(array, 3);
+    const Object procedure = element(array, 3);
+    spaces_.push_back(alternative);
     if (!procedure.isProcedure()) raise(ErrorName::kTypeCheck);
     std::string function = tintFunction(interpreter_, procedure, names.size(), *alternative);
     return std::make_shared<InkSpace>(kind, array, std::move(names), std::move(alternative),
@@ -143,6 +153,9 @@ class Reader {
   }
 
   Interpreter& interpreter_;
+  std::vector<Object> arrays_;
+  std::vector<ColourSpacePointer> spaces_;
+  RootsScope scope_;
 };
 
 }  // namespace

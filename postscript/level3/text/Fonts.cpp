@@ -61,12 +61,9 @@ bool Fonts::isComposite(const Object& font) const {
 const ShownFont& Fonts::shown(const Object& font) {
   if (!font.isDictionary()) raise(ErrorName::kInvalidFont);
   const Dictionary& dictionary = *font.asDictionary();
-  // Those that definefont has seen can no longer change.
-  if (shown_.font.isDictionary() && shown_.font.asDictionary() == &dictionary && !dictionary.isWritable()) {
-    return shown_;
-  }
+  if (shown_.font.isDictionary() && shown_.font.asDictionary() == &dictionary) return shown_;
   ShownFont shown;
-  shown.font = font;
+  if (!dictionary.isWritable()) shown.font = font;
   shown.isComposite = isComposite(font);
   const Object* const matrix = dictionary.find(fontMatrix_);
   const std::optional<Matrix> read = matrix == nullptr ? std::nullopt : matrixIn(*matrix);

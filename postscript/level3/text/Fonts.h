@@ -19,6 +19,7 @@ struct GlyphRun;
 
 // What a font's dictionary has for all of its characters.
 struct ShownFont {
+  // Null while the job may still change it, as it may until definefont.
   Object font;
   bool isComposite = false;
   Matrix matrix;

@@ -114,6 +114,7 @@ void apply(const Options& options, QuillpressDocument* document) {
   if (options.maxMemory) QuillpressDocumentSetMaxMemory(document, *options.maxMemory);
   QuillpressDocumentSetImageQuality(document, options.imageQuality);
   QuillpressDocumentSetImageResolution(document, options.imageResolution);
+  QuillpressDocumentSetSecondThread(document, 1);
   for (const std::string& folder : options.readableFolders) {
     QuillpressDocumentAllowRead(document, folder.c_str());
   }

@@ -125,6 +125,10 @@ void QuillpressDocumentSetImageResolution(QuillpressDocument* document, double d
   document->options.imageResolution = dotsPerInch > 0 ? dotsPerInch : 0;
 }
 
+void QuillpressDocumentSetSecondThread(QuillpressDocument* document, int isWanted) {
+  document->options.usesSecondThread = isWanted != 0;
+}
+
 void QuillpressDocumentAllowRead(QuillpressDocument* document, const char* folder) {
   document->options.readableFolders.emplace_back(folder);
 }

@@ -72,6 +72,7 @@ class Conversion {
     for (const std::string& folder : options_.readableFolders) interpreter_.fileAccess().allow(folder);
     graphics_.images() = {options_.imageQuality, options_.imageResolution};
     device_.turnPages(options_.turnsPages);
+    if (options_.usesSecondThread) document_.file().deflateInSecondThread();
     interpreter_.scanner().listenToComments(
         [this](std::string_view comment) { device_.orientation().take(comment); });
     device_.onPage([this](std::size_t pages) {

@@ -28,6 +28,8 @@ struct DocumentOptions {
   // As ImageSettings has them.
   int imageQuality = 0;
   double imageResolution = 0;
+  // Whether streams are compressed while the job goes on.
+  bool usesSecondThread = false;
   // What the job prints; dropped when null.
   SinkPointer messages;
   // Called after each page with their number; false ends the job.

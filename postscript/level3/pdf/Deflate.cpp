@@ -18,30 +18,41 @@ constexpr int kStreamingLevel = 6;
 // text and of vectors.
 constexpr int kLevel = 5;
 
-struct CompressorDeleter {
-  void operator()(libdeflate_compressor* compressor) const { libdeflate_free_compressor(compressor); }
-};
-
-template <int kEffort>
-std::string deflatedWith(std::string_view bytes) {
-  thread_local const std::unique_ptr<libdeflate_compressor, CompressorDeleter> compressor(
-      libdeflate_alloc_compressor(kEffort));
-  if (!compressor) throw std::bad_alloc();
+std::string deflatedBy(Deflater& deflater, std::string_view bytes) {
   std::string result;
-  result.resize(libdeflate_zlib_compress_bound(compressor.get(), bytes.size()));
-  result.resize(
-      libdeflate_zlib_compress(compressor.get(), bytes.data(), bytes.size(), result.data(), result.size()));
+  result.resize(deflater.bound(bytes.size()));
+  result.resize(deflater.deflate(bytes, result.data()));
   return result;
 }
 
 }  // namespace
 
+Deflater::Deflater() : Deflater(kLevel) {}
+
+Deflater::Deflater(int level) : compressor_(libdeflate_alloc_compressor(level)) {
+  if (!compressor_) throw std::bad_alloc();
+}
+
+std::size_t Deflater::bound(std::size_t count) const {
+  return libdeflate_zlib_compress_bound(compressor_.get(), count);
+}
+
+std::size_t Deflater::deflate(std::string_view bytes, char* room) {
+  return libdeflate_zlib_compress(compressor_.get(), bytes.data(), bytes.size(), room, bound(bytes.size()));
+}
+
+void Deflater::Free::operator()(libdeflate_compressor* compressor) const {
+  libdeflate_free_compressor(compressor);
+}
+
 std::string deflated(std::string_view bytes) {
-  return deflatedWith<kLevel>(bytes);
+  thread_local Deflater deflater;
+  return deflatedBy(deflater, bytes);
 }
 
 std::size_t roughlyDeflatedSize(std::string_view bytes) {
-  return deflatedWith<1>(bytes).size();
+  thread_local Deflater deflater(1);
+  return deflatedBy(deflater, bytes).size();
 }
 
 struct StreamingDeflater::State {

@@ -1,13 +1,36 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 
+struct libdeflate_compressor;
+
 namespace quillpress::level3 {
 
-// The bytes in zlib's form, as FlateDecode reads them.
+// Writes bytes in zlib's form, as FlateDecode reads them. For one thread at a time.
+class Deflater {
+ public:
+  Deflater();
+
+  // The room that so many bytes take at most.
+  [[nodiscard]] std::size_t bound(std::size_t count) const;
+  // Returns the number of bytes written. REQUIRES: `room` has bound(bytes.size()) bytes
+  std::size_t deflate(std::string_view bytes, char* room);
+
+ private:
+  struct Free {
+    void operator()(libdeflate_compressor* compressor) const;
+  };
+  std::unique_ptr<libdeflate_compressor, Free> compressor_;
+
+  friend std::size_t roughlyDeflatedSize(std::string_view bytes);
+  explicit Deflater(int level);
+};
+
+// The same at once.
 std::string deflated(std::string_view bytes);
 
 // How many bytes that takes with little effort: for comparing ways to prepare the same data.

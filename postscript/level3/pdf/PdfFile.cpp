@@ -12,6 +12,10 @@ constexpr std::uint64_t kInBatch = 1ULL << 63;
 constexpr std::size_t kMostInBatch = 200;
 constexpr std::size_t kMostBytesInBatch = 64UL * 1024;
 
+// Less is deflated sooner than a thread is told of it.
+constexpr std::size_t kWorthAThread = 4UL * 1024;
+constexpr std::size_t kMostUnderWay = 1024UL * 1024;
+
 // A place of an object within its batch takes one byte in the table.
 static_assert(kMostInBatch <= 256);
 
@@ -28,6 +32,10 @@ int bytesFor(std::uint64_t value) {
 }  // namespace
 
 PdfFile::PdfFile(Output& output) : places_(1), output_(output) {}
+
+void PdfFile::deflateInSecondThread() {
+  usesSecondThread_ = DeflateQueue::isOffered();
+}
 
 // Before the first object, so that a job that fails early leaves nothing at all.
 void PdfFile::begin() {
@@ -86,13 +94,39 @@ void PdfFile::flushBatch() {
 
 void PdfFile::writeStream(ObjectNumber number, std::string_view entries, std::string_view data,
                           StreamData kind) {
-  std::string compressed;
-  bool isDeflated = false;
-  if (kind == StreamData::kDeflate) {
-    compressed = deflated(data);
-    isDeflated = compressed.size() + std::string_view("/Filter/FlateDecode").size() < data.size();
+  const bool mustWait = underWay_ && !underWay_->isEmpty();
+  const bool isWorthIt = usesSecondThread_ && data.size() >= kWorthAThread;
+  if (kind == StreamData::kDeflate && (mustWait || isWorthIt)) {
+    if (!underWay_) underWay_ = std::make_unique<DeflateQueue>();
+    underWay_->add(number, entries, data);
+    while (!underWay_->isEmpty() && (underWay_->isReady() || underWay_->bytes() > kMostUnderWay))
+      writeOldest();
+    return;
   }
-  const std::string_view bytes = isDeflated ? std::string_view(compressed) : data;
+  writeAllUnderWay();
+  writeStreamNow(number, entries, data, kind);
+}
+
+void PdfFile::writeStreamNow(ObjectNumber number, std::string_view entries, std::string_view data,
+                             StreamData kind) {
+  putStream(number, entries, data, kind == StreamData::kDeflate ? deflated(data) : std::string());
+}
+
+void PdfFile::writeOldest() {
+  const DeflateQueue::Stream stream = underWay_->take();
+  putStream(stream.number, stream.entries, stream.data, stream.deflatedData());
+}
+
+void PdfFile::writeAllUnderWay() {
+  while (underWay_ && !underWay_->isEmpty()) writeOldest();
+}
+
+// `deflatedData` may be empty, when that was not asked for.
+void PdfFile::putStream(ObjectNumber number, std::string_view entries, std::string_view data,
+                        std::string_view deflatedData) {
+  const bool isDeflated = !deflatedData.empty() &&
+                          deflatedData.size() + std::string_view("/Filter/FlateDecode").size() < data.size();
+  const std::string_view bytes = isDeflated ? deflatedData : data;
   beginObject(number);
   std::string head = "<<";
   head += entries;
@@ -173,6 +207,7 @@ std::string PdfFile::crossReferences(std::uint64_t lastOffset) const {
 
 void PdfFile::finish(ObjectNumber root, ObjectNumber info) {
   flushBatch();
+  writeAllUnderWay();
   begin();
   const ObjectNumber number = reserve();
   const std::uint64_t start = offset_;
@@ -194,7 +229,7 @@ void PdfFile::finish(ObjectNumber root, ObjectNumber info) {
   appendString(identity, bytesOf(everything_.finish()));
   appendString(identity, bytesOf(everything_.finish()));
   entries.entry("ID", identity + "]");
-  writeStream(number, entries.entries(), table, StreamData::kDeflate);
+  writeStreamNow(number, entries.entries(), table, StreamData::kDeflate);
 
   std::string tail = "startxref\n";
   appendInteger(tail, static_cast<std::int64_t>(start));
@@ -204,6 +239,7 @@ void PdfFile::finish(ObjectNumber root, ObjectNumber info) {
 PdfFile::OpenStream PdfFile::openStream(std::string_view entries, StreamData kind) {
   const ObjectNumber number = reserve();
   const ObjectNumber length = reserve();
+  writeAllUnderWay();
   beginObject(number);
   std::string head = "<<";
   head += entries;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "postscript/level3/pdf/Deflate.h"
+#include "postscript/level3/pdf/DeflateQueue.h"
 #include "postscript/level3/pdf/Fingerprint.h"
 #include "postscript/level3/pdf/Output.h"
 #include "postscript/level3/pdf/PdfSyntax.h"
@@ -22,12 +23,16 @@ enum class StreamData {
 };
 
 // Writes a PDF file from front to back. Objects go out as they are added, so that memory holds no more than
-// eight bytes an object, twenty for each that may be found again, and one batch of small objects.
+// eight bytes an object, twenty for each that may be found again, one batch of small objects, and a few
+// streams that are being compressed meanwhile; the file is the same, however long that takes.
 class PdfFile {
  public:
   class OpenStream;
 
   explicit PdfFile(Output& output);
+
+  // Deflates from now on in a thread of its own what is worth it; the file is the same. Not on Windows.
+  void deflateInSecondThread();
 
   // A number for an object that is written later, or never.
   ObjectNumber reserve();
@@ -61,6 +66,11 @@ class PdfFile {
   void begin();
   void beginObject(ObjectNumber number);
   void flushBatch();
+  void writeStreamNow(ObjectNumber number, std::string_view entries, std::string_view data, StreamData kind);
+  void writeOldest();
+  void writeAllUnderWay();
+  void putStream(ObjectNumber number, std::string_view entries, std::string_view data,
+                 std::string_view deflatedData);
   std::string crossReferences(std::uint64_t lastOffset) const;
 
   // Where an object is: its offset, or (with the highest bit) its object stream's number and its place
@@ -70,6 +80,11 @@ class PdfFile {
   Output& output_;
   std::uint64_t offset_ = 0;
   Fingerprinter everything_;
+
+  // Streams that wait for being deflated, and behind one another; null before the first, or without a second
+  // thread.
+  std::unique_ptr<DeflateQueue> underWay_;
+  bool usesSecondThread_ = false;
 
   // Small objects that wait for their object stream.
   ObjectNumber batchNumber_ = 0;

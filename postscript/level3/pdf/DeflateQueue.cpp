@@ -1,0 +1,218 @@
+#include "postscript/level3/pdf/DeflateQueue.h"
+
+#include <cstdint>
+#include <deque>
+#include <utility>
+
+#include "postscript/level3/pdf/Deflate.h"
+
+#ifndef _WIN32
+#include <pthread.h>
+
+#include <condition_variable>
+#include <csignal>
+#include <mutex>
+#include <system_error>
+#include <thread>
+#endif
+
+namespace quillpress::level3 {
+
+namespace {
+
+void deflate(Deflater& deflater, DeflateQueue::Stream& stream) {
+  stream.deflatedSize = deflater.deflate(stream.data, stream.deflated.get());
+}
+
+}  // namespace
+
+#ifdef _WIN32
+
+// The standard library of this compiler comes without threads.
+bool DeflateQueue::isOffered() {
+  return false;
+}
+
+class DeflateQueue::State {
+ public:
+  void add(Stream stream) { streams_.push_back(std::move(stream)); }
+  bool isReady() { return true; }
+  Stream take() {
+    Stream stream = std::move(streams_.front());
+    streams_.pop_front();
+    deflate(deflater, stream);
+    return stream;
+  }
+
+  Deflater deflater;
+  std::size_t bytes = 0;
+  std::size_t count = 0;
+
+ private:
+  std::deque<Stream> streams_;
+};
+
+#else
+
+bool DeflateQueue::isOffered() {
+  return std::thread::hardware_concurrency() > 1;
+}
+
+namespace {
+
+// The process's signals are for threads that know what to do with them; a new thread inherits what is held
+// back.
+class NoSignals {
+ public:
+  NoSignals() {
+    sigset_t all;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before_);
+  }
+  ~NoSignals() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+  NoSignals(const NoSignals&) = delete;
+  NoSignals& operator=(const NoSignals&) = delete;
+
+ private:
+  sigset_t before_{};
+};
+
+}  // namespace
+
+class DeflateQueue::State {
+ public:
+  State() {
+    try {
+      const NoSignals quiet;
+      thread_ = std::thread([this] { work(); });
+    } catch (const std::system_error&) {
+      // Then take() does it all.
+    }
+  }
+
+  ~State() {
+    if (!thread_.joinable()) return;
+    {
+      const std::lock_guard lock(mutex_);
+      isOver_ = true;
+    }
+    changed_.notify_all();
+    thread_.join();
+  }
+
+  State(const State&) = delete;
+  State& operator=(const State&) = delete;
+
+  void add(Stream stream) {
+    const std::lock_guard lock(mutex_);
+    entries_.push_back({std::move(stream)});
+    if (isIdle_) changed_.notify_all();
+  }
+
+  bool isReady() {
+    const std::lock_guard lock(mutex_);
+    return entries_.front().progress == Progress::kDone;
+  }
+
+  Stream take() {
+    std::unique_lock lock(mutex_);
+    Entry& oldest = entries_.front();
+    if (oldest.progress == Progress::kWaiting) {
+      oldest.progress = Progress::kBegun;
+      lock.unlock();
+      deflate(deflater, oldest.stream);
+      lock.lock();
+    } else {
+      changed_.wait(lock, [&] { return oldest.progress == Progress::kDone; });
+    }
+    Stream stream = std::move(oldest.stream);
+    entries_.pop_front();
+    return stream;
+  }
+
+  Deflater deflater;
+  std::size_t bytes = 0;
+  std::size_t count = 0;
+
+ private:
+  enum class Progress : std::uint8_t { kWaiting, kBegun, kDone };
+  struct Entry {
+    Stream stream;
+    Progress progress = Progress::kWaiting;
+  };
+
+  // Allocates nothing, so that nothing can go wrong here.
+  void work() {
+    std::unique_lock lock(mutex_);
+    for (;;) {
+      Entry* const entry = nextWaiting();
+      if (isOver_) return;
+      if (entry == nullptr) {
+        isIdle_ = true;
+        changed_.wait(lock);
+        isIdle_ = false;
+        continue;
+      }
+      entry->progress = Progress::kBegun;
+      lock.unlock();
+      deflate(threadsDeflater_, entry->stream);
+      lock.lock();
+      entry->progress = Progress::kDone;
+      changed_.notify_all();
+    }
+  }
+
+  Entry* nextWaiting() {
+    for (Entry& entry : entries_) {
+      if (entry.progress == Progress::kWaiting) return &entry;
+    }
+    return nullptr;
+  }
+
+  Deflater threadsDeflater_;
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  std::deque<Entry> entries_;  // Whose elements stay where they are when others come and go.
+  bool isIdle_ = false;
+  bool isOver_ = false;
+  // Last, because the rest must be there when it starts.
+  std::thread thread_;
+};
+
+#endif
+
+DeflateQueue::DeflateQueue() : state_(std::make_unique<State>()) {}
+
+DeflateQueue::~DeflateQueue() = default;
+
+void DeflateQueue::add(ObjectNumber number, std::string_view entries, std::string_view data) {
+  Stream stream;
+  stream.number = number;
+  stream.entries = entries;
+  stream.data = data;
+  stream.deflated = std::make_unique_for_overwrite<char[]>(state_->deflater.bound(data.size()));
+  state_->add(std::move(stream));
+  state_->bytes += data.size();
+  ++state_->count;
+}
+
+bool DeflateQueue::isEmpty() const {
+  return state_->count == 0;
+}
+
+std::size_t DeflateQueue::bytes() const {
+  return state_->bytes;
+}
+
+bool DeflateQueue::isReady() const {
+  return state_->isReady();
+}
+
+DeflateQueue::Stream DeflateQueue::take() {
+  Stream stream = state_->take();
+  state_->bytes -= stream.data.size();
+  --state_->count;
+  return stream;
+}
+
+}  // namespace quillpress::level3

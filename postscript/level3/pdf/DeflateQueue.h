@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "postscript/level3/pdf/PdfSyntax.h"
+
+namespace quillpress::level3 {
+
+// Streams on their way into a file, first in, first out, which a thread of the queue's own deflates while the
+// job goes on. A stream that is asked for before its turn has come is deflated by whoever asks, and so are
+// all when no thread can be had.
+class DeflateQueue {
+ public:
+  struct Stream {
+    ObjectNumber number = 0;
+    std::string entries;
+    std::string data;
+    std::unique_ptr<char[]> deflated;
+    std::size_t deflatedSize = 0;
+
+    [[nodiscard]] std::string_view deflatedData() const { return {deflated.get(), deflatedSize}; }
+  };
+
+  // Whether there are threads here, and a second processor for them.
+  static bool isOffered();
+
+  DeflateQueue();
+  // What nobody has taken is lost.
+  ~DeflateQueue();
+  DeflateQueue(const DeflateQueue&) = delete;
+  DeflateQueue& operator=(const DeflateQueue&) = delete;
+
+  void add(ObjectNumber number, std::string_view entries, std::string_view data);
+
+  [[nodiscard]] bool isEmpty() const;
+  // Of what was added and not taken.
+  [[nodiscard]] std::size_t bytes() const;
+
+  // REQUIRES: !isEmpty()
+  // Whether the oldest stream has been deflated, and take() returns at once.
+  [[nodiscard]] bool isReady() const;
+  [[nodiscard]] Stream take();
+
+ private:
+  class State;
+  std::unique_ptr<State> state_;
+};
+
+}  // namespace quillpress::level3

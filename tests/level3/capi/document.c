@@ -141,6 +141,30 @@ static void testOptions(QuillpressDocument *document, struct Buffer *pdf) {
   free(messages);
 }
 
+static const char kManyLines[] =
+    "1 1 6 {0 1 700 {3 mul 1 index moveto 10 9 rlineto} for stroke pop showpage} for";
+static const char kManyLinesAndAnError[] =
+    "1 1 6 {0 1 700 {3 mul 1 index moveto 10 9 rlineto} for stroke dup 5 eq {nonsense} if pop showpage} for";
+
+static void testSecondThread(QuillpressDocument *document, struct Buffer *pdf) {
+  struct Buffer *first = calloc(1, sizeof *first);
+  int round;
+  if (first == NULL) return;
+  convertText(document, kManyLinesAndAnError, first);
+  QuillpressDocumentSetSecondThread(document, 1);
+  for (round = 0; round < 20; ++round) {
+    expect(convertText(document, kManyLinesAndAnError, pdf) == QUILLPRESS_DOCUMENT_FAILED,
+           "an error ends a job with a second thread, too");
+    expect(QuillpressDocumentPageCount(document) == 4, "after as many pages");
+    expect(pdf->size == first->size && memcmp(pdf->bytes, first->bytes, pdf->size) == 0, "in the same file");
+  }
+  expect(QuillpressDocumentConvertMemory(document, kManyLines, strlen(kManyLines), refuse, NULL) ==
+             QUILLPRESS_DOCUMENT_OUTPUT,
+         "a file that cannot be written says so with a second thread, too");
+  QuillpressDocumentSetSecondThread(document, 0);
+  free(first);
+}
+
 int main(void) {
   QuillpressDocument *document = QuillpressDocumentNew();
   struct Buffer *pdf = calloc(1, sizeof *pdf);
@@ -148,6 +172,7 @@ int main(void) {
   testConversion(document, pdf);
   testErrors(document, pdf);
   testOptions(document, pdf);
+  testSecondThread(document, pdf);
   QuillpressDocumentFree(document);
   QuillpressDocumentFree(NULL);
   free(pdf);

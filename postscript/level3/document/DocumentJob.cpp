@@ -69,6 +69,7 @@ class Conversion {
  private:
   void setUp() {
     if (options_.maxMemory) interpreter_.memory().setLimit(*options_.maxMemory);
+    if (options_.collectionStep > 0) interpreter_.memory().collectEvery(options_.collectionStep);
     for (const std::string& folder : options_.readableFolders) interpreter_.fileAccess().allow(folder);
     graphics_.images() = {options_.imageQuality, options_.imageResolution};
     device_.turnPages(options_.turnsPages);

@@ -25,6 +25,8 @@ struct DocumentOptions {
   std::optional<double> timeoutSeconds;
   std::optional<std::size_t> maxMemory;
   std::vector<std::string> readableFolders;
+  // Bytes after which values that nothing holds are collected; 0 leaves that to what is in use.
+  std::size_t collectionStep = 0;
   // As ImageSettings has them.
   int imageQuality = 0;
   double imageResolution = 0;

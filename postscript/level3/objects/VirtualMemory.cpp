@@ -216,7 +216,7 @@ void VirtualMemory::collect() {
   sweep();
   names_.sweep();
   sinceCollection_ = 0;
-  threshold_ = std::max(kSmallestThreshold, used_);
+  threshold_ = step_ > 0 ? step_ : std::max(kSmallestThreshold, used_);
 }
 
 void VirtualMemory::sweep() {

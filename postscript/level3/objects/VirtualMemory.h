@@ -119,6 +119,9 @@ class VirtualMemory {
   void onPressure(std::function<void()> notify) { notifyPressure_ = std::move(notify); }
   // REQUIRES: every live object is in a root.
   void collect();
+  // Wants a collection each time that so much has been allocated, whatever is in use. Tests find with it what
+  // a collection takes too early.
+  void collectEvery(std::size_t bytes) { step_ = threshold_ = bytes; }
   [[nodiscard]] std::size_t allocatedSinceCollection() const { return sinceCollection_; }
 
   [[nodiscard]] std::size_t bytesUsed() const { return used_ + names_.bytes(); }
@@ -152,6 +155,7 @@ class VirtualMemory {
   std::size_t limit_ = kDefaultLimit;
   std::size_t sinceCollection_ = 0;
   std::size_t threshold_;
+  std::size_t step_ = 0;  // between two collections; 0 when that depends on what is in use
 };
 
 // Keeps roots known for a scope.

@@ -20,6 +20,9 @@ void runProgram(std::string_view program) {
                              std::make_shared<NullSink>()};
   Machine machine(noPages, files, 595, 842);
   machine.interpreter().memory().setLimit(kMemory);
+  // A value that a collection takes too early is found by the sanitizers.
+  constexpr std::size_t kOften = 16384;
+  machine.interpreter().memory().collectEvery(kOften);
   machine.interpreter().setDeadline(std::chrono::steady_clock::now() + kTime);
   machine.interpreter().run(std::make_shared<MemorySource>(level3::bytesOf(program)));
 }

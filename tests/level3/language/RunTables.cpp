@@ -28,6 +28,9 @@ const std::string& prelude() {
   return text;
 }
 
+// Finds values that a collection takes away while they are needed.
+bool collectsOften = false;
+
 std::string outputOf(const std::string& program) {
   const std::string whole = prelude() + program;
   const auto output = std::make_shared<MemorySink>();
@@ -35,6 +38,8 @@ std::string outputOf(const std::string& program) {
   NoOutput pages;
   Machine machine(pages, {std::make_shared<MemorySource>(Bytes()), output, std::make_shared<NullSink>()},
                   kPageSize, kPageSize);
+  constexpr std::size_t kOften = 2048;
+  if (collectsOften) machine.interpreter().memory().collectEvery(kOften);
   machine.interpreter().setDeadline(std::chrono::steady_clock::now() + std::chrono::seconds(60));
   machine.interpreter().run(std::make_shared<MemorySource>(bytesOf(whole)));
   return std::string(textOf(Bytes(output->bytes())));
@@ -73,6 +78,7 @@ void addTables() {
 
 int main(int argc, char** argv) {
   ::testing::InitGoogleTest(&argc, argv);
+  quillpress::level3::collectsOften = argc > 1 && std::string_view(argv[1]) == "--collect-often";
   try {
     quillpress::level3::addTables();
   } catch (const std::exception& error) {

@@ -10,7 +10,7 @@ std::string encrypted(std::string_view bytes, std::uint16_t key) {
   std::string result;
   for (const char byte : bytes) {
     const auto cipher = static_cast<std::uint8_t>(static_cast<std::uint8_t>(byte) ^ key >> 8);
-    key = static_cast<std::uint16_t>((cipher + key) * 52845 + 22719);
+    key = static_cast<std::uint16_t>((cipher + key) * 52845U + 22719U);
     result += static_cast<char>(cipher);
   }
   return result;

@@ -13,7 +13,11 @@ namespace quillpress::level3 {
 // Writes bytes in zlib's form, as FlateDecode reads them. For one thread at a time.
 class Deflater {
  public:
-  Deflater();
+  // libdeflate's: the next takes a quarter longer and saves less than half a part in a hundred, on pages of
+  // text and of vectors.
+  static constexpr int kUsualLevel = 5;
+
+  explicit Deflater(int level = kUsualLevel);
 
   // The room that so many bytes take at most.
   [[nodiscard]] std::size_t bound(std::size_t count) const;
@@ -25,9 +29,6 @@ class Deflater {
     void operator()(libdeflate_compressor* compressor) const;
   };
   std::unique_ptr<libdeflate_compressor, Free> compressor_;
-
-  friend std::size_t roughlyDeflatedSize(std::string_view bytes);
-  explicit Deflater(int level);
 };
 
 // The same at once.

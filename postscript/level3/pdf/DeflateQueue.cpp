@@ -12,7 +12,6 @@
 #include <condition_variable>
 #include <csignal>
 #include <mutex>
-#include <system_error>
 #include <thread>
 #endif
 
@@ -35,6 +34,8 @@ bool DeflateQueue::isOffered() {
 
 class DeflateQueue::State {
  public:
+  explicit State(std::size_t /*stackSize*/) {}
+
   void add(Stream stream) { streams_.push_back(std::move(stream)); }
   bool isReady() { return true; }
   Stream take() {
@@ -81,23 +82,25 @@ class NoSignals {
 
 class DeflateQueue::State {
  public:
-  State() {
-    try {
-      const NoSignals quiet;
-      thread_ = std::thread([this] { work(); });
-    } catch (const std::system_error&) {
-      // Then take() does it all.
-    }
+  // Where no thread can be had, take() does it all.
+  explicit State(std::size_t stackSize) {
+    const NoSignals quiet;
+    pthread_attr_t attributes;
+    if (pthread_attr_init(&attributes) != 0) return;
+    // std::thread cannot be told the size of its stack.
+    hasThread_ = pthread_attr_setstacksize(&attributes, stackSize) == 0 &&
+                 pthread_create(&thread_, &attributes, &State::runThread, this) == 0;
+    pthread_attr_destroy(&attributes);
   }
 
   ~State() {
-    if (!thread_.joinable()) return;
+    if (!hasThread_) return;
     {
       const std::lock_guard lock(mutex_);
       isOver_ = true;
     }
     changed_.notify_all();
-    thread_.join();
+    pthread_join(thread_, nullptr);
   }
 
   State(const State&) = delete;
@@ -141,6 +144,11 @@ class DeflateQueue::State {
     Progress progress = Progress::kWaiting;
   };
 
+  static void* runThread(void* state) {
+    static_cast<State*>(state)->work();
+    return nullptr;
+  }
+
   // Allocates nothing, so that nothing can go wrong here.
   void work() {
     std::unique_lock lock(mutex_);
@@ -175,13 +183,13 @@ class DeflateQueue::State {
   std::deque<Entry> entries_;  // Whose elements stay where they are when others come and go.
   bool isIdle_ = false;
   bool isOver_ = false;
-  // Last, because the rest must be there when it starts.
-  std::thread thread_;
+  pthread_t thread_{};
+  bool hasThread_ = false;
 };
 
 #endif
 
-DeflateQueue::DeflateQueue() : state_(std::make_unique<State>()) {}
+DeflateQueue::DeflateQueue(std::size_t stackSize) : state_(std::make_unique<State>(stackSize)) {}
 
 DeflateQueue::~DeflateQueue() = default;
 

@@ -24,10 +24,14 @@ class DeflateQueue {
     [[nodiscard]] std::string_view deflatedData() const { return {deflated.get(), deflatedSize}; }
   };
 
+  // Of the thread: plenty for libdeflate, and little beside a thread's usual 8 MB where a process's address
+  // space is limited.
+  static constexpr std::size_t kStackSize = 256UL * 1024;
+
   // Whether there are threads here, and a second processor for them.
   static bool isOffered();
 
-  DeflateQueue();
+  explicit DeflateQueue(std::size_t stackSize = kStackSize);
   // What nobody has taken is lost.
   ~DeflateQueue();
   DeflateQueue(const DeflateQueue&) = delete;

@@ -40,6 +40,19 @@ TEST(DeflateQueueTest, StreamsComeBackInOrderAsTheyWere) {
   EXPECT_TRUE(queue.isEmpty());
 }
 
+TEST(DeflateQueueTest, WithoutAThreadStreamsAreDeflatedByWhoeverTakesThem) {
+  constexpr std::size_t kMoreThanThereIs = ~std::size_t{0} / 4;
+  DeflateQueue queue(kMoreThanThereIs);
+  for (ObjectNumber number = 1; number <= 20; ++number)
+    queue.add(number, "", content(static_cast<int>(number), 5000));
+  for (ObjectNumber number = 1; number <= 20; ++number) {
+    const DeflateQueue::Stream stream = queue.take();
+    const std::string expected = content(static_cast<int>(number), 5000);
+    EXPECT_EQ(stream.number, number);
+    EXPECT_EQ(inflated(stream.deflatedData(), expected.size()), expected);
+  }
+}
+
 TEST(DeflateQueueTest, AStreamThatIsReadyIsTakenInBetween) {
   DeflateQueue queue;
   int taken = 0;

@@ -30,6 +30,11 @@ Deflater::Deflater(int level) : compressor_(libdeflate_alloc_compressor(level)) 
   if (!compressor_) throw std::bad_alloc();
 }
 
+Deflater& Deflater::ofThisThread() {
+  thread_local Deflater deflater;
+  return deflater;
+}
+
 std::size_t Deflater::bound(std::size_t count) const {
   return libdeflate_zlib_compress_bound(compressor_.get(), count);
 }
@@ -43,8 +48,7 @@ void Deflater::Free::operator()(libdeflate_compressor* compressor) const {
 }
 
 std::string deflated(std::string_view bytes) {
-  thread_local Deflater deflater;
-  return deflatedBy(deflater, bytes);
+  return deflatedBy(Deflater::ofThisThread(), bytes);
 }
 
 std::size_t roughlyDeflatedSize(std::string_view bytes) {

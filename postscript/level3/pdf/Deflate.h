@@ -19,6 +19,9 @@ class Deflater {
 
   explicit Deflater(int level = kUsualLevel);
 
+  // One of the usual level, for whoever is in this thread: its tables are large.
+  static Deflater& ofThisThread();
+
   // The room that so many bytes take at most.
   [[nodiscard]] std::size_t bound(std::size_t count) const;
   // Returns the number of bytes written. REQUIRES: `room` has bound(bytes.size()) bytes

@@ -41,11 +41,10 @@ class DeflateQueue::State {
   Stream take() {
     Stream stream = std::move(streams_.front());
     streams_.pop_front();
-    deflate(deflater, stream);
+    deflate(Deflater::ofThisThread(), stream);
     return stream;
   }
 
-  Deflater deflater;
   std::size_t bytes = 0;
   std::size_t count = 0;
 
@@ -82,16 +81,7 @@ class NoSignals {
 
 class DeflateQueue::State {
  public:
-  // Where no thread can be had, take() does it all.
-  explicit State(std::size_t stackSize) {
-    const NoSignals quiet;
-    pthread_attr_t attributes;
-    if (pthread_attr_init(&attributes) != 0) return;
-    // std::thread cannot be told the size of its stack.
-    hasThread_ = pthread_attr_setstacksize(&attributes, stackSize) == 0 &&
-                 pthread_create(&thread_, &attributes, &State::runThread, this) == 0;
-    pthread_attr_destroy(&attributes);
-  }
+  explicit State(std::size_t stackSize) : stackSize_(stackSize) {}
 
   ~State() {
     if (!hasThread_) return;
@@ -108,8 +98,11 @@ class DeflateQueue::State {
 
   void add(Stream stream) {
     const std::lock_guard lock(mutex_);
+    waiting_ += stream.data.size();
     entries_.push_back({std::move(stream)});
+    if (!isWorthIt()) return;
     if (isIdle_) changed_.notify_all();
+    if (!wasStarted_) start();
   }
 
   bool isReady() {
@@ -121,9 +114,9 @@ class DeflateQueue::State {
     std::unique_lock lock(mutex_);
     Entry& oldest = entries_.front();
     if (oldest.progress == Progress::kWaiting) {
-      oldest.progress = Progress::kBegun;
+      begin(oldest);
       lock.unlock();
-      deflate(deflater, oldest.stream);
+      deflate(Deflater::ofThisThread(), oldest.stream);
       lock.lock();
     } else {
       changed_.wait(lock, [&] { return oldest.progress == Progress::kDone; });
@@ -133,7 +126,6 @@ class DeflateQueue::State {
     return stream;
   }
 
-  Deflater deflater;
   std::size_t bytes = 0;
   std::size_t count = 0;
 
@@ -144,6 +136,25 @@ class DeflateQueue::State {
     Progress progress = Progress::kWaiting;
   };
 
+  // Where no thread can be had, take() does it all.
+  void start() {
+    wasStarted_ = true;
+    const NoSignals quiet;
+    pthread_attr_t attributes;
+    if (pthread_attr_init(&attributes) != 0) return;
+    // std::thread cannot be told the size of its stack.
+    hasThread_ = pthread_attr_setstacksize(&attributes, stackSize_) == 0 &&
+                 pthread_create(&thread_, &attributes, &State::runThread, this) == 0;
+    pthread_attr_destroy(&attributes);
+  }
+
+  [[nodiscard]] bool isWorthIt() const { return waiting_ >= kWorthAThread; }
+
+  void begin(Entry& entry) {
+    entry.progress = Progress::kBegun;
+    waiting_ -= entry.stream.data.size();
+  }
+
   static void* runThread(void* state) {
     static_cast<State*>(state)->work();
     return nullptr;
@@ -152,16 +163,15 @@ class DeflateQueue::State {
   // Allocates nothing, so that nothing can go wrong here.
   void work() {
     std::unique_lock lock(mutex_);
-    for (;;) {
+    while (!isOver_) {
       Entry* const entry = nextWaiting();
-      if (isOver_) return;
       if (entry == nullptr) {
         isIdle_ = true;
-        changed_.wait(lock);
+        changed_.wait(lock, [this] { return isOver_ || isWorthIt(); });
         isIdle_ = false;
         continue;
       }
-      entry->progress = Progress::kBegun;
+      begin(*entry);
       lock.unlock();
       deflate(threadsDeflater_, entry->stream);
       lock.lock();
@@ -181,9 +191,12 @@ class DeflateQueue::State {
   std::mutex mutex_;
   std::condition_variable changed_;
   std::deque<Entry> entries_;  // Whose elements stay where they are when others come and go.
+  std::size_t waiting_ = 0;    // Bytes that nobody has begun with.
   bool isIdle_ = false;
   bool isOver_ = false;
+  const std::size_t stackSize_;
   pthread_t thread_{};
+  bool wasStarted_ = false;
   bool hasThread_ = false;
 };
 
@@ -198,7 +211,7 @@ void DeflateQueue::add(ObjectNumber number, std::string_view entries, std::strin
   stream.number = number;
   stream.entries = entries;
   stream.data = data;
-  stream.deflated = std::make_unique_for_overwrite<char[]>(state_->deflater.bound(data.size()));
+  stream.deflated = std::make_unique_for_overwrite<char[]>(Deflater::ofThisThread().bound(data.size()));
   state_->add(std::move(stream));
   state_->bytes += data.size();
   ++state_->count;

@@ -10,8 +10,9 @@
 namespace quillpress::level3 {
 
 // Streams on their way into a file, first in, first out, which a thread of the queue's own deflates while the
-// job goes on. A stream that is asked for before its turn has come is deflated by whoever asks, and so are
-// all when no thread can be had.
+// job goes on. It begins when so much waits that this is worth it, and waits for as much again when it has
+// done all. A stream that is asked for before its turn has come is deflated by whoever asks, and so are all
+// when no thread can be had.
 class DeflateQueue {
  public:
   struct Stream {
@@ -27,6 +28,8 @@ class DeflateQueue {
   // Of the thread: plenty for libdeflate, and little beside a thread's usual 8 MB where a process's address
   // space is limited.
   static constexpr std::size_t kStackSize = 256UL * 1024;
+  // To wake a thread takes about as long as to deflate a KB.
+  static constexpr std::size_t kWorthAThread = 8UL * 1024;
 
   // Whether there are threads here, and a second processor for them.
   static bool isOffered();

@@ -12,8 +12,6 @@ constexpr std::uint64_t kInBatch = 1ULL << 63;
 constexpr std::size_t kMostInBatch = 200;
 constexpr std::size_t kMostBytesInBatch = 64UL * 1024;
 
-// Less is deflated sooner than a thread is told of it.
-constexpr std::size_t kWorthAThread = 4UL * 1024;
 constexpr std::size_t kMostUnderWay = 1024UL * 1024;
 
 // A place of an object within its batch takes one byte in the table.
@@ -94,9 +92,7 @@ void PdfFile::flushBatch() {
 
 void PdfFile::writeStream(ObjectNumber number, std::string_view entries, std::string_view data,
                           StreamData kind) {
-  const bool mustWait = underWay_ && !underWay_->isEmpty();
-  const bool isWorthIt = usesSecondThread_ && data.size() >= kWorthAThread;
-  if (kind == StreamData::kDeflate && (mustWait || isWorthIt)) {
+  if (kind == StreamData::kDeflate && usesSecondThread_) {
     if (!underWay_) underWay_ = std::make_unique<DeflateQueue>();
     underWay_->add(number, entries, data);
     while (!underWay_->isEmpty() && (underWay_->isReady() || underWay_->bytes() > kMostUnderWay))

@@ -37,7 +37,8 @@ class Storage {
   friend class Journal;
   friend class Tracer;
 
-  std::uint32_t epoch_ = 0;  // the save since which a change needs no journal entry
+  Storage* older_ = nullptr;  // of all that the virtual memory has, the one made before
+  std::uint32_t epoch_ = 0;   // the save since which a change needs no journal entry
   std::uint32_t madeIn_ = 0;
   std::uint32_t capacity_;
   StorageKind kind_;
@@ -56,7 +57,7 @@ class StringStorage final : public Storage {
 };
 
 // The elements stand behind the header, in one allocation.
-class ArrayStorage final : public Storage {
+class alignas(Object) ArrayStorage final : public Storage {
  public:
   [[nodiscard]] Object* elements() { return reinterpret_cast<Object*>(this + 1); }
 

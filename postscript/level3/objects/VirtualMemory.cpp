@@ -11,7 +11,7 @@ namespace {
 
 // A collection walks over everything alive, so it waits until as much again has been allocated, and at least
 // this: memory that is used again is at hand, while new pages of the machine's are not.
-constexpr std::size_t kSmallestThreshold = 1024UL * 1024;
+constexpr std::size_t kSmallestThreshold = 512UL * 1024;
 
 #if defined(__has_feature)
 #define QUILLPRESS_CHECKS_ADDRESSES __has_feature(address_sanitizer)
@@ -37,7 +37,7 @@ VirtualMemory::VirtualMemory() : threshold_(kSmallestThreshold) {}
 
 VirtualMemory::~VirtualMemory() {
   // Dictionaries take themselves off their names, which are therefore still there.
-  for (Storage* storage : storages_) destroy(storage);
+  while (newest_ != nullptr) destroy(std::exchange(newest_, newest_->older_));
 }
 
 void VirtualMemory::reserve(std::size_t bytes) {
@@ -75,7 +75,7 @@ T* VirtualMemory::allocate(std::size_t tail, Arguments&&... arguments) {
   storage->isGlobal_ = isGlobal_;
   storage->epoch_ = isGlobal_ ? Storage::kGlobalEpoch : epoch_;
   storage->madeIn_ = epoch_;
-  storages_.push_back(storage);
+  storage->older_ = std::exchange(newest_, storage);
   account(bytes);
   return storage;
 }
@@ -220,18 +220,18 @@ void VirtualMemory::collect() {
 }
 
 void VirtualMemory::sweep() {
-  std::size_t kept = 0;
   used_ = 0;
-  for (Storage* storage : storages_) {
+  Storage** place = &newest_;
+  while (Storage* const storage = *place) {
     if (storage->isMarked_) {
       storage->isMarked_ = false;
       used_ += sizeOf(*storage);
-      storages_[kept++] = storage;
+      place = &storage->older_;
     } else {
+      *place = storage->older_;
       destroy(storage);
     }
   }
-  storages_.resize(kept);
 }
 
 std::size_t VirtualMemory::sizeOf(const Storage& storage) {

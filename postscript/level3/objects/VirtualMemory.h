@@ -142,7 +142,7 @@ class VirtualMemory {
 
   NameTable names_;
   SmallBlocks smallBlocks_;
-  std::vector<Storage*> storages_;
+  Storage* newest_ = nullptr;  // of all composite values, a list
   DictionaryStack dictionaryStack_;
   std::vector<Journal> journals_;  // the innermost save is last
   std::uint32_t epoch_ = 0;        // serial of the innermost save

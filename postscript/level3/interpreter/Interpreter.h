@@ -242,6 +242,7 @@ class Interpreter {
   enum class Next { kObject, kAgain, kEnd };
 
   void runLoop();
+  bool resume(const Object*& next, const Object*& end) const;
   Next takeNext(Object& object, const Object*& next, const Object*& end);
   Next scanFile(Object& object);
   Next scanString(Object& object);

@@ -18,12 +18,25 @@ Object restOf(const Object& procedure, const Object* next, const Object* end) {
   return procedure.interval(procedure.length() - count, count);
 }
 
+// An object that a procedure holds as data, a procedure within it too: what is not executed, or stands for
+// itself.
+constexpr bool isDataInProcedure(Object::Tag tag) {
+  constexpr std::uint32_t kExecuted =
+      (1U << Object::executable(Type::kName)) | (1U << Object::executable(Type::kOperator)) |
+      (1U << Object::executable(Type::kString)) | (1U << Object::executable(Type::kFile)) |
+      (1U << Object::executable(Type::kNull));
+  return ((kExecuted >> tag) & 1) == 0;
+}
+
 }  // namespace
 
 inline void Interpreter::call(const Operator& called) {
   if (operands_.depth() < called.operandCount) rejectOperands(called);
-  for (std::size_t i = 0; i < called.operandCount; ++i) {
-    if (((called.operands[i] >> operands_.top(i).tag()) & 1) == 0) rejectOperands(called);
+  const Object* operand = operands_.end();
+  const std::uint32_t* accepted = called.operands.data();
+  for (const Object* const deepest = operand - called.operandCount; operand != deepest; ++accepted) {
+    --operand;
+    if (((*accepted >> operand->tag()) & 1) == 0) rejectOperands(called);
   }
   called.function(*this);
 }
@@ -47,71 +60,79 @@ void Interpreter::rejectOperands(const Operator& called) const {
 void Interpreter::runLoop() {
   const Object* next = nullptr;
   const Object* end = nullptr;  // null when no procedure is being executed
-  Object object;
-  Object procedure;
+  // What is said to have failed when something fails: the operator that is being called, or else this.
+  Object taken;
+  const Object* object = &taken;
+  const Operator* called = nullptr;
   for (;;) {
     try {
       for (;;) {
         if (next != end) {
-          object = *next++;
-          // A procedure within a procedure is data.
-          if (object.isProcedure()) {
-            operands_.push(object);
+          object = next++;
+          if (isDataInProcedure(object->tag())) {
+            operands_.push(*object);
             continue;
           }
         } else {
-          if (end != nullptr) execution_.pop();
+          if (end != nullptr) {
+            execution_.pop();
+            // Mostly back to the procedure that called this one.
+            if (resume(next, end)) continue;
+          }
           next = end = nullptr;
           if (--patience_ < 0) housekeeping();
-          const Next taken = takeNext(object, next, end);
-          if (taken == Next::kAgain) continue;
-          if (taken == Next::kEnd) return;
+          object = &taken;
+          const Next outcome = takeNext(taken, next, end);
+          if (outcome == Next::kAgain) continue;
+          if (outcome == Next::kEnd) return;
         }
+        const Object* procedure = object;
       dispatch:
-        switch (object.tag()) {
+        switch (object->tag()) {
           case Object::executable(Type::kName): {
-            const Object* const value = dictionaries().find(object.asName());
+            const Object* const value = dictionaries().find(object->asName());
             if (value == nullptr) raise(ErrorName::kUndefined);
             if (value->tag() == Object::executable(Type::kOperator)) {
-              object = *value;
+              called = value->asOperator();
               goto callOperator;
             }
             if (value->isProcedure()) {
               // The name stays in hand: it is what an error will be said to be in.
-              procedure = *value;
+              procedure = value;
               goto callProcedure;
             }
             if (value->isExecutable()) {
               // A name that stands for itself, say, must not hang the interpreter.
               if (--patience_ < 0) housekeeping();
-              object = *value;
+              taken = *value;
+              object = procedure = &taken;
               goto dispatch;
             }
             operands_.push(*value);
             continue;
           }
           case Object::executable(Type::kOperator):
+            called = object->asOperator();
             goto callOperator;
           case Object::executable(Type::kArray):
           case Object::executable(Type::kPackedArray):
-            procedure = object;
             goto callProcedure;
           case Object::executable(Type::kString):
           case Object::executable(Type::kFile):
             if (end != nullptr && next != end) execution_.top() = restOf(execution_.top(), next, end);
             if (end != nullptr && next == end) execution_.pop();
             next = end = nullptr;
-            execution_.push(object);
+            execution_.push(*object);
             continue;
           case Object::executable(Type::kNull):
             continue;
           default:
-            operands_.push(object);
+            operands_.push(*object);
             continue;
         }
 
       callProcedure:
-        if (procedure.access() == Access::kNone) raise(ErrorName::kInvalidAccess);
+        if (procedure->access() == Access::kNone) raise(ErrorName::kInvalidAccess);
         if (end != nullptr) {
           if (next == end) {
             execution_.pop();
@@ -120,16 +141,17 @@ void Interpreter::runLoop() {
           }
           next = end = nullptr;
         }
-        if (procedure.length() == 0) continue;
-        execution_.push(procedure);
-        next = procedure.elements();
-        end = next + procedure.length();
+        if (procedure->length() == 0) continue;
+        execution_.push(*procedure);
+        next = procedure->elements();
+        end = next + procedure->length();
         if (--patience_ < 0) housekeeping();
         continue;
 
       callOperator:
         const Object* const before = execution_.end();
-        call(*object.asOperator());
+        call(*called);
+        called = nullptr;
         if (execution_.end() == before) continue;
         // Control went elsewhere: down, or to what now stands above this procedure.
         if (!wasCut_ && end != nullptr) {
@@ -148,18 +170,34 @@ void Interpreter::runLoop() {
     } catch (const PostscriptError& error) {
       suspendProcedure(next, end);
       next = end = nullptr;
-      enterHandler(error.name, error.command == nullptr ? object : Object::executableName(error.command));
+      const Object failed = called != nullptr ? Object::operatorOf(called) : *object;
+      called = nullptr;
+      enterHandler(error.name, error.command == nullptr ? failed : Object::executableName(error.command));
     } catch (const std::bad_alloc&) {
       suspendProcedure(next, end);
       next = end = nullptr;
-      enterHandler(ErrorName::kVmError, object);
+      const Object failed = called != nullptr ? Object::operatorOf(called) : *object;
+      called = nullptr;
+      enterHandler(ErrorName::kVmError, failed);
     } catch (const Stop&) {
       // Out of a nested run: its `stopped` context, if any, is on this side.
       next = end = nullptr;
+      called = nullptr;
       stop();
       wasCut_ = false;
     }
   }
+}
+
+// Goes on with the topmost procedure of the execution stack; false when something else is there.
+inline bool Interpreter::resume(const Object*& next, const Object*& end) const {
+  const Object& top = execution_.top();
+  const bool isProcedure =
+      top.tag() == Object::executable(Type::kArray) || top.tag() == Object::executable(Type::kPackedArray);
+  if (!isProcedure || top.access() == Access::kNone) return false;
+  next = top.elements();
+  end = next + top.length();
+  return true;
 }
 
 // Takes the topmost object off the execution stack, or goes on with it: a procedure is loaded, a file or

@@ -1,7 +1,9 @@
 #include "postscript/level3/pdf/PdfSyntax.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <utility>
 
 #include "postscript/level3/pdf/PdfNumbers.h"
 
@@ -29,15 +31,6 @@ bool mustBeEscaped(char byte) {
   return byte == '(' || byte == ')' || byte == '\\' || byte == '\r';
 }
 
-void appendEscaped(std::string& text, char byte) {
-  if (byte == '\r') {
-    text += "\\r";
-    return;
-  }
-  if (mustBeEscaped(byte)) text += '\\';
-  text += byte;
-}
-
 // Places after the point that keep six significant digits.
 int placesFor(double value) {
   const double magnitude = std::abs(value);
@@ -63,14 +56,23 @@ void appendName(std::string& text, std::string_view name) {
   }
 }
 
+// Strings are a few bytes as a rule, and so many that each goes out at one go.
 void appendString(std::string& text, std::string_view bytes) {
-  text += '(';
-  if (std::none_of(bytes.begin(), bytes.end(), mustBeEscaped)) {
-    text += bytes;
-  } else {
-    for (const char byte : bytes) appendEscaped(text, byte);
+  constexpr std::size_t kMostAtATime = 3;
+  std::array<char, 128> piece;
+  std::size_t length = 0;
+  piece[length++] = '(';
+  for (const char byte : bytes) {
+    if (mustBeEscaped(byte)) {
+      piece[length++] = '\\';
+      piece[length++] = byte == '\r' ? 'r' : byte;
+    } else {
+      piece[length++] = byte;
+    }
+    if (length > piece.size() - kMostAtATime) text.append(piece.data(), std::exchange(length, 0));
   }
-  text += ')';
+  piece[length++] = ')';
+  text.append(piece.data(), length);
 }
 
 void appendReference(std::string& text, ObjectNumber number) {

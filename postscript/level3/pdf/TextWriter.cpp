@@ -136,12 +136,13 @@ TextWriter::Shape TextWriter::shapeOf(const TextGlyph& glyph, const ContentSpace
 void TextWriter::adjust(double gap) {
   // More places where a thousandth of the size is more than can be seen.
   const int decimals = shape_.size / kThousand > shape_.tolerance ? 1 : 0;
-  const double adjustment = rounded(-gap * kThousand / shape_.size, decimals);
-  if (adjustment == 0) return;
+  const double scale = powerOfTen(decimals);
+  const double units = std::round(-gap * kThousand / shape_.size * scale);
+  if (units == 0) return;
   if (runLength_ != 0) appendString(parts_, run());
   runLength_ = 0;
-  appendNumber(parts_, adjustment, decimals);
-  pen_ -= adjustment * shape_.size / kThousand;
+  appendFixed(parts_, static_cast<std::int64_t>(units), decimals);
+  pen_ -= units / scale * shape_.size / kThousand;
 }
 
 void TextWriter::show(std::string& content, ContentResources& resources, TextState& state,

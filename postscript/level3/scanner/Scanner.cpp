@@ -313,20 +313,31 @@ Object Scanner::readName(ScanInput& input) {
   return *value;
 }
 
-// What stands in the block up to the first character that means something within a string.
-void Scanner::appendPlain(ScanInput& input) {
+// What stands in the block up to the first character that means something within a string. Borrowed.
+std::string_view Scanner::takePlain(ScanInput& input) {
   const Byte* const start = input.cursor();
   const Byte* place = start;
   while (place != input.limit() && *place != '(' && *place != ')' && *place != '\\' && *place != '\r')
     ++place;
-  const auto count = static_cast<std::size_t>(place - start);
-  if (text_.size() + count > Object::kMaxLength) raise(ErrorName::kLimitCheck);
-  text_.append(reinterpret_cast<const char*>(start), count);
   input.advanceTo(place);
+  return {reinterpret_cast<const char*>(start), static_cast<std::size_t>(place - start)};
+}
+
+void Scanner::appendPlain(ScanInput& input) {
+  const std::string_view plain = takePlain(input);
+  if (text_.size() + plain.size() > Object::kMaxLength) raise(ErrorName::kLimitCheck);
+  text_.append(plain);
 }
 
 Object Scanner::readString(ScanInput& input) {
-  text_.clear();
+  const std::string_view plain = takePlain(input);
+  // Most strings are that alone.
+  if (input.cursor() != input.limit() && *input.cursor() == ')') {
+    input.skip();
+    return memory_.newString(plain);
+  }
+  if (plain.size() > Object::kMaxLength) raise(ErrorName::kLimitCheck);
+  text_.assign(plain);
   int depth = 1;
   for (;;) {
     appendPlain(input);

@@ -73,6 +73,7 @@ class Scanner final : public Roots {
   void skipSpaceBehind(ScanInput& input);
   Object readName(ScanInput& input);
   Object readString(ScanInput& input);
+  static std::string_view takePlain(ScanInput& input);
   void appendPlain(ScanInput& input);
   void readEscape(ScanInput& input);
   Object readAngle(ScanInput& input);

@@ -89,6 +89,12 @@ class FullLanguageTest(support.CommandLineTest):
         self.assertEqual(result.code, 5)
         self.assertIn("warning: the job ends after 1 of 2 pages", result.err)
 
+    def test_a_trailer_left_over_from_another_document_promises_nothing(self):
+        # As programs leave it that put several pages on one.
+        result = self.run_job("%!PS-Adobe-3.0\n%%Pages: 1\n%%EndComments\n" + PAGE + "%%Trailer\n%%Pages: 2\n%%EOF\n")
+        self.assertEqual(result.err, "")
+        self.assertEqual(result.code, 0)
+
     def test_a_job_that_is_cut_off_gets_a_warning(self):
         for rest, where in {
             "(abc": "a string",
@@ -255,6 +261,13 @@ class FullLanguageTest(support.CommandLineTest):
         pdf = self.convert("%!PS-Adobe-3.0\n%%Title: (A letter)\n%%Creator: a program\n%%EndComments\n" + PAGE)
         self.assertEqual(pdf.information("/Title"), "A letter")
         self.assertEqual(pdf.information("/Creator"), "a program")
+
+    def test_comments_of_the_trailer_count_where_the_header_has_none(self):
+        header = "%!PS-Adobe-3.0\n%%Title: First\n%%Creator: (atend)\n%%EndComments\n"
+        trailer = "%%Trailer\n%%Title: Other\n%%Creator: early\n%%Creator: late\n%%EOF\n"
+        pdf = self.convert(header + PAGE + trailer)
+        self.assertEqual(pdf.information("/Title"), "First")
+        self.assertEqual(pdf.information("/Creator"), "late")
 
     def test_output_that_would_replace_the_job_is_refused(self):
         self.write("job.ps", PAGE)

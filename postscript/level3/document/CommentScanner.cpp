@@ -140,21 +140,31 @@ void CommentScanner::takeComment(std::string_view keyword, std::string_view valu
   if (place_ == Place::kBody || value.starts_with("(atend)")) return;
   // In the header the first of equal comments counts, in the trailer the last.
   const bool isLater = place_ == Place::kTrailer;
-  if (keyword == "BoundingBox" && (isLater || !boundingBox_)) {
-    boundingBox_ = boxOf(value);
-  } else if ((keyword == "HiResBoundingBox" || keyword == "ExactBoundingBox") && (isLater || !exactBox_)) {
-    exactBox_ = boxOf(value);
-  } else if (keyword == "Title" && (isLater || title_.empty())) {
-    title_ = textValue(value);
-  } else if (keyword == "Creator" && (isLater || creator_.empty())) {
-    creator_ = textValue(value);
-  } else if (keyword == "CreationDate" && (isLater || creationDate_.empty())) {
-    creationDate_ = textValue(value);
-  } else if (keyword == "Pages" && (isLater || promisedPages_ == 0)) {
+  Values& values = isLater ? trailer_ : header_;
+  if (keyword == "BoundingBox" && (isLater || !values.boundingBox)) {
+    values.boundingBox = boxOf(value);
+  } else if ((keyword == "HiResBoundingBox" || keyword == "ExactBoundingBox") &&
+             (isLater || !values.exactBox)) {
+    values.exactBox = boxOf(value);
+  } else if (keyword == "Title" && (isLater || values.title.empty())) {
+    values.title = textValue(value);
+  } else if (keyword == "Creator" && (isLater || values.creator.empty())) {
+    values.creator = textValue(value);
+  } else if (keyword == "CreationDate" && (isLater || values.creationDate.empty())) {
+    values.creationDate = textValue(value);
+  } else if (keyword == "Pages" && (isLater || values.promisedPages == 0)) {
     double pages = 0;
     if (takeNumber(value, pages) && pages > 0 && pages < 1e9)
-      promisedPages_ = static_cast<std::uint64_t>(pages);
+      values.promisedPages = static_cast<std::uint64_t>(pages);
   }
+}
+
+std::optional<Box> CommentScanner::boundingBox() const {
+  for (const std::optional<Box>& box :
+       {header_.exactBox, trailer_.exactBox, header_.boundingBox, trailer_.boundingBox}) {
+    if (box) return box;
+  }
+  return std::nullopt;
 }
 
 }  // namespace quillpress::level3

@@ -19,14 +19,27 @@ class CommentScanner {
   bool hasHeaderEnded() const { return place_ != Place::kHeader; }
 
   // The exact box where there is one.
-  const std::optional<Box>& boundingBox() const { return exactBox_ ? exactBox_ : boundingBox_; }
-  const std::string& title() const { return title_; }
-  const std::string& creator() const { return creator_; }
-  const std::string& creationDate() const { return creationDate_; }
-  std::uint64_t promisedPages() const { return promisedPages_; }
+  std::optional<Box> boundingBox() const;
+  const std::string& title() const { return header_.title.empty() ? trailer_.title : header_.title; }
+  const std::string& creator() const { return header_.creator.empty() ? trailer_.creator : header_.creator; }
+  const std::string& creationDate() const {
+    return header_.creationDate.empty() ? trailer_.creationDate : header_.creationDate;
+  }
+  std::uint64_t promisedPages() const {
+    return header_.promisedPages != 0 ? header_.promisedPages : trailer_.promisedPages;
+  }
 
  private:
   enum class Place { kHeader, kBody, kTrailer };
+
+  struct Values {
+    std::optional<Box> boundingBox;
+    std::optional<Box> exactBox;
+    std::string title;
+    std::string creator;
+    std::string creationDate;
+    std::uint64_t promisedPages = 0;
+  };
 
   void takeLine(std::string_view line);
   void takeComment(std::string_view keyword, std::string_view value);
@@ -37,12 +50,9 @@ class CommentScanner {
   bool isLineLong_ = false;
   bool isFirstLine_ = true;
   bool isEncapsulated_ = false;
-  std::optional<Box> boundingBox_;
-  std::optional<Box> exactBox_;
-  std::string title_;
-  std::string creator_;
-  std::string creationDate_;
-  std::uint64_t promisedPages_ = 0;
+  // The trailer's count where the header has none: a program that puts documents together leaves theirs.
+  Values header_;
+  Values trailer_;
 };
 
 }  // namespace quillpress::level3

@@ -49,6 +49,11 @@ std::uint64_t sumOfDifferences(PngFilter filter, Bytes row, Bytes prior, std::si
   return sum;
 }
 
+// By comparison with itself, one byte further on.
+bool isAllZero(Bytes row) {
+  return row.empty() || (row[0] == 0 && std::equal(row.begin() + 1, row.end(), row.begin()));
+}
+
 }  // namespace
 
 void filterPngRow(PngFilter filter, Bytes row, Bytes prior, std::size_t pixel, Byte* target) {
@@ -57,6 +62,9 @@ void filterPngRow(PngFilter filter, Bytes row, Bytes prior, std::size_t pixel, B
 }
 
 PngFilter bestPngFilter(Bytes row, Bytes prior, std::size_t pixel) {
+  // Much of most pages is one colour.
+  if (std::equal(row.begin(), row.end(), prior.begin()))
+    return isAllZero(row) ? PngFilter::kNone : PngFilter::kUp;
   PngFilter best = PngFilter::kNone;
   std::uint64_t bestSum = sumOfDifferences(best, row, prior, pixel);
   for (int number = 1; number < kPngFilterCount; ++number) {

@@ -1,7 +1,7 @@
 #include "postscript/level3/images/ImageCompressor.h"
 
+#include "postscript/level3/images/ImageFlateEncoder.h"
 #include "postscript/level3/pdf/Deflate.h"
-#include "postscript/level3/streams/FlateFilter.h"
 #include "postscript/level3/streams/MemoryStreams.h"
 
 namespace quillpress::level3 {
@@ -17,6 +17,9 @@ constexpr std::size_t kLeastTrialBytesOfBits = 4096;
 // What a predictor leaves of a photograph holds few repetitions, and searching for them longer gains nothing.
 constexpr int kFilteredEffort = 4;
 
+// A thread's beginning and end, and its memory, take about as long as a tenth of this.
+constexpr std::size_t kWorthAThread = 256UL * 1024;
+
 // What the predictor leaves of the data.
 std::vector<Byte> filtered(Bytes data, const PredictorParameters& predictor) {
   const auto result = std::make_shared<MemorySink>();
@@ -28,8 +31,8 @@ std::vector<Byte> filtered(Bytes data, const PredictorParameters& predictor) {
 
 }  // namespace
 
-ImageCompressor::ImageCompressor(const ImageLayout& layout, Begin begin)
-    : layout_(layout), begin_(std::move(begin)) {}
+ImageCompressor::ImageCompressor(const ImageLayout& layout, Begin begin, bool mayUseThread)
+    : layout_(layout), begin_(std::move(begin)), mayUseThread_(mayUseThread) {}
 
 std::size_t ImageCompressor::trialSize(const PredictorParameters& predictor) const {
   return roughlyDeflatedSize(textOf(filtered(trial_, predictor)));
@@ -51,10 +54,12 @@ bool ImageCompressor::isBetterFiltered() const {
 bool ImageCompressor::begin() {
   const bool usesPng = isBetterFiltered();
   const PredictorParameters chosen = layout_.predictor(usesPng ? kBestOfPng : kPlain);
-  const auto flate =
-      std::make_shared<FlateEncoder>(begin_(chosen), usesPng ? kFilteredEffort : FlateEncoder::kDefaultEffort,
-                                     FilterClosing::kSourceOrTargetToo);
-  encoder_ = withPredictor(flate, chosen);
+  ImageFlateSettings settings;
+  if (usesPng) settings.effort = kFilteredEffort;
+  settings.isPredicted = usesPng;
+  const std::size_t size = layout_.rowBytes() * static_cast<std::size_t>(layout_.height);
+  settings.usesThread = mayUseThread_ && size >= kWorthAThread;
+  encoder_ = withPredictor(imageFlateEncoder(begin_(chosen), settings), chosen);
   const std::vector<Byte> first = std::move(trial_);
   return encoder_->write(first);
 }

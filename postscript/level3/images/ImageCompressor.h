@@ -15,8 +15,8 @@ class ImageCompressor {
   // goes.
   using Begin = std::function<SinkPointer(const PredictorParameters& predictor)>;
 
-  // `layout` is one that PDF has.
-  ImageCompressor(const ImageLayout& layout, Begin begin);
+  // `layout` is one that PDF has. With `mayUseThread` a large image is compressed in a thread of its own.
+  ImageCompressor(const ImageLayout& layout, Begin begin, bool mayUseThread = false);
 
   // False when the data cannot be written.
   bool add(Bytes row);
@@ -32,6 +32,7 @@ class ImageCompressor {
 
   ImageLayout layout_;
   Begin begin_;
+  bool mayUseThread_;
   std::vector<Byte> trial_;  // the first rows
   SinkPointer encoder_;
 };

@@ -98,10 +98,11 @@ void ImageObjectSink::finishStream() {
 WrittenImage writeImage(PdfFile& file, ImageDescription description, const RowReader& nextRow, Byte missing) {
   const ImageLayout layout = description.layout;
   std::shared_ptr<ImageObjectSink> object;
-  ImageCompressor compressor(layout.forPdf(), [&](const PredictorParameters& predictor) -> SinkPointer {
+  const auto begin = [&](const PredictorParameters& predictor) -> SinkPointer {
     object = std::make_shared<ImageObjectSink>(file, description.entries(flateFilter(predictor)));
     return object;
-  });
+  };
+  ImageCompressor compressor(layout.forPdf(), begin, file.usesSecondThread());
   std::vector<Byte> converted(layout.forPdf().rowBytes());
   int rows = 0;
   for (; rows < layout.height; ++rows) {

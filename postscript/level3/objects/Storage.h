@@ -37,8 +37,7 @@ class Storage {
   friend class Journal;
   friend class Tracer;
 
-  Storage* older_ = nullptr;  // of all that the virtual memory has, the one made before
-  std::uint32_t epoch_ = 0;   // the save since which a change needs no journal entry
+  std::uint32_t epoch_ = 0;  // the save since which a change needs no journal entry
   std::uint32_t madeIn_ = 0;
   std::uint32_t capacity_;
   StorageKind kind_;

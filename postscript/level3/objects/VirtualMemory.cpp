@@ -37,7 +37,7 @@ VirtualMemory::VirtualMemory() : threshold_(kSmallestThreshold) {}
 
 VirtualMemory::~VirtualMemory() {
   // Dictionaries take themselves off their names, which are therefore still there.
-  while (newest_ != nullptr) destroy(std::exchange(newest_, newest_->older_));
+  for (Storage* storage : storages_) destroy(storage);
 }
 
 void VirtualMemory::reserve(std::size_t bytes) {
@@ -69,13 +69,18 @@ T* VirtualMemory::allocate(std::size_t tail, Arguments&&... arguments) {
   static_assert(alignof(T) <= alignof(std::uint64_t));
   const std::size_t bytes = sizeof(T) + tail;
   reserve(bytes);
+  // Its place first, so that nothing can fail once there is something to lose.
+  storages_.push_back(nullptr);
   void* const memory = memoryFor(bytes);
-  if (memory == nullptr) raise(ErrorName::kVmError);
+  if (memory == nullptr) {
+    storages_.pop_back();
+    raise(ErrorName::kVmError);
+  }
   T* const storage = new (memory) T(std::forward<Arguments>(arguments)...);
   storage->isGlobal_ = isGlobal_;
   storage->epoch_ = isGlobal_ ? Storage::kGlobalEpoch : epoch_;
   storage->madeIn_ = epoch_;
-  storage->older_ = std::exchange(newest_, storage);
+  storages_.back() = storage;
   account(bytes);
   return storage;
 }
@@ -220,18 +225,18 @@ void VirtualMemory::collect() {
 }
 
 void VirtualMemory::sweep() {
+  auto kept = storages_.begin();
   used_ = 0;
-  Storage** place = &newest_;
-  while (Storage* const storage = *place) {
+  for (Storage* storage : storages_) {
     if (storage->isMarked_) {
       storage->isMarked_ = false;
       used_ += sizeOf(*storage);
-      place = &storage->older_;
+      *kept++ = storage;
     } else {
-      *place = storage->older_;
       destroy(storage);
     }
   }
+  storages_.erase(kept, storages_.end());
 }
 
 std::size_t VirtualMemory::sizeOf(const Storage& storage) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <span>
 #include <string_view>
@@ -142,7 +143,8 @@ class VirtualMemory {
 
   NameTable names_;
   SmallBlocks smallBlocks_;
-  Storage* newest_ = nullptr;  // of all composite values, a list
+  // Of all composite values. In pieces, which never move; not a list, whose next element is known too late.
+  std::deque<Storage*> storages_;
   DictionaryStack dictionaryStack_;
   std::vector<Journal> journals_;  // the innermost save is last
   std::uint32_t epoch_ = 0;        // serial of the innermost save

@@ -5,15 +5,7 @@
 #include <utility>
 
 #include "postscript/level3/pdf/Deflate.h"
-
-#ifndef _WIN32
-#include <pthread.h>
-
-#include <condition_variable>
-#include <csignal>
-#include <mutex>
-#include <thread>
-#endif
+#include "postscript/level3/pdf/Monitor.h"
 
 namespace quillpress::level3 {
 
@@ -25,93 +17,39 @@ void deflate(Deflater& deflater, DeflateQueue::Stream& stream) {
 
 }  // namespace
 
-#ifdef _WIN32
-
-// The standard library of this compiler comes without threads.
-bool DeflateQueue::isOffered() {
-  return false;
-}
-
-class DeflateQueue::State {
- public:
-  explicit State(std::size_t /*stackSize*/) {}
-
-  void add(Stream stream) { streams_.push_back(std::move(stream)); }
-  bool isReady() { return true; }
-  Stream take() {
-    Stream stream = std::move(streams_.front());
-    streams_.pop_front();
-    deflate(Deflater::ofThisThread(), stream);
-    return stream;
-  }
-
-  std::size_t bytes = 0;
-  std::size_t count = 0;
-
- private:
-  std::deque<Stream> streams_;
-};
-
-#else
-
-bool DeflateQueue::isOffered() {
-  return std::thread::hardware_concurrency() > 1;
-}
-
-namespace {
-
-// The process's signals are for threads that know what to do with them; a new thread inherits what is held
-// back.
-class NoSignals {
- public:
-  NoSignals() {
-    sigset_t all;
-    sigfillset(&all);
-    pthread_sigmask(SIG_SETMASK, &all, &before_);
-  }
-  ~NoSignals() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
-  NoSignals(const NoSignals&) = delete;
-  NoSignals& operator=(const NoSignals&) = delete;
-
- private:
-  sigset_t before_{};
-};
-
-}  // namespace
-
 class DeflateQueue::State {
  public:
   explicit State(std::size_t stackSize) : stackSize_(stackSize) {}
 
   ~State() {
-    if (!hasThread_) return;
     {
-      const std::lock_guard lock(mutex_);
+      const Monitor::Lock lock(monitor_);
       isOver_ = true;
     }
-    changed_.notify_all();
-    pthread_join(thread_, nullptr);
+    monitor_.notifyAll();
+    thread_.join();
   }
 
   State(const State&) = delete;
   State& operator=(const State&) = delete;
 
   void add(Stream stream) {
-    const std::lock_guard lock(mutex_);
-    waiting_ += stream.data.size();
+    const Monitor::Lock lock(monitor_);
+    const std::size_t size = stream.data.size();
     entries_.push_back({std::move(stream)});
+    waiting_ += size;
     if (!isWorthIt()) return;
-    if (isIdle_) changed_.notify_all();
+    if (isIdle_) monitor_.notifyAll();
     if (!wasStarted_) start();
   }
 
   bool isReady() {
-    const std::lock_guard lock(mutex_);
+    const Monitor::Lock lock(monitor_);
     return entries_.front().progress == Progress::kDone;
   }
 
   Stream take() {
-    std::unique_lock lock(mutex_);
+    Monitor::Lock lock(monitor_);
     Entry& oldest = entries_.front();
     if (oldest.progress == Progress::kWaiting) {
       begin(oldest);
@@ -119,7 +57,7 @@ class DeflateQueue::State {
       deflate(Deflater::ofThisThread(), oldest.stream);
       lock.lock();
     } else {
-      changed_.wait(lock, [&] { return oldest.progress == Progress::kDone; });
+      lock.wait([&] { return oldest.progress == Progress::kDone; });
     }
     Stream stream = std::move(oldest.stream);
     entries_.pop_front();
@@ -139,13 +77,7 @@ class DeflateQueue::State {
   // Where no thread can be had, take() does it all.
   void start() {
     wasStarted_ = true;
-    const NoSignals quiet;
-    pthread_attr_t attributes;
-    if (pthread_attr_init(&attributes) != 0) return;
-    // std::thread cannot be told the size of its stack.
-    hasThread_ = pthread_attr_setstacksize(&attributes, stackSize_) == 0 &&
-                 pthread_create(&thread_, &attributes, &State::runThread, this) == 0;
-    pthread_attr_destroy(&attributes);
+    thread_.start([](void* state) { static_cast<State*>(state)->work(); }, this, stackSize_);
   }
 
   [[nodiscard]] bool isWorthIt() const { return waiting_ >= kWorthAThread; }
@@ -155,19 +87,14 @@ class DeflateQueue::State {
     waiting_ -= entry.stream.data.size();
   }
 
-  static void* runThread(void* state) {
-    static_cast<State*>(state)->work();
-    return nullptr;
-  }
-
   // Allocates nothing, so that nothing can go wrong here.
   void work() {
-    std::unique_lock lock(mutex_);
+    Monitor::Lock lock(monitor_);
     while (!isOver_) {
       Entry* const entry = nextWaiting();
       if (entry == nullptr) {
         isIdle_ = true;
-        changed_.wait(lock, [this] { return isOver_ || isWorthIt(); });
+        lock.wait([this] { return isOver_ || isWorthIt(); });
         isIdle_ = false;
         continue;
       }
@@ -176,7 +103,7 @@ class DeflateQueue::State {
       deflate(threadsDeflater_, entry->stream);
       lock.lock();
       entry->progress = Progress::kDone;
-      changed_.notify_all();
+      monitor_.notifyAll();
     }
   }
 
@@ -188,19 +115,15 @@ class DeflateQueue::State {
   }
 
   Deflater threadsDeflater_;
-  std::mutex mutex_;
-  std::condition_variable changed_;
+  Monitor monitor_;
   std::deque<Entry> entries_;  // Whose elements stay where they are when others come and go.
   std::size_t waiting_ = 0;    // Bytes that nobody has begun with.
   bool isIdle_ = false;
   bool isOver_ = false;
   const std::size_t stackSize_;
-  pthread_t thread_{};
   bool wasStarted_ = false;
-  bool hasThread_ = false;
+  WorkerThread thread_;
 };
-
-#endif
 
 DeflateQueue::DeflateQueue(std::size_t stackSize) : state_(std::make_unique<State>(stackSize)) {}
 

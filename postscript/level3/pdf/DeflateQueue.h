@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "postscript/level3/pdf/PdfSyntax.h"
+#include "postscript/level3/pdf/WorkerThread.h"
 
 namespace quillpress::level3 {
 
@@ -25,16 +26,10 @@ class DeflateQueue {
     [[nodiscard]] std::string_view deflatedData() const { return {deflated.get(), deflatedSize}; }
   };
 
-  // Of the thread: plenty for libdeflate, and little beside a thread's usual 8 MB where a process's address
-  // space is limited.
-  static constexpr std::size_t kStackSize = 256UL * 1024;
   // To wake a thread takes about as long as to deflate a KB.
   static constexpr std::size_t kWorthAThread = 8UL * 1024;
 
-  // Whether there are threads here, and a second processor for them.
-  static bool isOffered();
-
-  explicit DeflateQueue(std::size_t stackSize = kStackSize);
+  explicit DeflateQueue(std::size_t stackSize = WorkerThread::kStackSize);
   // What nobody has taken is lost.
   ~DeflateQueue();
   DeflateQueue(const DeflateQueue&) = delete;

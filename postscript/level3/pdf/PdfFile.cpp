@@ -32,7 +32,7 @@ int bytesFor(std::uint64_t value) {
 PdfFile::PdfFile(Output& output) : places_(1), output_(output) {}
 
 void PdfFile::deflateInSecondThread() {
-  usesSecondThread_ = DeflateQueue::isOffered();
+  usesSecondThread_ = WorkerThread::isOffered();
 }
 
 // Before the first object, so that a job that fails early leaves nothing at all.

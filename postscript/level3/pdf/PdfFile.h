@@ -33,6 +33,8 @@ class PdfFile {
 
   // Deflates from now on in a thread of its own what is worth it; the file is the same. Not on Windows.
   void deflateInSecondThread();
+  // Whether whoever brings compressed streams may do the same.
+  bool usesSecondThread() const { return usesSecondThread_; }
 
   // A number for an object that is written later, or never.
   ObjectNumber reserve();

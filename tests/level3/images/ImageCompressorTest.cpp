@@ -15,13 +15,14 @@ struct Compressed {
   std::shared_ptr<MemorySink> data = std::make_shared<MemorySink>();
 };
 
-Compressed compress(const ImageLayout& layout, const std::string& samples) {
+Compressed compress(const ImageLayout& layout, const std::string& samples, bool mayUseThread = false) {
   Compressed result;
-  ImageCompressor compressor(layout, [&result](const PredictorParameters& predictor) -> SinkPointer {
+  const auto begin = [&result](const PredictorParameters& predictor) -> SinkPointer {
     result.predictor = predictor.predictor;
     ++result.begins;
     return result.data;
-  });
+  };
+  ImageCompressor compressor(layout, begin, mayUseThread);
   for (std::size_t at = 0; at < samples.size(); at += layout.rowBytes()) {
     EXPECT_TRUE(compressor.add(bytesOf(std::string_view(samples).substr(at, layout.rowBytes()))));
   }
@@ -47,6 +48,24 @@ TEST(ImageCompressorTest, APredictorIsUsedForSlopes) {
   EXPECT_EQ(result.predictor, 15);
   EXPECT_EQ(result.begins, 1);
   EXPECT_TRUE(decompressed(result, layout) == samples);
+}
+
+TEST(ImageCompressorTest, AThreadChangesNothing) {
+  const ImageLayout layout{.width = 1000, .height = 600, .components = 1, .bits = 8};
+  std::string plain;
+  std::string slopes;
+  for (int y = 0; y < 600; ++y) {
+    for (int x = 0; x < 1000; ++x) {
+      plain += static_cast<char>((x / 50 + y / 70) % 2);
+      slopes += static_cast<char>(x * y / 500 + x / 3);
+    }
+  }
+  for (const std::string& samples : {plain, slopes}) {
+    const Compressed expected = compress(layout, samples);
+    const Compressed result = compress(layout, samples, true);
+    EXPECT_EQ(result.predictor, expected.predictor);
+    EXPECT_TRUE(result.data->bytes() == expected.data->bytes());
+  }
 }
 
 TEST(ImageCompressorTest, NoPredictorIsUsedForPlainAreas) {

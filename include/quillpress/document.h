@@ -88,9 +88,9 @@ QUILLPRESS_DOCUMENT_API void QuillpressDocumentSetImageQuality(QuillpressDocumen
  * them all. */
 QUILLPRESS_DOCUMENT_API void QuillpressDocumentSetImageResolution(QuillpressDocument *document,
                                                                   double dotsPerInch);
-/* Compresses finished pages in a second thread while the job goes on, where the machine has another
- * processor; the PDF file is the same. Off unless set: the heap and the shared counts of a process take
- * slower ways from its second thread on. Without effect on Windows. */
+/* Compresses finished pages and large images in a second thread while the job goes on, where the machine has
+ * another processor; the PDF file is the same. Off unless set: the heap and the shared counts of a process
+ * take slower ways from its second thread on. Without effect on Windows. */
 QUILLPRESS_DOCUMENT_API void QuillpressDocumentSetSecondThread(QuillpressDocument *document, int isWanted);
 /* Lets jobs read the files in a folder and in those below it. Can be called for several folders. */
 QUILLPRESS_DOCUMENT_API void QuillpressDocumentAllowRead(QuillpressDocument *document, const char *folder);

@@ -34,8 +34,9 @@ target_compile_options(quillpress_options INTERFACE
 target_link_options(quillpress_options INTERFACE ${hiddenFolders})
 
 if(QUILLPRESS_SANITIZE)
+  # GCC's "undefined" leaves numbers out that are too large for the integer that they become.
   target_compile_options(quillpress_options INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_definitions(quillpress_options INTERFACE _GLIBCXX_ASSERTIONS)
   # What the sanitizers note of each check holds addresses, more than a million in one program. They are set when it is
   # linked, or are at least packed, because setting them at each start took as long as most tests run.

@@ -129,8 +129,9 @@ void setDash(Interpreter& interpreter) {
 // Jobs write lengths as integers as a rule, and expect to find them so.
 Object plainNumber(double value) {
   constexpr double kGreatest = 1e9;
-  return value == std::floor(value) && value < kGreatest ? Object::integer(static_cast<std::int64_t>(value))
-                                                         : realOf(value);
+  return value == std::floor(value) && std::abs(value) < kGreatest
+             ? Object::integer(static_cast<std::int64_t>(value))
+             : realOf(value);
 }
 
 // -> array offset

@@ -1,5 +1,6 @@
 #include "postscript/level3/objects/Dictionary.h"
 
+#include <bit>
 #include <cmath>
 #include <utility>
 
@@ -27,7 +28,7 @@ std::uint32_t hashOf(const Object& key) {
     case Type::kFontId:
       return mixed(static_cast<std::uint64_t>(key.asInteger()));
     case Type::kReal:
-      return mixed(static_cast<std::uint64_t>(static_cast<std::int64_t>(key.asReal() * 1024.0F)));
+      return mixed(std::bit_cast<std::uint32_t>(key.asReal()));
     case Type::kOperator:
       return mixed(reinterpret_cast<std::uintptr_t>(key.asOperator()));
     case Type::kNull:

@@ -94,7 +94,8 @@ Object asLimit(const Object& number) {
   constexpr float kEdge = 9e18F;
   const float value = std::floor(number.asReal());
   if (value >= kEdge) return Object::integer(INT64_MAX);
-  if (value <= -kEdge) return Object::integer(INT64_MIN);
+  // No number is one that nothing reaches either.
+  if (!(value > -kEdge)) return Object::integer(INT64_MIN);
   return Object::integer(static_cast<std::int64_t>(value));
 }
 

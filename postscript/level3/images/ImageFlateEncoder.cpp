@@ -94,6 +94,7 @@ class ImageFlateEncoder final : public Encoder {
     if (!hasThread_) {
       deflateOne(piece);
       piece.progress = Progress::kDone;
+      emitOldest();
       return;
     }
     {

@@ -30,6 +30,17 @@ TEST(PdfSyntaxTest, StringsEscapeWhatWouldEndThem) {
   EXPECT_EQ(string("a\rb"), "(a\\rb)");
 }
 
+TEST(PdfSyntaxTest, StringsOfAnyLengthAreWhole) {
+  for (std::size_t length = 0; length < 400; ++length) {
+    const std::string plain(length, 'a');
+    EXPECT_EQ(string(plain), "(" + plain + ")");
+    EXPECT_EQ(string(plain + "(" + plain), "(" + plain + "\\(" + plain + ")");
+    std::string escaped;
+    for (std::size_t i = 0; i < length; ++i) escaped += "\\)";
+    EXPECT_EQ(string(std::string(length, ')')), "(" + escaped + ")");
+  }
+}
+
 TEST(PdfSyntaxTest, DictionariesSeparateOnlyWhereNeeded) {
   DictionaryText text;
   text.name("Type", "Page")

@@ -31,13 +31,15 @@ TEST(PdfSyntaxTest, StringsEscapeWhatWouldEndThem) {
 }
 
 TEST(PdfSyntaxTest, StringsOfAnyLengthAreWhole) {
+  std::string plain;
+  std::string escaped;
   for (std::size_t length = 0; length < 400; ++length) {
-    const std::string plain(length, 'a');
-    EXPECT_EQ(string(plain), "(" + plain + ")");
-    EXPECT_EQ(string(plain + "(" + plain), "(" + plain + "\\(" + plain + ")");
-    std::string escaped;
-    for (std::size_t i = 0; i < length; ++i) escaped += "\\)";
-    EXPECT_EQ(string(std::string(length, ')')), "(" + escaped + ")");
+    EXPECT_EQ(string(plain), std::string("(").append(plain).append(")"));
+    EXPECT_EQ(string(std::string(plain).append("(").append(plain)),
+              std::string("(").append(plain).append("\\(").append(plain).append(")"));
+    EXPECT_EQ(string(std::string(length, ')')), std::string("(").append(escaped).append(")"));
+    plain += 'a';
+    escaped += "\\)";
   }
 }
 

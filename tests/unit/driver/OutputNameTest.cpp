@@ -10,10 +10,6 @@ namespace {
 
 constexpr std::size_t kSize = 780;
 
-std::wstring text(std::size_t length, wchar_t character) {
-  return std::wstring(length, character);
-}
-
 // A world in which the first `taken` paths asked for exist, and in which random numbers count from 1 on.
 struct World {
   std::size_t taken = 0;
@@ -115,18 +111,18 @@ TEST(OutputNameTest, TheFolderGetsASeparatorUnlessItHasOne) {
 // A path of up to 260 characters is not shortened, so the folder shows.
 TEST(OutputNameTest, TheFolderMustBeShorterThanTheBufferLessOne) {
   NamingRules rules = rulesFor(6);
-  rules.folder = text(98, L'f');
+  rules.folder = std::wstring(98, L'f');
   EXPECT_EQ(chosen(rules, L"", 100), rules.folder + L"\\");
-  rules.folder = text(99, L'f');
+  rules.folder = std::wstring(99, L'f');
   EXPECT_EQ(chosen(rules, L"", 100), L"");
 }
 
 TEST(OutputNameTest, ActionOneGivesTheFolderWhatTheNameLeaves) {
   NamingRules rules = rulesFor(1);
-  rules.defaultName = text(50, L'n');
-  rules.folder = text(48, L'f');
+  rules.defaultName = std::wstring(50, L'n');
+  rules.folder = std::wstring(48, L'f');
   EXPECT_EQ(chosen(rules, L"", 100), rules.folder + L"\\" + rules.defaultName);
-  rules.folder = text(49, L'f');
+  rules.folder = std::wstring(49, L'f');
   EXPECT_EQ(chosen(rules, L"", 100), rules.defaultName);
 }
 
@@ -134,23 +130,23 @@ TEST(OutputNameTest, ActionOneNeverLeavesTheBuffer) {
   NamingRules rules = rulesFor(1);
   rules.folder = L"C:\\Out";
   for (const std::size_t length : {98U, 99U, 100U, 101U, 200U}) {
-    rules.defaultName = text(length, L'n');
+    rules.defaultName = std::wstring(length, L'n');
     const std::wstring path = chosen(rules, L"", 100);
-    EXPECT_EQ(path, text(std::min<std::size_t>(length, 99), L'n')) << length;
+    EXPECT_EQ(path, std::wstring(std::min<std::size_t>(length, 99), L'n')) << length;
   }
 }
 
 TEST(OutputNameTest, TheDocumentsNameIsCutToWhatTheFolderLeaves) {
   NamingRules rules = rulesFor(3);
   // "C:\Out\" and ".pdf" leave 88 of 100 characters, the final zero counted.
-  EXPECT_EQ(chosen(rules, text(88, L'n'), 100), L"C:\\Out\\" + text(88, L'n') + L".pdf");
-  EXPECT_EQ(chosen(rules, text(89, L'n'), 100), L"C:\\Out\\" + text(88, L'n') + L".pdf");
-  EXPECT_EQ(chosen(rules, text(500, L'n'), 100), L"C:\\Out\\" + text(88, L'n') + L".pdf");
+  EXPECT_EQ(chosen(rules, std::wstring(88, L'n'), 100), L"C:\\Out\\" + std::wstring(88, L'n') + L".pdf");
+  EXPECT_EQ(chosen(rules, std::wstring(89, L'n'), 100), L"C:\\Out\\" + std::wstring(88, L'n') + L".pdf");
+  EXPECT_EQ(chosen(rules, std::wstring(500, L'n'), 100), L"C:\\Out\\" + std::wstring(88, L'n') + L".pdf");
 }
 
 TEST(OutputNameTest, NoRoomForANameStaysWithinTheBuffer) {
   NamingRules rules = rulesFor(3);
-  rules.folder = text(98, L'f');
+  rules.folder = std::wstring(98, L'f');
   const std::wstring path = chosen(rules, L"Report", 100);
   EXPECT_LT(path.size(), 100U);
   EXPECT_TRUE(path.starts_with(rules.folder));
@@ -205,21 +201,21 @@ TEST(OutputNameTest, AnEscapeWithoutDigitsEndsThePath) {
 }
 
 TEST(OutputNameTest, PathsAreKeptWithin260Characters) {
-  EXPECT_EQ(chosen(rulesFor(3), text(249, L'n')).size(), 260U);
-  EXPECT_EQ(chosen(rulesFor(3), text(250, L'n')), L"C:\\Out\\" + text(248, L'n') + L".pdf");
-  EXPECT_EQ(chosen(rulesFor(3), text(259, L'n')), L"C:\\Out\\" + text(248, L'n') + L".pdf");
+  EXPECT_EQ(chosen(rulesFor(3), std::wstring(249, L'n')).size(), 260U);
+  EXPECT_EQ(chosen(rulesFor(3), std::wstring(250, L'n')), L"C:\\Out\\" + std::wstring(248, L'n') + L".pdf");
+  EXPECT_EQ(chosen(rulesFor(3), std::wstring(259, L'n')), L"C:\\Out\\" + std::wstring(248, L'n') + L".pdf");
 }
 
 TEST(OutputNameTest, APathIsMeasuredAfterDecoding) {
   NamingRules rules = rulesFor(1);
   rules.defaultName.clear();
   for (int i = 0; i < 100; ++i) rules.defaultName += L"%41";
-  EXPECT_EQ(chosen(rules, L""), L"C:\\Out\\" + text(100, L'A'));
+  EXPECT_EQ(chosen(rules, L""), L"C:\\Out\\" + std::wstring(100, L'A'));
 }
 
 TEST(OutputNameTest, ALongFolderIsDropped) {
   NamingRules rules = rulesFor(3);
-  rules.folder = L"C:\\" + text(400, L'f');
+  rules.folder = L"C:\\" + std::wstring(400, L'f');
   EXPECT_EQ(chosen(rules, L"Report.doc"), L"C:\\Report.pdf");
 }
 
@@ -270,13 +266,13 @@ TEST(OutputNameTest, WithoutADotATakenPathHasNoNumber) {
 TEST(OutputNameTest, NumberingStaysWithinTheBuffer) {
   World world;
   world.taken = 1;
-  EXPECT_EQ(unique(world, text(773, L'n') + L".x"), text(773, L'n') + L".1.pdf");
+  EXPECT_EQ(unique(world, std::wstring(773, L'n') + L".x"), std::wstring(773, L'n') + L".1.pdf");
   world = {};
   world.taken = 1;
-  EXPECT_EQ(unique(world, text(774, L'n') + L".x"), text(774, L'n') + L".1.pd");
+  EXPECT_EQ(unique(world, std::wstring(774, L'n') + L".x"), std::wstring(774, L'n') + L".1.pd");
   world = {};
   world.taken = 1;
-  EXPECT_EQ(unique(world, text(778, L'n') + L"."), text(778, L'n') + L".");
+  EXPECT_EQ(unique(world, std::wstring(778, L'n') + L"."), std::wstring(778, L'n') + L".");
 }
 
 // Other jobs wait while this one looks for a name.

@@ -7,7 +7,7 @@
 namespace quillpress::driver {
 namespace {
 
-constexpr std::size_t kSize = 520;
+constexpr std::size_t kBufferLength = 520;
 
 class ReadFirstLineTest : public ::testing::Test {
  protected:
@@ -20,7 +20,7 @@ class ReadFirstLineTest : public ::testing::Test {
 
   [[nodiscard]] std::optional<std::wstring> lineOf(const std::string& bytes) const {
     write(bytes);
-    return readFirstLine(path, kSize);
+    return readFirstLine(path, kBufferLength);
   }
 
   const harness::TemporaryFolder folder;
@@ -48,9 +48,9 @@ TEST_F(ReadFirstLineTest, IsCutBelowTheBuffersSize) {
 }
 
 TEST_F(ReadFirstLineTest, IsNoneWhenTheFileCannotBeOpened) {
-  EXPECT_EQ(readFirstLine(path, kSize), std::nullopt);
-  EXPECT_EQ(readFirstLine(folder.path(), kSize), std::nullopt);
-  EXPECT_EQ(readFirstLine(L"", kSize), std::nullopt);
+  EXPECT_EQ(readFirstLine(path, kBufferLength), std::nullopt);
+  EXPECT_EQ(readFirstLine(folder.path(), kBufferLength), std::nullopt);
+  EXPECT_EQ(readFirstLine(L"", kBufferLength), std::nullopt);
 }
 
 TEST_F(ReadFirstLineTest, OthersMayHaveTheFileOpen) {
@@ -58,7 +58,7 @@ TEST_F(ReadFirstLineTest, OthersMayHaveTheFileOpen) {
   const FileHandle writer(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                                       FILE_ATTRIBUTE_NORMAL, nullptr));
   ASSERT_TRUE(writer);
-  EXPECT_EQ(readFirstLine(path, kSize), L"Report.pdf");
+  EXPECT_EQ(readFirstLine(path, kBufferLength), L"Report.pdf");
 }
 
 }  // namespace

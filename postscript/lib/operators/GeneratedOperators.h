@@ -1,6 +1,8 @@
 #pragma once
 
-#include <tuple>
+#include <array>
+#include <span>
+#include <type_traits>
 #include <utility>
 
 #include "postscript/lib/interpreter/Interpreter.h"
@@ -10,38 +12,26 @@ namespace quillpress {
 
 namespace generated {
 
-// Pops the object for one parameter of an operation; nothing for a result.
-template <typename Parameter>
-struct Operand;
-
+// Pops an operand of a kind.
 template <typename T>
-struct Operand<In<T>> {
-  using Holder = Ref<T>;
-  static Holder pop(Interpreter& interpreter) {
-    if constexpr (std::is_same_v<T, PostscriptObject>) {
-      return interpreter.operandStack().pop();
-    } else if constexpr (std::is_same_v<T, IntegerObject>) {
-      return interpreter.popIntegerObject();
-    } else if constexpr (std::is_same_v<T, BooleanObject>) {
-      return interpreter.popBooleanObject();
-    } else if constexpr (std::is_same_v<T, ArrayObject>) {
-      return interpreter.popArrayObject();
-    } else if constexpr (std::is_same_v<T, StringObject>) {
-      return interpreter.popStringObject();
-    } else if constexpr (std::is_same_v<T, DictionaryObject>) {
-      return interpreter.popDictionaryObject();
-    } else {
-      static_assert(std::is_same_v<T, MarkObject>);
-      return interpreter.popMarkObject();
-    }
+Ref<PostscriptObject> popOperand(Interpreter& interpreter) {
+  if constexpr (std::is_same_v<T, PostscriptObject>) {
+    return interpreter.operandStack().pop();
+  } else if constexpr (std::is_same_v<T, IntegerObject>) {
+    return interpreter.popIntegerObject();
+  } else if constexpr (std::is_same_v<T, BooleanObject>) {
+    return interpreter.popBooleanObject();
+  } else if constexpr (std::is_same_v<T, ArrayObject>) {
+    return interpreter.popArrayObject();
+  } else if constexpr (std::is_same_v<T, StringObject>) {
+    return interpreter.popStringObject();
+  } else if constexpr (std::is_same_v<T, DictionaryObject>) {
+    return interpreter.popDictionaryObject();
+  } else {
+    static_assert(std::is_same_v<T, MarkObject>);
+    return interpreter.popMarkObject();
   }
-};
-
-template <typename T>
-struct Operand<Out<T>> {
-  using Holder = Ref<PostscriptObject>;
-  static Holder pop(Interpreter& /*interpreter*/) { return nullptr; }
-};
+}
 
 // Makes the default object of a result.
 template <typename T>
@@ -107,61 +97,56 @@ struct Result<FileObject> {
   }
 };
 
-// Turns an operation's parameter list into the steps of its operator.
+template <typename T>
+Ref<PostscriptObject> makeResult(Interpreter& interpreter) {
+  return Result<T>::make(interpreter);
+}
+
+// How the object for a parameter of an operation comes about: one of the two is null.
+struct Source {
+  Ref<PostscriptObject> (*pop)(Interpreter& interpreter);
+  Ref<PostscriptObject> (*make)(Interpreter& interpreter);
+};
+
+template <typename Parameter>
+struct Description;
+template <typename T>
+struct Description<In<T>> {
+  using Object = T;
+  static constexpr Source kSource{popOperand<T>, nullptr};
+};
+template <typename T>
+struct Description<Out<T>> {
+  using Object = typename Result<T>::Object;
+  static constexpr Source kSource{nullptr, makeResult<T>};
+};
+
+// Pops the operands, the last one first, and pushes the results, the first one first. The operand stack holds
+// results for the time of the call, `held` the operands.
+void takeAndPush(Interpreter& interpreter, std::span<const Source> sources,
+                 std::span<Ref<PostscriptObject>> held);
+
+// Turns an operation's parameter list into the steps of its operator, once for all operations with these
+// parameters.
 template <typename Operation>
 struct Steps;
 
 template <typename... Parameters>
 struct Steps<void (GeneratedOps::*)(Parameters...)> {
   using Operation = void (GeneratedOps::*)(Parameters...);
-  using Holders = std::tuple<typename Operand<Parameters>::Holder...>;
 
-  // Once for all operations with these parameters: inlined, it would be there 316 times.
   [[gnu::noinline]] static void run(Interpreter& interpreter, Operation operation) {
-    Holders operands;
-    popAll(interpreter, operands, std::make_index_sequence<sizeof...(Parameters)>());
-    call(interpreter, operation, operands, std::make_index_sequence<sizeof...(Parameters)>());
+    static constexpr std::array<Source, sizeof...(Parameters)> kSources{Description<Parameters>::kSource...};
+    std::array<Ref<PostscriptObject>, sizeof...(Parameters)> held;
+    takeAndPush(interpreter, kSources, held);
+    call(interpreter.generatedOps(), operation, held.data(), std::index_sequence_for<Parameters...>());
   }
 
  private:
-  // The last operand is popped first.
   template <std::size_t... kIndices>
-  static void popAll(Interpreter& interpreter, Holders& operands,
-                     std::index_sequence<kIndices...> /*unused*/) {
-    constexpr std::size_t kLast = sizeof...(kIndices) - 1;
-    ((std::get<kLast - kIndices>(operands) =
-          Operand<std::tuple_element_t<kLast - kIndices, std::tuple<Parameters...>>>::pop(interpreter)),
-     ...);
-  }
-
-  template <typename T>
-  static In<T> pass(Interpreter& /*interpreter*/, Ref<T>& operand, In<T>* /*kind*/) {
-    return {*operand};
-  }
-
-  // Pushes a result and hands it on; the operand stack holds it.
-  template <typename T>
-  static Out<T> pass(Interpreter& interpreter, Ref<PostscriptObject>& holder, Out<T>* /*kind*/) {
-    auto result = Result<T>::make(interpreter);
-    holder = result;
-    interpreter.operandStack().push(result);
-    return {*result};
-  }
-
-  template <std::size_t... kIndices>
-  static void call(Interpreter& interpreter, Operation operation, Holders& operands,
+  static void call(GeneratedOps& operations, Operation operation, Ref<PostscriptObject>* held,
                    std::index_sequence<kIndices...> /*unused*/) {
-    // Braces, because they keep the order: the first result is pushed first.
-    std::tuple<Parameters...> arguments{
-        pass(interpreter, std::get<kIndices>(operands), static_cast<Parameters*>(nullptr))...};
-    (interpreter.generatedOps().*operation)(std::get<kIndices>(arguments)...);
-  }
-};
-
-template <>
-struct Steps<void (GeneratedOps::*)()> {
-  static void run(Interpreter& interpreter, void (GeneratedOps::*operation)()) {
-    (interpreter.generatedOps().*operation)();
+    (operations.*operation)({static_cast<typename Description<Parameters>::Object&>(*held[kIndices])}...);
   }
 };
 

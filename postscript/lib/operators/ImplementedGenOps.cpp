@@ -4,6 +4,17 @@
 
 namespace quillpress {
 
+void generated::takeAndPush(Interpreter& interpreter, std::span<const Source> sources,
+                            std::span<Ref<PostscriptObject>> held) {
+  for (std::size_t i = sources.size(); i-- > 0;)
+    if (sources[i].pop != nullptr) held[i] = sources[i].pop(interpreter);
+  for (std::size_t i = 0; i < sources.size(); ++i) {
+    if (sources[i].make == nullptr) continue;
+    held[i] = sources[i].make(interpreter);
+    interpreter.operandStack().push(held[i]);
+  }
+}
+
 // Into the result that lies on the operand stack by now: the operations are called behind the pushes.
 void ImplementedGenOps::countdictstack(Out<IntegerObject> result) {
   result.object.value = static_cast<std::int32_t>(interpreter_.dictionaries().stack().count());

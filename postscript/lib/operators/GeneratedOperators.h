@@ -121,8 +121,8 @@ struct Description<Out<T>> {
   static constexpr Source kSource{nullptr, makeResult<T>};
 };
 
-// Pops the operands, the last one first, and pushes the results, the first one first. The operand stack holds
-// results for the time of the call, `held` the operands.
+// Pops the operands, the last one first, and pushes the results, the first one first. `held` keeps all of
+// them for the time of the call.
 void takeAndPush(Interpreter& interpreter, std::span<const Source> sources,
                  std::span<Ref<PostscriptObject>> held);
 

@@ -1,6 +1,6 @@
 // Runs the PostScript scripts of a folder against the delivered library. Every case runs whole, cut in two
 // at each byte, and byte by byte, each time in a new converter, and must have one result. Under the
-// sanitizers, which make each opening fifty times as slow, it is cut at every eighth byte, from each of the
+// sanitizers, which make each opening fifteen times as slow, it is cut at every eighth byte, from each of the
 // first eight on.
 //
 //   script_tests --scripts=FOLDER [Google Test options]
